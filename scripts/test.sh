@@ -1,0 +1,20 @@
+#!/usr/bin/env bash
+# Builds Layomat twice (plain, and with AddressSanitizer + UBSan) and runs
+# every test suite in both builds. Exits non-zero on the first failure.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+scripts/install-deps.sh
+jobs=$(nproc)
+
+run_suite() {  # build-dir, extra cmake args...
+  local dir=$1; shift
+  cmake -S . -B "$dir" -G Ninja "$@" >/dev/null
+  cmake --build "$dir" -j "$jobs"
+  ctest --test-dir "$dir" --output-on-failure -j "$jobs"
+}
+
+echo "== plain build"
+run_suite build
+echo "== sanitizer build (ASan + UBSan)"
+ASAN_OPTIONS=detect_leaks=1 UBSAN_OPTIONS=print_stacktrace=1 \
+  run_suite build-asan -DLMT_SANITIZE=ON -DCMAKE_BUILD_TYPE=Debug
