@@ -9,11 +9,11 @@ namespace lmt::internal {
 [[noreturn]] void CheckFailed(const char* file, int line, const char* expr);
 }  // namespace lmt::internal
 
-#define LMT_CHECK(cond)                                       \
-  do {                                                        \
-    if (!(cond)) {                                            \
+#define LMT_CHECK(cond)                                        \
+  do {                                                         \
+    if (!(cond)) {                                             \
       ::lmt::internal::CheckFailed(__FILE__, __LINE__, #cond); \
-    }                                                         \
+    }                                                          \
   } while (false)
 
 #endif  // LMT_CORE_CHECK_H_

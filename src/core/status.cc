@@ -4,14 +4,22 @@ namespace lmt {
 
 std::string_view StatusCodeName(StatusCode code) {
   switch (code) {
-    case StatusCode::kOk: return "OK";
-    case StatusCode::kRefused: return "Refused";
-    case StatusCode::kNotFound: return "Not found";
-    case StatusCode::kInvalidArgument: return "Invalid argument";
-    case StatusCode::kNotSupported: return "Not supported";
-    case StatusCode::kCancelled: return "Cancelled";
-    case StatusCode::kIOError: return "IO error";
-    case StatusCode::kCorruption: return "Corruption";
+    case StatusCode::kOk:
+      return "OK";
+    case StatusCode::kRefused:
+      return "Refused";
+    case StatusCode::kNotFound:
+      return "Not found";
+    case StatusCode::kInvalidArgument:
+      return "Invalid argument";
+    case StatusCode::kNotSupported:
+      return "Not supported";
+    case StatusCode::kCancelled:
+      return "Cancelled";
+    case StatusCode::kIOError:
+      return "IO error";
+    case StatusCode::kCorruption:
+      return "Corruption";
   }
   return "Unknown";
 }

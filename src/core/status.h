@@ -105,7 +105,8 @@ class [[nodiscard]] Result {
 
   template <typename U>
   T value_or(U&& fallback) const& {
-    return ok() ? std::get<T>(data_) : static_cast<T>(std::forward<U>(fallback));
+    return ok() ? std::get<T>(data_)
+                : static_cast<T>(std::forward<U>(fallback));
   }
 
   // The failure, or an ok Status when there is a value.
