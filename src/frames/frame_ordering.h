@@ -78,7 +78,8 @@ Point SortPointOf(const Quad& corners, SortPoint sort_point);
 // The frame's own side lengths, so a rotated frame keeps its true size:
 // the width is the side of the outline (corner 1 to 2, or 2 to 3) that runs
 // closer to the direction `angle` (radians; 0 for a polyline, the
-// reference's rotation for a block), the height the other side.
+// reference's rotation for a block), the height the other side. Corners
+// taken from a bounding box are axis-aligned already: pass 0 for them.
 FrameSize SizeOf(const Quad& corners, double angle);
 
 // The point of `polyline` nearest to `p` and its distance along the

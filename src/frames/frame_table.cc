@@ -49,6 +49,15 @@ TableCaptions DefaultTableCaptions() {
           "Attribute", "SortX",       "SortY"};
 }
 
+std::optional<Quad> FirstFourVertices(const std::vector<double>& coordinates) {
+  if (coordinates.size() < 8) return std::nullopt;
+  Quad corners;
+  for (int i = 0; i < 4; ++i) {
+    corners[i] = {coordinates[2 * i], coordinates[2 * i + 1]};
+  }
+  return corners;
+}
+
 std::string FormatNumber(double value) {
   if (!std::isfinite(value)) return "";
   double integral = std::trunc(value);

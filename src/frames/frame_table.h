@@ -77,6 +77,10 @@ struct Point {
 // The four corners of a frame, in the order they were read.
 using Quad = std::array<Point, 4>;
 
+// The first four vertices of a polyline's flat `Coordinates` array
+// (X1, Y1, X2, Y2, ...). Nullopt when it holds fewer than eight values.
+std::optional<Quad> FirstFourVertices(const std::vector<double>& coordinates);
+
 // Number text as the table stores it: the integral part (truncated towards
 // zero) followed by the fraction taken from the text of (|fraction| + 1)
 // from its second character on. The fraction is written with 8 decimals

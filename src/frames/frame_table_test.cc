@@ -115,21 +115,6 @@ TEST(FrameTableTest, LanguageCaptionsLabelTheirColumnsOnly) {
   EXPECT_EQ(table.Cell(1, Column::kId), "5");
 }
 
-TEST(FrameTableTest, SearchStyleFillAndCountOfRows) {
-  // The search appends a row per object, writes into its own counter and
-  // finally cuts the table to the rows it made.
-  FrameTable table;
-  int counter = 1;
-  for (const char* id : {"101", "102", "103"}) {
-    table.AddRow();
-    table.SetCell(counter, Column::kId, id);
-    ++counter;
-  }
-  table.SetRowCount(counter);
-  EXPECT_EQ(table.last_row(), 3);
-  EXPECT_EQ(table.Cell(3, Column::kId), "103");
-}
-
 TEST(FrameTableTest, CornersRoundTripAndNeedAllEightCells) {
   FrameTable table;
   Quad q = {{{0.5, -1.25}, {420.5, -1.25}, {420.5, 296.75}, {0.5, 296.75}}};
@@ -138,6 +123,12 @@ TEST(FrameTableTest, CornersRoundTripAndNeedAllEightCells) {
   EXPECT_EQ(table.Corners(2), q);
   table.SetCell(2, Column::kPointX3, "");
   EXPECT_EQ(table.Corners(2), std::nullopt);
+
+  // A closed outline that repeats its first point: the first four count.
+  EXPECT_EQ(FirstFourVertices({0.5, -1.25, 420.5, -1.25, 420.5, 296.75, 0.5,
+                               296.75, 0.5, -1.25}),
+            q);
+  EXPECT_EQ(FirstFourVertices({0, 0, 1, 0, 1, 1}), std::nullopt);
 }
 
 TEST(FrameTableTest, CompareCellsLikeTheGridsGenericSort) {

@@ -46,19 +46,6 @@ TEST(FrameTemplateTest, ColourAndLineweightTexts) {
   }
 }
 
-TEST(FrameTemplateTest, ComboItems) {
-  std::vector<std::string> colors = ColorItems();
-  ASSERT_EQ(colors.size(), 256u);
-  EXPECT_EQ(colors[0], "ByLayer");
-  EXPECT_EQ(colors[2], "1");
-  EXPECT_EQ(colors.back(), "254");
-  std::vector<std::string> weights = LineWeightItems();
-  ASSERT_EQ(weights.size(), 27u);
-  EXPECT_EQ(weights[2], "Default");
-  EXPECT_EQ(weights[3], "0.00");
-  EXPECT_EQ(weights.back(), "2.11");
-}
-
 // Every standard lineweight, chosen in the filter window, searches for the
 // number the template would have shown it from.
 TEST(FrameTemplateTest, EveryListedLineweightRoundTripsThroughTheFilter) {
