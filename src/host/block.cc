@@ -34,6 +34,17 @@ Result<MTextPtr> Block::DoAddMText(const Point& /*insertion_point*/,
   return Unsupported("Block.AddMText");
 }
 
+Result<PolylinePtr> Block::DoAddLightWeightPolyline(
+    const std::vector<double>& /*coordinates*/) {
+  return Unsupported("Block.AddLightWeightPolyline");
+}
+
+Result<TextPtr> Block::DoAddText(std::string_view /*text*/,
+                                 const Point& /*insertion_point*/,
+                                 double /*height*/) {
+  return Unsupported("Block.AddText");
+}
+
 Result<int32_t> Blocks::DoCount() const { return Unsupported("Blocks.Count"); }
 
 Result<BlockPtr> Blocks::DoItemAt(int32_t /*index*/) const {

@@ -66,6 +66,17 @@ class Block : public Object {
     if (Status s = Enter("Block.AddMText"); !s.ok()) return s;
     return DoAddMText(insertion_point, width, text);
   }
+  // `coordinates` as Polyline::Coordinates gives them (x1, y1, x2, ...).
+  Result<PolylinePtr> AddLightWeightPolyline(
+      const std::vector<double>& coordinates) {
+    if (Status s = Enter("Block.AddLightWeightPolyline"); !s.ok()) return s;
+    return DoAddLightWeightPolyline(coordinates);
+  }
+  Result<TextPtr> AddText(std::string_view text, const Point& insertion_point,
+                          double height) {
+    if (Status s = Enter("Block.AddText"); !s.ok()) return s;
+    return DoAddText(text, insertion_point, height);
+  }
 
  protected:
   using Object::Object;
@@ -82,6 +93,11 @@ class Block : public Object {
                                               double height);
   virtual Result<MTextPtr> DoAddMText(const Point& insertion_point,
                                       double width, std::string_view text);
+  virtual Result<PolylinePtr> DoAddLightWeightPolyline(
+      const std::vector<double>& coordinates);
+  virtual Result<TextPtr> DoAddText(std::string_view text,
+                                    const Point& insertion_point,
+                                    double height);
 };
 
 // The block table: Item by index or by name (kNotFound when absent).

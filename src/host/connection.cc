@@ -12,17 +12,12 @@
 namespace lmt::host {
 namespace {
 
-bool ContainsIgnoringCase(std::string_view text, std::string_view word) {
-  auto it = std::search(text.begin(), text.end(), word.begin(), word.end(),
-                        [](char a, char b) {
-                          return std::tolower(static_cast<unsigned char>(a)) ==
-                                 std::tolower(static_cast<unsigned char>(b));
-                        });
-  return it != text.end();
-}
-
-bool EqualsIgnoringCase(std::string_view a, std::string_view b) {
-  return a.size() == b.size() && ContainsIgnoringCase(a, b);
+bool IsTopViewName(std::string_view ucs_name) {
+  return std::ranges::equal(
+      ucs_name, std::string_view("*TOPVIEW*"), [](char a, char b) {
+        return std::toupper(static_cast<unsigned char>(a)) ==
+               static_cast<unsigned char>(b);
+      });
 }
 
 // The identifiers tried, in order, to find a running program of `kind`; the
@@ -184,13 +179,13 @@ bool EnsurePlanView(Document& document) {
 }
 
 bool EnsureWorldUcs(std::string_view host_name, Document& document) {
-  if (!ContainsIgnoringCase(host_name, kAutoCadName)) return false;
+  if (!HostNameContains(host_name, kAutoCadName)) return false;
   std::string ucs_name;
   if (Result<Variant> value = document.GetVariable("UCSNAME"); value.ok()) {
     ucs_name = ToText(*value).value_or("");
   }
   // The named top views are plan views already: the world UCS is not needed.
-  if (ucs_name == "*ВЕРХНЯЯ*" || EqualsIgnoringCase(ucs_name, "*TOPVIEW*")) {
+  if (ucs_name == "*ВЕРХНЯЯ*" || IsTopViewName(ucs_name)) {
     return false;
   }
   Result<Variant> world = document.GetVariable("WORLDUCS");

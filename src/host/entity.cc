@@ -76,6 +76,14 @@ Result<Point> Polyline::DoCoordinate(int32_t /*index*/) const {
   return Unsupported("Polyline.Coordinate");
 }
 
+Result<bool> Polyline::DoClosed() const {
+  return Unsupported("Polyline.Closed");
+}
+
+Status Polyline::DoSetClosed(bool /*closed*/) {
+  return Unsupported("Polyline.SetClosed");
+}
+
 Result<std::string> BlockReference::DoName() const {
   return Unsupported("BlockReference.Name");
 }

@@ -158,6 +158,14 @@ class Polyline : public Entity {
     if (Status s = Enter("Polyline.Coordinate"); !s.ok()) return s;
     return DoCoordinate(index);
   }
+  Result<bool> Closed() const {
+    if (Status s = Enter("Polyline.Closed"); !s.ok()) return s;
+    return DoClosed();
+  }
+  Status SetClosed(bool closed) {
+    if (Status s = Enter("Polyline.SetClosed"); !s.ok()) return s;
+    return DoSetClosed(closed);
+  }
 
  protected:
   using Entity::Entity;
@@ -165,6 +173,8 @@ class Polyline : public Entity {
   // Hosts override what they support; the rest answers kNotSupported.
   virtual Result<std::vector<double>> DoCoordinates() const;
   virtual Result<Point> DoCoordinate(int32_t index) const;
+  virtual Result<bool> DoClosed() const;
+  virtual Status DoSetClosed(bool closed);
 };
 
 // A block reference or an external reference ("AcDbBlockReference",

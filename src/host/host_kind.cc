@@ -1,5 +1,6 @@
 #include "host/host_kind.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <string>
@@ -76,7 +77,23 @@ std::string NumberText(double value) {
   return std::string(buffer, end);
 }
 
+bool SameLetter(char a, char b) {
+  auto lower = [](char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+  };
+  return lower(a) == lower(b);
+}
+
 }  // namespace
+
+bool HostNameIs(std::string_view host_name, std::string_view name) {
+  return std::ranges::equal(host_name, name, SameLetter);
+}
+
+bool HostNameContains(std::string_view host_name, std::string_view part) {
+  return !std::ranges::search(host_name, part, SameLetter).empty() ||
+         part.empty();
+}
 
 std::optional<HostKind> HostKindFromIndex(int index) {
   if (index < 0 || index >= kHostKindCount) return std::nullopt;

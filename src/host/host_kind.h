@@ -35,6 +35,12 @@ inline constexpr std::string_view kGstarCadName = "GstarCAD";
 inline constexpr std::string_view kProgeCadName = "ProgeCAD";
 inline constexpr std::string_view kIntelliCadName = "IntelliCAD";
 
+// Host names compare without regard to case everywhere: HostNameIs for the
+// exact name ("ZWCAD" is not "ZWCAD+"), HostNameContains for a part
+// ("AutoCAD" tests).
+bool HostNameIs(std::string_view host_name, std::string_view name);
+bool HostNameContains(std::string_view host_name, std::string_view part);
+
 // The generic AutoCAD identifier (whichever release registered last) and the
 // one tried for ZWCAD when "ZWCAD.Application" yields nothing.
 inline constexpr std::string_view kAutoCadProgramId = "AutoCAD.Application";

@@ -67,6 +67,13 @@ TEST(HostKindTest, NanoCadYearIsMajorMinor) {
   EXPECT_DOUBLE_EQ(NanoCadYear(""), kNewestYear);
 }
 
+TEST(HostKindTest, HostNamesCompareWithoutCase) {
+  EXPECT_TRUE(HostNameIs("zwcad", kZwCadName));
+  EXPECT_FALSE(HostNameIs("ZWCAD+", kZwCadName));
+  EXPECT_TRUE(HostNameContains("AutoCAD", "autocad"));
+  EXPECT_FALSE(HostNameContains("ZWCAD+", "AutoCAD"));
+}
+
 TEST(HostListTest, ReleaseListOnlyForAutoCad) {
   for (int index = 0; index < kHostKindCount; ++index) {
     EXPECT_EQ(OnHostKindClick(index, /*started=*/true, nullptr), index == 0);
