@@ -17,6 +17,19 @@
 // Kinds: a host returns the most derived class it knows for a drawing object
 // (Polyline for "AcDbPolyline", ...). Reach it with As<T>(), which gives
 // nullptr for another kind.
+//
+// Collections (Layouts, Layers, Blocks, SelectionSets, a Block's entities, a
+// SelectionSet's members) offer Count(), Item(index) (zero-based; both
+// overloads of Item, by index and by name, share the gate name "X.Item") and
+// Items(), the whole collection in its order, which is the For Each walk:
+//
+//   Result<std::vector<EntityPtr>> items = set->Items();
+//   if (!items.ok()) return;                  // the host refused the walk
+//   for (const EntityPtr& entity : *items) {
+//     Result<std::string> name = entity->ObjectName();
+//     if (!name.ok()) continue;               // skip the object, go on
+//     if (PolylinePtr polyline = As<Polyline>(entity)) { ... }
+//   }
 #ifndef LMT_HOST_OBJECT_H_
 #define LMT_HOST_OBJECT_H_
 
