@@ -41,7 +41,9 @@ std::string ScaleLabel(double scale) {
   if (!std::isfinite(reciprocal)) return "";
   char buffer[64];
   double whole = std::round(reciprocal);
-  if (whole >= 1) {
+  // Past 1e15 whole numbers are no longer exact in a double; write them
+  // in the short form rather than as noise digits.
+  if (whole >= 1 && whole < 1e15) {
     std::snprintf(buffer, sizeof buffer, "1:%.0f", whole);
   } else {
     std::snprintf(buffer, sizeof buffer, "1:%.15g", reciprocal);

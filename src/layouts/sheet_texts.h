@@ -28,7 +28,8 @@ struct SheetValues {
 // imitates groups thousands by the locale ("1,000" or "1 000"); a scale is
 // written "1:1000" in a title block and in CAD scale lists, so no grouping
 // is written, whatever the locale. A reciprocal that rounds to 0 (a scale
-// above 2) is written with up to 15 significant digits and "." ("1:0.1").
+// above 2) or is 1e15 or more is written with up to 15 significant digits
+// and "." ("1:0.1", "1:1e+20").
 // A scale that is not a positive finite number gives "" (the reciprocal
 // cannot be taken).
 std::string ScaleLabel(double scale);

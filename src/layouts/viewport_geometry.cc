@@ -159,6 +159,14 @@ ViewportView WithTarget(const ViewportView& view, Point target) {
   return moved;
 }
 
+double FrameScale(const FrameRow& row, const CreationParameters& p,
+                  double previous) {
+  if (p.scale_mode == ScaleMode::kFixed) return p.scale;
+  double angle = ViewAngle(row.corners, p.orientation, p.rotation_rule);
+  return DivideOrKeep(p.frame_paper_length,
+                      ExtentAlong(row.corners, angle).width, previous);
+}
+
 std::optional<ViewportPlan> PlanViewport(const FrameRow& row,
                                          const CreationParameters& p,
                                          double previous_scale) {
@@ -167,10 +175,7 @@ std::optional<ViewportPlan> PlanViewport(const FrameRow& row,
   plan.view_angle = ViewAngle(row.corners, p.orientation, p.rotation_rule);
   plan.block_angle = BlockAngle(row, p.rotate_by_block);
   plan.frame = ExtentAlong(row.corners, plan.view_angle);
-  plan.scale = p.scale_mode == ScaleMode::kFixed
-                   ? p.scale
-                   : DivideOrKeep(p.frame_paper_length, plan.frame.width,
-                                  previous_scale);
+  plan.scale = FrameScale(row, p, previous_scale);
   if (!(plan.scale > 0) || !std::isfinite(plan.scale)) return std::nullopt;
 
   double w = plan.frame.width * plan.scale;

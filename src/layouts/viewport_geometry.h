@@ -111,6 +111,11 @@ frames::Point ShownAtCentre(const ViewportView& view);
 // model point keeps its place on the sheet.
 ViewportView WithTarget(const ViewportView& view, frames::Point target);
 
+// The scale s of one frame: the fixed scale, or L / W with W the frame's
+// extent along its view angle; a frame of zero width keeps `previous`.
+double FrameScale(const FrameRow& row, const CreationParameters& params,
+                  double previous);
+
 // Everything one frame's viewports need.
 struct ViewportPlan {
   frames::Point frame_centre;  // C, model
