@@ -135,19 +135,6 @@ TEST(ControlStatesTest, ScaleOptionSwapsTheTwoGroups) {
   EXPECT_TRUE(EnabledIn(width, "Text_AutoMashtabRamka"));
 }
 
-TEST(ControlStatesTest, ChecksFollowTheirState) {
-  for (bool on : {false, true}) {
-    EXPECT_EQ(
-        EnabledIn(AnnotationCheckStates(on), "Text_MashtabAnnotationBumaga"),
-        on);
-    EXPECT_EQ(
-        EnabledIn(AnnotationCheckStates(on), "Text_MashtabAnnotationModel"),
-        on);
-    EXPECT_EQ(EnabledIn(CopyViewportCheckStates(on), "Picture_CopyViewport"),
-              on);
-  }
-}
-
 TEST(FrameLengthFromPickTest, DividesDistanceByTheAnswer) {
   EXPECT_EQ(FrameLengthFromPick(42000, "100", false), 420);
   EXPECT_EQ(FrameLengthFromPick(420, "", false), 420);  // empty counts as 1

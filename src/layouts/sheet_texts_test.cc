@@ -34,13 +34,6 @@ TEST(FillPlaceholdersTest, InsertedNamesAreNotSearchedAgain) {
   EXPECT_EQ(FillPlaceholders("##2|##3", v), "a##3b.dwg|L##1");
 }
 
-TEST(AttachmentPointForTest, OptionsGiveMiddleLeftCentreRight) {
-  EXPECT_EQ(AttachmentPointFor(0), 4);
-  EXPECT_EQ(AttachmentPointFor(1), 5);
-  EXPECT_EQ(AttachmentPointFor(2), 6);
-  EXPECT_EQ(AttachmentPointFor(-1), 4);
-}
-
 TEST(NamesEqualNoCaseTest, FoldsAsciiAndCyrillic) {
   EXPECT_TRUE(NamesEqualNoCase("Format_A3", "FORMAT_a3"));
   EXPECT_TRUE(NamesEqualNoCase("Штамп", "ШТАМП"));
