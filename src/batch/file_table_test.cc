@@ -104,6 +104,8 @@ TEST(TextCaseTest, FoldsLatinAndCyrillic) {
   EXPECT_EQ(ReplaceIgnoreCase("x\xFFЯя", "я", "R"), "x\xFFRR");
   EXPECT_EQ(FindIgnoreCase("abcБВ", "бв"), 3u);
   EXPECT_EQ(DropLastCodePoints("абв", 1), "аб");
+  EXPECT_EQ(FoldCase(0x17F), char32_t{0x17F});  // long s has no upper case
+  EXPECT_EQ(FoldCase(0x178), char32_t{0xFF});
 }
 
 }  // namespace

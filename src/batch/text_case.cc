@@ -6,7 +6,9 @@ char32_t FoldCase(char32_t c) {
   if (c < 0x80) return (c >= 'A' && c <= 'Z') ? c + 32 : c;
   if (c >= 0xC0 && c <= 0xDE && c != 0xD7) return c + 32;
   if (c >= 0x100 && c <= 0x17F) {
-    if (c == 0x130 || c == 0x131 || c == 0x138 || c == 0x149) return c;
+    if (c == 0x130 || c == 0x131 || c == 0x138 || c == 0x149 || c == 0x17F) {
+      return c;
+    }
     if (c == 0x178) return 0xFF;
     bool odd_is_upper = (c >= 0x139 && c <= 0x148) || (c >= 0x179);
     bool is_odd = (c & 1) != 0;

@@ -1,5 +1,6 @@
 #include "batch/text_runs.h"
 
+#include <charconv>
 #include <vector>
 
 #include "batch/text_case.h"
@@ -68,8 +69,8 @@ std::vector<Piece> Split(std::string_view s, TextFormat format) {
     } else if (n == 'U' && s.size() >= start + 7 && s[start + 2] == '+' &&
                IsHex(s[start + 3]) && IsHex(s[start + 4]) &&
                IsHex(s[start + 5]) && IsHex(s[start + 6])) {
-      char32_t value = static_cast<char32_t>(
-          std::stoul(std::string(s.substr(start + 3, 4)), nullptr, 16));
+      unsigned value = 0;
+      std::from_chars(s.data() + start + 3, s.data() + start + 7, value, 16);
       pieces.push_back({false, value, start, 7});
       i += 7;
     } else if (n == 'M' && i + 2 < cps.size() && cps[i + 2].value == '+') {
