@@ -8,6 +8,7 @@
 
 #include "batch/paths.h"
 #include "batch/text_case.h"
+#include "testing/temp_dir.h"
 
 namespace lmt::batch {
 namespace {
@@ -23,8 +24,7 @@ std::vector<std::string> Names(const FileTable& table) {
 class FileTableFolderTest : public ::testing::Test {
  protected:
   void SetUp() override {
-    dir_ = fs::temp_directory_path() / "lmt_file_table_test";
-    fs::remove_all(dir_);
+    dir_ = temp_.path();
     for (const char* rel :
          {"b.DWG", "A.dxf", "c.txt", "a2.dwg", "notes.dwg.bak", "sub/z.dwg",
           "sub/deep/y.dxf", "Sub2/x.dwg", "план.dwg"}) {
@@ -33,7 +33,7 @@ class FileTableFolderTest : public ::testing::Test {
       std::ofstream(p) << "x";
     }
   }
-  void TearDown() override { fs::remove_all(dir_); }
+  lmt::testing::TempDir temp_;
   fs::path dir_;
 };
 

@@ -8,6 +8,7 @@
 
 #include "batch/paths.h"
 #include "batch/save_version.h"
+#include "testing/temp_dir.h"
 
 namespace lmt::batch {
 namespace {
@@ -16,16 +17,8 @@ namespace fs = std::filesystem;
 
 class SaveTargetTest : public ::testing::Test {
  protected:
-  void SetUp() override {
-    dir_ =
-        fs::temp_directory_path() /
-        ("lmt_save_target_" +
-         std::string(
-             ::testing::UnitTest::GetInstance()->current_test_info()->name()));
-    fs::remove_all(dir_);
-    fs::create_directories(dir_);
-  }
-  void TearDown() override { fs::remove_all(dir_); }
+  void SetUp() override { dir_ = temp_.path(); }
+  lmt::testing::TempDir temp_;
 
   void Touch(const fs::path& p) {
     fs::create_directories(p.parent_path());

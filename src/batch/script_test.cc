@@ -8,6 +8,7 @@
 
 #include "batch/import_commands.h"
 #include "batch/lisp_commands.h"
+#include "testing/temp_dir.h"
 
 namespace lmt::batch {
 namespace {
@@ -78,7 +79,8 @@ TEST(ScriptLoadingTest, DecodesByByteOrderMarkElseUtf8ElseCp1251) {
 }
 
 TEST(ScriptLoadingTest, LoadsAFileAndReportsAMissingOne) {
-  fs::path path = fs::temp_directory_path() / "lmt_script_test.scr";
+  lmt::testing::TempDir temp;
+  fs::path path = temp / "script.scr";
   {
     std::ofstream out(path, std::ios::binary);
     out << "\xFF\xFE";
