@@ -74,6 +74,17 @@ Status ApplySets(const std::vector<SetAssignment>& sets, core::Windows& windows,
       return Status::InvalidArgument("--set " + name + ": unknown key " +
                                      set.key + " in section " + set.section);
     }
+    // Stricter than the settings reader, which falls back to the first
+    // entry: on the command line an index outside the list is a mistake.
+    if (auto* list = dynamic_cast<core::ComboBox*>(slot->control);
+        list != nullptr && list->stored() == core::ComboBox::Stored::kIndex) {
+      Result<int> index = core::ParseIntegerWord(set.value);
+      if (index.ok() && (*index < 0 || *index >= list->size())) {
+        return Status::InvalidArgument("--set " + name + ": index " +
+                                       set.value + " outside 0.." +
+                                       std::to_string(list->size() - 1));
+      }
+    }
     Status s = slot->control->SetValueWord(slot->slot, set.value);
     if (!s.ok()) {
       return Status::InvalidArgument("--set " + name + ": " + s.message());

@@ -121,6 +121,7 @@ TEST_F(CliAppTest, SetErrorsNameTheCulprit) {
       {"OknoLmt.OptionSortPoint1=perhaps", "not a boolean"},
       {"OknoSozdatLayout.CheckCopyViewport=5", "0 or 1"},
       {"VersiaCAD.VersiaCAD=six", "not a whole number"},
+      {"VersiaCAD.VersiaCAD=7", "index 7 outside 0..6"},
   };
   for (const Case& c : cases) {
     EXPECT_EQ(Run({"probe-for-tests", "--set", c.set}), kExitUsage) << c.set;

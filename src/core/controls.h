@@ -124,6 +124,7 @@ class ComboBox : public Control {
   int size() const { return static_cast<int>(items_.size()); }
   int selected() const { return selected_; }  // -1: text not in the list
   const std::string& text() const { return text_; }
+  Stored stored() const { return stored_; }
 
   void Select(int index);  // REQUIRES: 0 <= index < size()
   // Sets the text; selects the first entry equal to it (ASCII case

@@ -46,7 +46,7 @@ enum class TextEncoding {
 
 // Writes the UTF-8 `text` in `encoding` (atomically).
 Status WriteTextFile(const std::filesystem::path& path, std::string_view text,
-                     TextEncoding encoding = TextEncoding::kUtf16Le);
+                     TextEncoding encoding);
 
 // The two readers of the add-in: as the ANSI code page, and as UTF-16LE (a
 // leading byte-order mark is skipped). Both give UTF-8.

@@ -20,7 +20,8 @@ TEST(FileUtilTest, BomDetectionAndTextReaders) {
   EXPECT_TRUE(HasUtf16Bom(file));
   EXPECT_EQ(ReadFileBytes(file).value(), "\xFF\xFE");
 
-  ASSERT_TRUE(WriteTextFile(file, "Скрипт\r\n_Layout").ok());
+  ASSERT_TRUE(
+      WriteTextFile(file, "Скрипт\r\n_Layout", TextEncoding::kUtf16Le).ok());
   EXPECT_TRUE(HasUtf16Bom(file));
   EXPECT_EQ(ReadUtf16TextFile(file).value(), "Скрипт\r\n_Layout");
   EXPECT_EQ(ReadTextFile(file).value(), "Скрипт\r\n_Layout");
