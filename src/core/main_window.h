@@ -43,6 +43,11 @@ struct OknoLmt : Window {
   CheckBox check_vstavit_object;
   CheckBox check_izmenit_printer;
 
+  // Texts the window shows but the user does not choose: the kind of the
+  // active frame template ("Active template:") and the found-frames count.
+  std::string active_template;
+  std::string found_count = "0";
+
   // The header caption of frame-table column `index` (0..6 as in
   // TablTekstiLang).
   const std::string& FrameTableCaption(int index) const;

@@ -90,5 +90,30 @@ TEST_F(PrivateProfileTest, OtherEncodingsAreReadAndKept) {
   EXPECT_EQ(Bytes(), "[S]\r\nk=\xE4\xE0\r\n");
 }
 
+TEST_F(PrivateProfileTest, HandWrittenShapes) {
+  Put("stray=1\n[ Spaced ]\nnoequals\n'half=\"open\nq='x'\n\tk\t=\tv\t\n");
+  EXPECT_EQ(GetProfileString(file_, "", "stray", "d"), "d");
+  EXPECT_EQ(GetProfileString(file_, "Spaced", "noequals", "d"), "d");
+  EXPECT_EQ(GetProfileString(file_, "Spaced", "'half", ""), "\"open");
+  EXPECT_EQ(GetProfileString(file_, "Spaced", "q", ""), "x");
+  EXPECT_EQ(GetProfileString(file_, "Spaced", "k", ""), "v");
+}
+
+TEST_F(PrivateProfileTest, EditOfLfFileKeepsOtherLineEnds) {
+  Put("[A]\na=1\nb=2\n");
+  ASSERT_TRUE(WriteProfileString(file_, "A", "a", "9").ok());
+  EXPECT_EQ(Bytes(), "[A]\na=9\nb=2\n");
+  ASSERT_TRUE(WriteProfileString(file_, "A", "c", "3").ok());
+  EXPECT_EQ(Bytes(), "[A]\na=9\nb=2\nc=3\r\n");
+}
+
+TEST_F(PrivateProfileTest, AppendsToAFileWithoutFinalLineEnd) {
+  Put(WindowsBytes("[A]\r\na=1"));
+  ASSERT_TRUE(WriteProfileString(file_, "A", "b", "2").ok());
+  ASSERT_TRUE(WriteProfileString(file_, "Z", "z", "").ok());
+  EXPECT_EQ(Bytes(), WindowsBytes("[A]\r\na=1\r\nb=2\r\n[Z]\r\nz=\r\n"));
+  EXPECT_EQ(GetProfileString(file_, "Z", "z", "dflt"), "");
+}
+
 }  // namespace
 }  // namespace lmt::core
