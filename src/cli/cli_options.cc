@@ -1,0 +1,179 @@
+#include "cli/cli_options.h"
+
+#include <cctype>
+#include <charconv>
+#include <string_view>
+
+namespace lmt::cli {
+namespace {
+
+bool IsHandle(std::string_view text) {
+  if (text.empty() || text.size() > 16) return false;
+  for (char c : text) {
+    if (!std::isxdigit(static_cast<unsigned char>(c))) return false;
+  }
+  return true;
+}
+
+Status BadHandle(std::string_view option, std::string_view text) {
+  return Status::InvalidArgument(std::string(option) +
+                                 " expects a hexadecimal DXF handle, not '" +
+                                 std::string(text) + "'");
+}
+
+bool ParseDouble(std::string_view text, double& value) {
+  if (!text.empty() && text.front() == '+') text.remove_prefix(1);
+  auto [ptr, ec] =
+      std::from_chars(text.data(), text.data() + text.size(), value);
+  return !text.empty() && ec == std::errc() && ptr == text.data() + text.size();
+}
+
+Result<SetAssignment> ParseSet(std::string_view text) {
+  const size_t eq = text.find('=');
+  const size_t dot = text.find('.');
+  if (eq == std::string_view::npos || dot == std::string_view::npos ||
+      dot > eq || dot == 0 || dot + 1 == eq) {
+    return Status::InvalidArgument("--set expects SECTION.KEY=VALUE, not '" +
+                                   std::string(text) + "'");
+  }
+  return SetAssignment{std::string(text.substr(0, dot)),
+                       std::string(text.substr(dot + 1, eq - dot - 1)),
+                       std::string(text.substr(eq + 1))};
+}
+
+// Options that take a value.
+constexpr std::string_view kValued[] = {
+    "--settings", "--set",      "--lang",          "--template", "--pick",
+    "--start",    "--viewport", "--sort-polyline", "-o",         "--output"};
+
+bool TakesValue(std::string_view name) {
+  for (std::string_view v : kValued) {
+    if (v == name) return true;
+  }
+  return false;
+}
+
+Status Apply(CliOptions& o, std::string_view name, std::string_view value) {
+  if (name == "--settings") {
+    o.settings_file = std::string(value);
+  } else if (name == "--lang") {
+    o.lang_file = std::string(value);
+  } else if (name == "--set") {
+    Result<SetAssignment> set = ParseSet(value);
+    if (!set.ok()) return set.status();
+    o.sets.push_back(*set);
+  } else if (name == "--template") {
+    if (!IsHandle(value)) return BadHandle(name, value);
+    o.template_handle = std::string(value);
+  } else if (name == "--pick") {
+    o.pick_given = true;
+    size_t pos = 0;
+    while (pos <= value.size()) {
+      size_t comma = value.find(',', pos);
+      if (comma == std::string_view::npos) comma = value.size();
+      std::string_view handle = value.substr(pos, comma - pos);
+      if (!IsHandle(handle)) return BadHandle(name, handle);
+      o.pick_handles.emplace_back(handle);
+      pos = comma + 1;
+    }
+  } else if (name == "--start") {
+    const size_t comma = value.find(',');
+    Point2 p;
+    if (comma == std::string_view::npos ||
+        !ParseDouble(value.substr(0, comma), p.x) ||
+        !ParseDouble(value.substr(comma + 1), p.y)) {
+      return Status::InvalidArgument("--start expects X,Y, not '" +
+                                     std::string(value) + "'");
+    }
+    o.start = p;
+  } else if (name == "--sort-polyline") {
+    if (!IsHandle(value)) return BadHandle(name, value);
+    o.sort_polyline = std::string(value);
+  } else if (name == "--viewport") {
+    if (!IsHandle(value)) return BadHandle(name, value);
+    o.viewport = std::string(value);
+  } else if (name == "-o" || name == "--output") {
+    if (value.empty()) return Status::InvalidArgument("-o expects a file");
+    o.output = std::string(value);
+  }
+  return Status::Ok();
+}
+
+}  // namespace
+
+Result<CliOptions> ParseCommandLine(const std::vector<std::string>& args) {
+  CliOptions o;
+  bool options_ended = false;
+  for (size_t i = 0; i < args.size(); ++i) {
+    std::string_view arg = args[i];
+    const bool is_option =
+        !options_ended && arg.size() > 1 && arg.front() == '-';
+    if (!is_option) {
+      if (o.command.empty()) {
+        o.command = std::string(arg);
+      } else {
+        o.args.emplace_back(arg);
+      }
+      continue;
+    }
+    if (arg == "--") {
+      options_ended = true;
+      continue;
+    }
+    std::string_view name = arg;
+    std::optional<std::string_view> inline_value;
+    if (const size_t eq = arg.find('=');
+        arg.starts_with("--") && eq != std::string_view::npos) {
+      name = arg.substr(0, eq);
+      inline_value = arg.substr(eq + 1);
+    }
+    if (name == "--help" || name == "-h") {
+      o.help = true;
+    } else if (name == "--version") {
+      o.version = true;
+    } else if (name == "--yes") {
+      o.yes = true;
+    } else if (name == "--json") {
+      o.json = true;
+    } else if (TakesValue(name)) {
+      std::string_view value;
+      if (inline_value) {
+        value = *inline_value;
+      } else if (i + 1 < args.size()) {
+        value = args[++i];
+      } else {
+        return Status::InvalidArgument(std::string(name) + " needs a value");
+      }
+      Status s = Apply(o, name, value);
+      if (!s.ok()) return s;
+      continue;
+    } else {
+      return Status::InvalidArgument("unknown option " + std::string(name));
+    }
+    if (inline_value) {
+      return Status::InvalidArgument(std::string(name) + " takes no value");
+    }
+  }
+  return o;
+}
+
+std::string GlobalOptionsHelp() {
+  return "Options:\n"
+         "  --settings FILE        read the controls from FILE (default: the "
+         "user's settings file)\n"
+         "  --set SECTION.KEY=VALUE  set one control after the settings "
+         "(repeatable)\n"
+         "  --lang FILE            use FILE as the language file\n"
+         "  --template HANDLE      the picked frame template\n"
+         "  --pick HANDLE[,...]    the objects picked on screen (default: the "
+         "whole model)\n"
+         "  --start X,Y            the sort start point\n"
+         "  --sort-polyline HANDLE the direction polyline for sorting\n"
+         "  --viewport HANDLE      the viewport picked for deletion outside\n"
+         "  --yes                  answer Yes to every question\n"
+         "  -o, --output FILE      the drawing to write\n"
+         "  --json                 print results as JSON\n"
+         "  --help, --version\n";
+}
+
+}  // namespace lmt::cli

@@ -1,0 +1,66 @@
+// The parsed command line of `layomat`: the command, its arguments, and the
+// global options every command may read (settings, language, the answers to
+// the user's picks and prompts, output). Options may stand before or after
+// the command, as "--name value" or "--name=value"; "--" ends the options.
+// Nothing here looks at files or at the window models.
+#ifndef LMT_CLI_CLI_OPTIONS_H_
+#define LMT_CLI_CLI_OPTIONS_H_
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "core/status.h"
+
+namespace lmt::cli {
+
+// Exit statuses of the command line.
+enum ExitStatus : int {
+  kExitOk = 0,         // the command ran to its end
+  kExitRefused = 1,    // the command stopped with one of its refusals
+  kExitUsage = 2,      // bad command line
+  kExitFileError = 3,  // a file could not be read, parsed or written
+};
+
+// One --set SECTION.KEY=VALUE.
+struct SetAssignment {
+  std::string section;
+  std::string key;
+  std::string value;
+};
+
+struct Point2 {
+  double x = 0;
+  double y = 0;
+};
+
+struct CliOptions {
+  std::string command;            // empty: none given
+  std::vector<std::string> args;  // the command's positional arguments
+
+  bool help = false;
+  bool version = false;
+  std::optional<std::string> settings_file;  // --settings
+  std::optional<std::string> lang_file;      // --lang
+  std::vector<SetAssignment> sets;           // --set, in order
+
+  std::optional<std::string> template_handle;  // --template (hex)
+  std::vector<std::string> pick_handles;       // --pick (hex), may be empty
+  bool pick_given = false;                     // --pick present
+  std::optional<Point2> start;                 // --start X,Y
+  std::optional<std::string> sort_polyline;    // --sort-polyline (hex)
+  std::optional<std::string> viewport;         // --viewport (hex)
+  bool yes = false;                            // --yes
+  std::optional<std::string> output;           // -o / --output
+  bool json = false;                           // --json
+};
+
+// InvalidArgument with a message for the user on a bad command line.
+Result<CliOptions> ParseCommandLine(const std::vector<std::string>& args);
+
+// The usage text of the global options (for --help).
+std::string GlobalOptionsHelp();
+
+}  // namespace lmt::cli
+
+#endif  // LMT_CLI_CLI_OPTIONS_H_

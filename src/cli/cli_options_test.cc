@@ -1,0 +1,70 @@
+#include "cli/cli_options.h"
+
+#include <gtest/gtest.h>
+
+namespace lmt::cli {
+namespace {
+
+TEST(ParseCommandLineTest, OptionsAnywhereInBothForms) {
+  Result<CliOptions> o = ParseCommandLine({"--settings",
+                                           "s.ini",
+                                           "frames",
+                                           "a.dxf",
+                                           "--set=OknoLmt.TextX=a=b",
+                                           "--template",
+                                           "2F",
+                                           "--pick=1A,2b",
+                                           "--start",
+                                           "-10.5,20",
+                                           "--yes",
+                                           "-o",
+                                           "out.dxf",
+                                           "--json",
+                                           "--sort-polyline",
+                                           "FF",
+                                           "--viewport=3",
+                                           "--lang",
+                                           "L.ini",
+                                           "--",
+                                           "--literal"});
+  ASSERT_TRUE(o.ok()) << o.status().ToString();
+  EXPECT_EQ(o->command, "frames");
+  EXPECT_EQ(o->args, (std::vector<std::string>{"a.dxf", "--literal"}));
+  EXPECT_EQ(*o->settings_file, "s.ini");
+  ASSERT_EQ(o->sets.size(), 1u);
+  EXPECT_EQ(o->sets[0].section, "OknoLmt");
+  EXPECT_EQ(o->sets[0].key, "TextX");
+  EXPECT_EQ(o->sets[0].value, "a=b");
+  EXPECT_EQ(*o->template_handle, "2F");
+  EXPECT_EQ(o->pick_handles, (std::vector<std::string>{"1A", "2b"}));
+  EXPECT_DOUBLE_EQ(o->start->x, -10.5);
+  EXPECT_DOUBLE_EQ(o->start->y, 20);
+  EXPECT_TRUE(o->yes);
+  EXPECT_TRUE(o->json);
+  EXPECT_EQ(*o->output, "out.dxf");
+  EXPECT_EQ(*o->sort_polyline, "FF");
+  EXPECT_EQ(*o->viewport, "3");
+  EXPECT_EQ(*o->lang_file, "L.ini");
+}
+
+TEST(ParseCommandLineTest, EmptySetValueIsAllowed) {
+  Result<CliOptions> o = ParseCommandLine({"--set", "OknoLmt.TextX="});
+  ASSERT_TRUE(o.ok());
+  EXPECT_EQ(o->sets[0].value, "");
+}
+
+TEST(ParseCommandLineTest, BadCommandLines) {
+  const std::vector<std::vector<std::string>> bad = {
+      {"--frobnicate"},     {"--settings"},
+      {"--set", "NoDot=1"}, {"--set", "OknoLmt.Key"},
+      {"--set", ".Key=1"},  {"--template", "XYZ"},
+      {"--pick", "1A,,2B"}, {"--start", "1;2"},
+      {"--start", "1,"},    {"--yes=1"},
+  };
+  for (const auto& args : bad) {
+    EXPECT_FALSE(ParseCommandLine(args).ok()) << args[0];
+  }
+}
+
+}  // namespace
+}  // namespace lmt::cli

@@ -1,0 +1,21 @@
+#include "core/globals.h"
+
+#include "core/text_encoding.h"
+
+namespace lmt::core {
+
+bool Globals::russian() const {
+  return EqualsIgnoreAsciiCase(language_mode, kLanguageModeRussian);
+}
+
+void Globals::UseLanguageFile(std::filesystem::path language_file) {
+  language_file_path = std::move(language_file);
+  language_mode = std::string(kLanguageModeMulti);
+  product_name = std::string(kProductNameInternational);
+  // The support pair of the international installation: product data that
+  // the maker fills in.
+  support_address = "";
+  web_site = "";
+}
+
+}  // namespace lmt::core
