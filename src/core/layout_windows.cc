@@ -111,6 +111,22 @@ OknoSozdatLayout::OknoSozdatLayout()
       option_viewport_rotate_start(this, "Option_ViewportRotateStart", 2, 0),
       check_viewport_rotate_block(this, "Check_ViewportRotateBlock", false) {}
 
+void OknoSozdatLayout::UpdateEnabled() {
+  const bool fixed = option_select_mashtab.selected() == 0;
+  text_mashtab_bumaga.set_enabled(fixed);
+  text_mashtab_model.set_enabled(fixed);
+  text_auto_mashtab_ramka.set_enabled(!fixed);
+  const bool annotation = check_mashtab_annotation.checked();
+  text_mashtab_annotation_bumaga.set_enabled(annotation);
+  text_mashtab_annotation_model.set_enabled(annotation);
+  const bool copy = check_copy_viewport.checked();
+  for (TextField* field :
+       {&text_copy_mashtab_bumaga, &text_copy_mashtab_model, &text_copy_coord_x,
+        &text_copy_coord_y, &text_copy_shirina, &text_copy_visota}) {
+    field->set_enabled(copy);
+  }
+}
+
 OknoDeistvie::OknoDeistvie()
     : Window("OknoDeistvie", kDeistvieCaptions),
       check_sozdat_text(this, "Check_SozdatText", false),

@@ -55,6 +55,11 @@ struct OknoSozdatLayout : Window {
   CheckBox check_initializacia;              // key "Check_Initializacia"
   OptionGroup option_viewport_rotate_start;  // 2
   CheckBox check_viewport_rotate_block;
+
+  // Enables the fields of the chosen scale option, the explicit annotation
+  // scale while the annotation scale is set, and the second viewport's
+  // fields while it is set, as the window's click handlers do.
+  void UpdateEnabled();
 };
 
 struct OknoDeistvie : Window {

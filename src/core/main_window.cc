@@ -130,6 +130,13 @@ OknoLmt::OknoLmt()
       check_vstavit_object(this, "Check_VstavitObject", false),
       check_izmenit_printer(this, "Check_IzmenitPrinter", false) {}
 
+void OknoLmt::UpdateEnabled() {
+  combo_nomer_autocad.set_enabled(combo_versia_cad.selected() == 0);
+  const int mode = option_vid_sozdat_layout.selected();
+  uni_text_name_obrazec_layout.set_enabled(mode == 1 || mode == 2);
+  uni_text_name_obrazec_put_file_layout.set_enabled(mode == 2);
+}
+
 const std::string& OknoLmt::FrameTableCaption(int index) const {
   LMT_CHECK(index >= 0 && index < kFrameTableCaptionCount);
   return caption("TablTekstiLang" + std::to_string(index));

@@ -48,6 +48,11 @@ struct OknoLmt : Window {
   std::string active_template;
   std::string found_count = "0";
 
+  // Enables the controls that depend on others, as the window's click
+  // handlers do: the AutoCAD release list only for host kind 0, the pattern
+  // layout for creation modes 1 and 2, its file for mode 2.
+  void UpdateEnabled();
+
   // The header caption of frame-table column `index` (0..6 as in
   // TablTekstiLang).
   const std::string& FrameTableCaption(int index) const;

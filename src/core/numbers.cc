@@ -53,4 +53,16 @@ double TextToNumber(std::string_view text, bool decimal_comma) {
   return value;
 }
 
+std::optional<char> FilterNumericKey(char key, std::string_view field_text,
+                                     bool decimal_comma) {
+  if (key == kBackspace || (key >= '0' && key <= '9')) return key;
+  if (key == '.' || key == ',') {
+    const char separator = decimal_comma ? ',' : '.';
+    if (field_text.find(separator) != std::string_view::npos)
+      return std::nullopt;
+    return separator;
+  }
+  return std::nullopt;
+}
+
 }  // namespace lmt::core

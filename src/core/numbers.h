@@ -5,6 +5,7 @@
 #define LMT_CORE_NUMBERS_H_
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -26,6 +27,15 @@ bool DetectDecimalSeparator(const NumberFormatter& format, bool current);
 // locale; text that is then not a number (blanks around it allowed) gives 0,
 // as the conversion error is swallowed.
 double TextToNumber(std::string_view text, bool decimal_comma);
+
+inline constexpr char kBackspace = '\b';
+
+// The shared key filter of numeric fields: what a key press inserts into a
+// field holding `field_text`, or nullopt when the key is dropped. Backspace
+// and digits pass; "." and "," become the locale's separator unless the
+// field already holds one; everything else (a minus sign too) is dropped.
+std::optional<char> FilterNumericKey(char key, std::string_view field_text,
+                                     bool decimal_comma);
 
 }  // namespace lmt::core
 

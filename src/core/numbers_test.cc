@@ -28,5 +28,16 @@ TEST(TextToNumberTest, BothSeparatorsInBothLocales) {
   }
 }
 
+TEST(FilterNumericKeyTest, OneLocaleSeparatorAndDigitsOnly) {
+  EXPECT_EQ(FilterNumericKey('.', "12", true), ',');
+  EXPECT_EQ(FilterNumericKey(',', "12", false), '.');
+  EXPECT_EQ(FilterNumericKey('.', "1,2", true), std::nullopt);
+  EXPECT_EQ(FilterNumericKey(',', "1.2", false), std::nullopt);
+  EXPECT_EQ(FilterNumericKey('7', "1.2", false), '7');
+  EXPECT_EQ(FilterNumericKey(kBackspace, "", false), kBackspace);
+  EXPECT_EQ(FilterNumericKey('-', "", false), std::nullopt);
+  EXPECT_EQ(FilterNumericKey('e', "", false), std::nullopt);
+}
+
 }  // namespace
 }  // namespace lmt::core

@@ -69,9 +69,10 @@ void AddIn::LoadModels(const std::filesystem::path& settings_file) {
   main.combo_nomer_autocad.Select(0);
   for (Routine& reset : search_resets_) reset(*this);
   ReadStartupSettings(settings_file, windows_);
-  // The release list serves AutoCAD only; while started is false a changed
-  // host kind has no other effect.
-  main.combo_nomer_autocad.set_enabled(main.combo_versia_cad.selected() == 0);
+  // Assigning stored values fires the windows' click handlers; while started
+  // is false a changed host kind has no effect beyond the enabling.
+  main.UpdateEnabled();
+  windows_.okno_sozdat_layout.UpdateEnabled();
   for (Window* window : windows_.All()) view_->Refresh(*window);
 }
 

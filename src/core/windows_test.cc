@@ -48,6 +48,23 @@ TEST(WindowsTest, DesignedValues) {
             "_Layout\r\n_Set\r\nLayout1");
 }
 
+TEST(WindowsTest, DependentControlsFollowTheirChoice) {
+  Windows w;
+  w.okno_lmt.combo_versia_cad.Select(2);
+  w.okno_lmt.option_vid_sozdat_layout.Select(1);
+  w.okno_lmt.UpdateEnabled();
+  EXPECT_FALSE(w.okno_lmt.combo_nomer_autocad.enabled());
+  EXPECT_TRUE(w.okno_lmt.uni_text_name_obrazec_layout.enabled());
+  EXPECT_FALSE(w.okno_lmt.uni_text_name_obrazec_put_file_layout.enabled());
+  OknoSozdatLayout& s = w.okno_sozdat_layout;
+  s.option_select_mashtab.Select(1);
+  s.UpdateEnabled();
+  EXPECT_FALSE(s.text_mashtab_model.enabled());
+  EXPECT_TRUE(s.text_auto_mashtab_ramka.enabled());
+  EXPECT_FALSE(s.text_copy_shirina.enabled());
+  EXPECT_FALSE(s.text_mashtab_annotation_model.enabled());
+}
+
 TEST(FixedListsTest, TablesAsTheProductHasThem) {
   const auto versions = SaveVersionList(kSaveVersionDefaultEnglish);
   ASSERT_EQ(versions.size(), static_cast<size_t>(kSaveVersionCount));
