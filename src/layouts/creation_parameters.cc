@@ -4,6 +4,8 @@
 #include <cmath>
 #include <cstdio>
 
+#include "core/numbers.h"
+
 namespace lmt::layouts {
 namespace {
 
@@ -28,22 +30,10 @@ std::string_view Trim(std::string_view text) {
 }  // namespace
 
 double FieldToNumber(std::string_view text, bool decimal_comma) {
-  // Either separator is accepted in either locale, so the flag changes
-  // nothing here; it stays in the signature to match the shared parser.
-  (void)decimal_comma;
-  std::string normal(Trim(text));
-  for (char& c : normal) {
-    if (c == ',') c = '.';
-  }
-  std::string_view digits = normal;
-  if (!digits.empty() && digits.front() == '+') digits.remove_prefix(1);
-  if (digits.empty()) return 0;
-  double value = 0;
-  auto [end, ec] =
-      std::from_chars(digits.data(), digits.data() + digits.size(), value);
-  if (ec != std::errc() || end != digits.data() + digits.size()) return 0;
-  if (!std::isfinite(value)) return 0;
-  return value;
+  // A failed conversion is 0 in core's parser too; infinities would reach a
+  // viewport's size, so they count as failed here.
+  double value = core::TextToNumber(text, decimal_comma);
+  return std::isfinite(value) ? value : 0;
 }
 
 std::string NumberToField(double value, bool decimal_comma) {
@@ -107,20 +97,6 @@ CreationParameters ReadCreationParameters(const CreationFieldTexts& f,
   p.copy_width = num(f.copy_width);
   p.copy_height = num(f.copy_height);
   return p;
-}
-
-std::optional<int> FilterNumericKey(int key, std::string_view field_text,
-                                    bool decimal_comma) {
-  if (key == kKeyBackspace) return key;
-  if (key >= '0' && key <= '9') return key;
-  if (key == '.' || key == ',') {
-    char separator = decimal_comma ? ',' : '.';
-    if (field_text.find(separator) != std::string_view::npos) {
-      return std::nullopt;
-    }
-    return separator;
-  }
-  return std::nullopt;
 }
 
 std::vector<ControlState> ScaleOptionStates(ScaleMode mode) {

@@ -126,18 +126,6 @@ CreationParameters ReadCreationParameters(const CreationFieldTexts& fields,
 // scale name the host looks up in its scale list, not a computed number.
 std::string AnnotationScaleName(const CreationFieldTexts& fields);
 
-// Key codes the numeric key filter knows.
-inline constexpr int kKeyBackspace = 8;
-
-// The shared key filter of the numeric fields, for one key press into a
-// field that holds `field_text`. Returns the key to let through, or nullopt
-// to drop it. Backspace and the digits pass; "." and "," become the
-// locale's separator ("," when `decimal_comma`, else ".") unless the field
-// already holds that separator; everything else (the minus sign included)
-// is dropped.
-std::optional<int> FilterNumericKey(int key, std::string_view field_text,
-                                    bool decimal_comma);
-
 // One control's enabled state.
 struct ControlState {
   std::string_view control;  // the control's name

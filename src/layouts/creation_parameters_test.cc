@@ -84,34 +84,6 @@ TEST(AnnotationScaleNameTest, TakesFixedOrExplicitFields) {
   EXPECT_EQ(AnnotationScaleName(f), "1:100");
 }
 
-struct KeyCase {
-  int key;
-  const char* field;
-  bool comma;
-  std::optional<int> expected;
-};
-
-TEST(FilterNumericKeyTest, Table) {
-  const KeyCase cases[] = {
-      {kKeyBackspace, "1,5", true, kKeyBackspace},
-      {'7', "", false, '7'},
-      {'.', "12", true, ','},   // a point typed on a comma locale
-      {',', "12", false, '.'},  // and a comma on a point locale
-      {'.', "1,5", true, std::nullopt},
-      {',', "1,5", true, std::nullopt},
-      {',', "1.5", false, std::nullopt},
-      // A separator of the other kind in the field does not count.
-      {'.', "1.5", true, ','},
-      {'-', "", false, std::nullopt},
-      {'e', "1", false, std::nullopt},
-      {' ', "1", false, std::nullopt},
-  };
-  for (const KeyCase& c : cases) {
-    EXPECT_EQ(FilterNumericKey(c.key, c.field, c.comma), c.expected)
-        << char(c.key) << " into '" << c.field << "' comma=" << c.comma;
-  }
-}
-
 bool EnabledIn(const std::vector<ControlState>& states,
                std::string_view control) {
   for (const ControlState& s : states) {
