@@ -157,6 +157,7 @@ class Document {
 
  private:
   Document() = default;
+  Status Init(std::string_view data);
   Status Build(const std::vector<Tag>& tags);
   Status Error(size_t tag_index, const std::string& what) const;
   void Route(RecordId id);
@@ -166,7 +167,10 @@ class Document {
   uint64_t HandSeed() const;
 
   std::string name_;
-  std::string data_;  // the whole file; base tags point into it
+  // The whole file (one of the two); base tags point into it.
+  std::string data_;
+  std::unique_ptr<char[]> file_;
+  size_t input_size_ = 0;
   bool binary_ = false;
   bool crlf_ = false;
   EntityDb db_;

@@ -94,6 +94,11 @@ int Entity::FindIn(std::string_view subclass, int code) const {
   return -1;
 }
 
+int Entity::FindField(std::string_view subclass, int code) const {
+  if (Find(100) < 0) return Find(code);
+  return FindIn(subclass, code);
+}
+
 int Entity::XDataBegin() const {
   auto t = tags();
   for (size_t i = 1; i < t.size(); ++i) {
@@ -143,8 +148,8 @@ void Entity::SetValueAt(int index, std::string_view value) {
   std::span<Tag> t = db_->mutable_tags(id_);
   DXF_CHECK(index >= 0 && index < static_cast<int>(t.size()));
   std::string_view v = db_->StoreValue(value);
-  t[index].data = v.data();
-  t[index].size = static_cast<uint32_t>(v.size());
+  DXF_CHECK(v.size() <= Tag::kMaxSize);
+  t[index].SetValue(v);
 }
 
 int Entity::Set(int code, std::string_view value, int where_missing) {

@@ -55,6 +55,9 @@ class Entity {
   // Same, limited to the subclass opened by `100 subclass`; -1 when the
   // subclass or the code is absent.
   int FindIn(std::string_view subclass, int code) const;
+  // FindIn for files with subclass markers; R12 entities have none, so
+  // there the first `code` anywhere.
+  int FindField(std::string_view subclass, int code) const;
   // Index of the `100 subclass` marker, or -1.
   int FindSubclass(std::string_view subclass) const;
   // End of the subclass starting at marker index `marker`: the next 100,

@@ -124,11 +124,8 @@ std::string_view EntityDb::StoreValue(std::string_view value) {
 
 Tag EntityDb::MakeTag(int code, std::string_view value) {
   std::string_view v = StoreValue(value);
-  Tag t;
-  t.data = v.data();
-  t.size = static_cast<uint32_t>(v.size());
-  t.code = static_cast<int16_t>(code);
-  return t;
+  DXF_CHECK(v.size() <= Tag::kMaxSize && code >= 0 && code <= kMaxGroupCode);
+  return Tag(code, v);
 }
 
 }  // namespace lmt::dxf

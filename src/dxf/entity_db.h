@@ -51,6 +51,8 @@ class EntityDb {
   bool IndexHandle(RecordId id);
 
   size_t size() const { return records_.size(); }
+  void ReserveRecords(size_t n) { records_.reserve(n); }
+  void ReserveIndex(size_t n) { by_handle_.reserve(n); }
   std::span<const Tag> tags(RecordId id) const;
   // In-place access; the tag count cannot change through it.
   std::span<Tag> mutable_tags(RecordId id);

@@ -5,7 +5,39 @@
 
 namespace lmt::dxf {
 
+namespace {
+ValueType ComputeType(int code);
+
+struct TypeTable {
+  ValueType type[kMaxGroupCode + 1];
+  bool numeric[kMaxGroupCode + 1];
+  TypeTable() {
+    for (int c = 0; c <= kMaxGroupCode; ++c) {
+      type[c] = ComputeType(c);
+      numeric[c] = type[c] != ValueType::kString &&
+                   type[c] != ValueType::kHandle &&
+                   type[c] != ValueType::kBinary;
+    }
+  }
+};
+
+const TypeTable& Types() {
+  static const TypeTable table;
+  return table;
+}
+}  // namespace
+
 ValueType TypeOfCode(int code) {
+  if (code < 0 || code > kMaxGroupCode) return ValueType::kString;
+  return Types().type[code];
+}
+
+bool IsNumericCode(int code) {
+  return code >= 0 && code <= kMaxGroupCode && Types().numeric[code];
+}
+
+namespace {
+ValueType ComputeType(int code) {
   if (code < 10) return ValueType::kString;
   if (code < 60) return ValueType::kDouble;
   if (code < 80) return ValueType::kInt16;
@@ -45,6 +77,7 @@ ValueType TypeOfCode(int code) {
   if (code == 1071) return ValueType::kInt32;
   return ValueType::kString;
 }
+}  // namespace
 
 std::optional<double> ParseDouble(std::string_view s) {
   const char* b = s.data();
@@ -74,8 +107,19 @@ std::optional<int64_t> ParseInt(std::string_view s) {
 std::optional<uint64_t> ParseHandle(std::string_view s) {
   if (s.empty() || s.size() > 16) return std::nullopt;
   uint64_t v = 0;
-  auto [p, ec] = std::from_chars(s.data(), s.data() + s.size(), v, 16);
-  if (ec != std::errc() || p != s.data() + s.size()) return std::nullopt;
+  for (char c : s) {
+    unsigned d;
+    if (c >= '0' && c <= '9') {
+      d = static_cast<unsigned>(c - '0');
+    } else if (c >= 'A' && c <= 'F') {
+      d = static_cast<unsigned>(c - 'A' + 10);
+    } else if (c >= 'a' && c <= 'f') {
+      d = static_cast<unsigned>(c - 'a' + 10);
+    } else {
+      return std::nullopt;
+    }
+    v = (v << 4) | d;
+  }
   return v;
 }
 

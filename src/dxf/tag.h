@@ -30,24 +30,49 @@ enum class ValueType : uint8_t {
   kBinary,  // hex text in ASCII files, length-prefixed bytes in binary ones
 };
 
-ValueType TypeOfCode(int code);
-inline bool IsNumericCode(int code) {
-  ValueType t = TypeOfCode(code);
-  return t != ValueType::kString && t != ValueType::kHandle &&
-         t != ValueType::kBinary;
-}
-
 // Highest group code the format defines (1071, XDATA int32).
 inline constexpr int kMaxGroupCode = 1071;
 
-struct Tag {
-  const char* data = nullptr;
-  uint32_t size = 0;
-  int16_t code = 0;
+// REQUIRES: 0 <= code <= kMaxGroupCode for the table-based forms.
+ValueType TypeOfCode(int code);
+bool IsNumericCode(int code);
 
-  std::string_view value() const { return {data, size}; }
-  bool Is(int c, std::string_view v) const { return code == c && value() == v; }
+// 12 bytes, so that the tag array of a large drawing stays small: the
+// pointer is split in two words and the size shares a word with the code.
+struct Tag {
+  static constexpr uint32_t kMaxSize = (1u << 20) - 1;  // per value
+
+  Tag() : lo_(0), hi_(0), size_(0), code(0) {}
+  // REQUIRES: size <= kMaxSize, 0 <= code <= kMaxGroupCode.
+  Tag(int c, std::string_view v) { Reset(c, v); }
+
+  std::string_view value() const { return {data(), size_}; }
+  const char* data() const {
+    return reinterpret_cast<const char*>(
+        static_cast<uintptr_t>((static_cast<uint64_t>(hi_) << 32) | lo_));
+  }
+  uint32_t size() const { return size_; }
+  bool Is(int c, std::string_view v) const {
+    return static_cast<int>(code) == c && value() == v;
+  }
+  void Reset(int c, std::string_view v) {
+    uint64_t p = reinterpret_cast<uintptr_t>(v.data());
+    lo_ = static_cast<uint32_t>(p);
+    hi_ = static_cast<uint32_t>(p >> 32);
+    size_ = static_cast<uint32_t>(v.size());
+    code = static_cast<uint32_t>(c);
+  }
+  void SetValue(std::string_view v) { Reset(static_cast<int>(code), v); }
+
+ private:
+  uint32_t lo_;
+  uint32_t hi_;
+  uint32_t size_ : 20;
+
+ public:
+  uint32_t code : 12;
 };
+static_assert(sizeof(Tag) == 12);
 
 // Number parsing and formatting, locale independent. Parse* return nullopt
 // for text that is not a number of that kind.

@@ -1,6 +1,7 @@
 #include "dxf/tag_reader.h"
 
 #include <algorithm>
+#include <bit>
 #include <cstdint>
 #include <cstring>
 #include <string>
@@ -47,54 +48,95 @@ inline int ParseCode(const char* b, const char* e) {
   return v <= kMaxGroupCode ? v : -1;
 }
 
+// The next '\n' at or after p, or end. Eight bytes at a time: most lines
+// are short, and a libc call per line costs more than the scan.
+inline const char* FindNewline(const char* p, const char* end) {
+  if constexpr (std::endian::native == std::endian::little) {
+    constexpr uint64_t kOnes = 0x0101010101010101ULL;
+    constexpr uint64_t kHigh = 0x8080808080808080ULL;
+    constexpr uint64_t kNl = 0x0a0a0a0a0a0a0a0aULL;
+    while (end - p >= 8) {
+      uint64_t x;
+      std::memcpy(&x, p, 8);
+      uint64_t y = x ^ kNl;
+      uint64_t hit = (y - kOnes) & ~y & kHigh;
+      if (hit) return p + (std::countr_zero(hit) >> 3);
+      p += 8;
+    }
+  }
+  while (p < end && *p != '\n') ++p;
+  return p;
+}
+
 Status ReadAscii(std::string_view data, std::string_view name, TagFile* out) {
   const char* p = data.data();
   const char* end = p + data.size();
   if (data.substr(0, 3) == "\xEF\xBB\xBF") p += 3;
-  size_t lines = static_cast<size_t>(std::count(p, end, '\n'));
-  out->tags.reserve(lines / 2 + 1);
-  const char* first_nl =
-      static_cast<const char*>(std::memchr(p, '\n', end - p));
-  out->crlf = first_nl && first_nl > p && first_nl[-1] == '\r';
+  // A guess, not a bound: CAD files average well over 8 bytes a tag, and
+  // pages of the reserve that are never touched cost no memory.
+  out->tags.reserve(data.size() / 8 + 16);
+  const char* first_nl = FindNewline(p, end);
+  out->crlf = first_nl < end && first_nl > p && first_nl[-1] == '\r';
+  bool numeric[kMaxGroupCode + 1];
+  for (int c = 0; c <= kMaxGroupCode; ++c) numeric[c] = IsNumericCode(c);
+  numeric[0] = true;  // structure names are trimmed like numbers
   size_t line = 1;
   bool seen_eof = false;
   while (p < end) {
-    const char* nl = static_cast<const char*>(std::memchr(p, '\n', end - p));
-    const char* le = nl ? nl : end;
-    int code = ParseCode(p, le);
-    if (code < 0) {
-      std::string_view text = Trim(std::string_view(p, le - p));
-      if (text.empty() &&
-          std::all_of(p, end, [](char c) { return IsBlank(c) || c == '\n'; })) {
-        break;  // trailing blank lines
+    // Fast path for the usual "  10" code line.
+    const char* q = p;
+    while (q < end && *q == ' ') ++q;
+    const char* digits = q;
+    int code = 0;
+    while (q < end && static_cast<unsigned>(*q - '0') <= 9 && q - digits < 5) {
+      code = code * 10 + (*q - '0');
+      ++q;
+    }
+    size_t ndigits = static_cast<size_t>(q - digits);
+    while (q < end && (*q == '\r' || *q == ' ' || *q == '\t')) ++q;
+    if (ndigits == 0 || ndigits > 4 || code > kMaxGroupCode || q >= end ||
+        *q != '\n') {
+      // Unusual or broken: decide on the whole line.
+      const char* le = FindNewline(p, end);
+      code = ParseCode(p, le);
+      if (code < 0) {
+        std::string_view text = Trim(std::string_view(p, le - p));
+        if (text.empty() && std::all_of(p, end, [](char c) {
+              return IsBlank(c) || c == '\n';
+            })) {
+          break;  // trailing blank lines
+        }
+        return Status::Corruption(
+            std::string(name) + ":" + std::to_string(line) +
+            ": expected a group code, got " + Quote(text));
       }
-      return Status::Corruption(std::string(name) + ":" + std::to_string(line) +
-                                ": expected a group code, got " + Quote(text));
+      q = le;
+      if (q >= end) {
+        return Status::Corruption(std::string(name) + ":" +
+                                  std::to_string(line + 1) +
+                                  ": expected a value after group code " +
+                                  std::to_string(code) + ", got end of file");
+      }
     }
-    if (!nl) {
-      return Status::Corruption(std::string(name) + ":" +
-                                std::to_string(line + 1) +
-                                ": expected a value after group code " +
-                                std::to_string(code) + ", got end of file");
-    }
-    p = nl + 1;
+    p = q + 1;
     ++line;
-    const char* vnl = static_cast<const char*>(std::memchr(p, '\n', end - p));
-    const char* ve = vnl ? vnl : end;
+    const char* vnl = FindNewline(p, end);
+    const char* ve = vnl;
     const char* vb = p;
     if (ve > vb && ve[-1] == '\r') --ve;
-    if (IsNumericCode(code) || code == 0) {
+    if (numeric[code]) {
       while (vb < ve && (*vb == ' ' || *vb == '\t')) ++vb;
       while (ve > vb && (ve[-1] == ' ' || ve[-1] == '\t')) --ve;
     }
-    Tag t;
-    t.data = vb;
-    t.size = static_cast<uint32_t>(ve - vb);
-    t.code = static_cast<int16_t>(code);
-    out->tags.push_back(t);
-    p = vnl ? vnl + 1 : end;
+    if (static_cast<size_t>(ve - vb) > Tag::kMaxSize) {
+      return Status::Corruption(std::string(name) + ":" + std::to_string(line) +
+                                ": expected a value of at most 1 MiB, got " +
+                                std::to_string(ve - vb) + " bytes");
+    }
+    out->tags.emplace_back(code, std::string_view(vb, ve - vb));
+    p = vnl < end ? vnl + 1 : end;
     ++line;
-    if (code == 0 && t.value() == "EOF") {
+    if (code == 0 && ve - vb == 3 && std::memcmp(vb, "EOF", 3) == 0) {
       seen_eof = true;
       break;
     }
@@ -206,11 +248,11 @@ Status ReadBinary(std::string_view data, std::string_view name, Arena* arena,
         break;
       }
     }
-    Tag t;
-    t.data = value.data();
-    t.size = static_cast<uint32_t>(value.size());
-    t.code = static_cast<int16_t>(code);
-    out->tags.push_back(t);
+    if (value.size() > Tag::kMaxSize) {
+      return fail(tag_at, "expected a value of at most 1 MiB, got " +
+                              std::to_string(value.size()) + " bytes");
+    }
+    out->tags.emplace_back(code, value);
     if (code == 0 && value == "EOF") {
       seen_eof = true;
       break;
