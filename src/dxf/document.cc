@@ -239,6 +239,13 @@ Status Document::Build(const std::vector<Tag>& tags) {
     } else if (name == "ENTITIES") {
       had_entities_section_ = true;
       for (size_t k = 0; k < recs.size(); ++k) {
+        // They would open a block inside BLOCKS once routed there.
+        if (type_of(k) == "BLOCK" || type_of(k) == "ENDBLK") {
+          return Error(recs[k].second,
+                       "expected an entity in section "
+                       "ENTITIES, got " +
+                           Describe(tags[recs[k].second]));
+        }
         add_entity(recs[k].first, type_of(k), &pending);
       }
     } else if (name == "OBJECTS") {
