@@ -439,6 +439,55 @@ Block* Document::BlockOf(Entity e) {
   return nullptr;
 }
 
+Block* Document::AddBlock(std::string_view name) {
+  if (Block* b = FindBlock(name)) return b;
+  bool paper = StartsWithNoCase(name, "*Paper_Space");
+  uint64_t record = 0;
+  if (!IsR12() && table("BLOCK_RECORD")) {
+    std::vector<Tag> r = {MakeTag(0, "BLOCK_RECORD"),
+                          MakeTag(100, "AcDbSymbolTableRecord"),
+                          MakeTag(100, "AcDbBlockTableRecord"),
+                          MakeTag(2, name), MakeTag(340, "0")};
+    if (version() >= "AC1021") {  // units, explodable, scale uniformly
+      r.push_back(MakeTag(70, "0"));
+      r.push_back(MakeTag(280, "1"));
+      r.push_back(MakeTag(281, "0"));
+    }
+    record = AddTableEntry("BLOCK_RECORD", std::move(r)).handle();
+  }
+  auto head = [&](std::string_view type, std::string_view marker) {
+    std::vector<Tag> t = {MakeTag(0, type)};
+    if (!IsR12()) t.push_back(MakeTag(100, "AcDbEntity"));
+    if (paper && !IsR12()) t.push_back(MakeTag(67, "1"));
+    t.push_back(MakeTag(8, "0"));
+    if (!IsR12()) t.push_back(MakeTag(100, marker));
+    return t;
+  };
+  std::vector<Tag> begin = head("BLOCK", "AcDbBlockBegin");
+  for (Tag t : {MakeTag(2, name), MakeTag(70, "0"), MakeTag(10, "0.0"),
+                MakeTag(20, "0.0"), MakeTag(30, "0.0"), MakeTag(3, name),
+                MakeTag(1, "")}) {
+    begin.push_back(t);
+  }
+  Block* b = NewBlock(std::string(name));
+  b->record_handle = record;
+  b->begin = db_.Create(std::move(begin));
+  b->end = db_.Create(head("ENDBLK", "AcDbBlockEnd"));
+  for (RecordId id : {b->begin, b->end}) {
+    db_.SetHandle(id, AllocateHandle());
+    if (record) entity(id).SetOwner(record);
+  }
+  if (record) block_by_record_.emplace(record, b);
+  if (!section_order_.empty() &&
+      std::none_of(section_order_.begin(), section_order_.end(),
+                   [](const auto& s) { return s.name == "BLOCKS"; })) {
+    auto it = std::find_if(section_order_.begin(), section_order_.end(),
+                           [](const auto& s) { return s.name == "ENTITIES"; });
+    section_order_.insert(it, SectionRef{"BLOCKS", kNoRecord, kNoRecord});
+  }
+  return b;
+}
+
 Entity Document::AddEntity(Block* block, std::vector<Tag> tags) {
   DXF_CHECK(block != nullptr);
   RecordId id = db_.Create(std::move(tags));

@@ -130,6 +130,12 @@ class Document {
   // The active layout's block (*Paper_Space / $PAPER_SPACE), or nullptr.
   Block* paper_space() { return paper_; }
 
+  // Adds a block definition: BLOCK_RECORD (R2000+), BLOCK and ENDBLK with
+  // new handles, base point 0,0,0. Paper-space blocks (*Paper_Space...)
+  // get 67 1 on BLOCK and ENDBLK. Returns the existing block when the name
+  // is taken (case-insensitive). The caller links a layout (340) itself.
+  Block* AddBlock(std::string_view name);
+
   // Appends a new entity to `block`: gives it a handle, sets its owner to
   // the block record (R2000+) and 67 for paper space. `tags` start with
   // `0 TYPE` and normally hold `100 AcDbEntity` and the layer.
