@@ -258,12 +258,9 @@ Status Document::Build(const std::vector<Tag>& tags) {
   }
   if (i >= n) return Error(n ? n - 1 : 0, "expected 0 EOF");
 
-  db_.ReserveIndex(db_.size());
-  for (RecordId id = 0; id < db_.size(); ++id) {
-    if (!db_.IndexHandle(id)) {
-      warnings_.push_back(name_ + ": duplicate handle " +
-                          FormatHandle(db_.handle(id)) + "; the first is kept");
-    }
+  for (RecordId id : db_.BuildIndex()) {
+    warnings_.push_back(name_ + ": duplicate handle " +
+                        FormatHandle(db_.handle(id)) + "; the first is kept");
   }
   AssignBlockRoles();
   for (RecordId id : pending) Route(id);
