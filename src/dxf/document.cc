@@ -329,6 +329,16 @@ std::optional<std::string_view> Document::HeaderValue(
   return t[0].value();
 }
 
+int64_t Document::HeaderInt(std::string_view name, int64_t fallback) const {
+  auto v = HeaderValue(name);
+  return v ? ParseInt(*v).value_or(fallback) : fallback;
+}
+
+double Document::HeaderDouble(std::string_view name, double fallback) const {
+  auto v = HeaderValue(name);
+  return v ? ParseDouble(*v).value_or(fallback) : fallback;
+}
+
 std::vector<std::string_view> Document::HeaderNames() const {
   std::vector<std::string_view> out;
   if (header_ == kNoRecord) return out;

@@ -92,6 +92,10 @@ class Document {
   // The tags after `9 name` (usually one; points have 10/20[/30]).
   std::span<const Tag> HeaderTags(std::string_view name) const;
   std::optional<std::string_view> HeaderValue(std::string_view name) const;
+  // The first value as a number, or `fallback` when absent or not a number
+  // ($INSUNITS, $MEASUREMENT, $TILEMODE, ...).
+  int64_t HeaderInt(std::string_view name, int64_t fallback = 0) const;
+  double HeaderDouble(std::string_view name, double fallback = 0) const;
   // Replaces the variable's value tags, or appends the variable.
   void SetHeader(std::string_view name, std::span<const Tag> values);
   void SetHeader(std::string_view name, int code, std::string_view value);

@@ -131,11 +131,12 @@ TEST(DocumentTest, ReadsHeaderVariables) {
 
 TEST(DocumentTest, SetHeaderReplacesOrAppends) {
   auto doc = LoadOrDie(SamplePath("s_AC1015.dxf"));
+  EXPECT_EQ(doc->HeaderInt("$INSUNITS", -1), 1);  // inches in this sample
   doc->SetHeader("$INSUNITS", 70, "6");
   doc->SetHeader("$LMTTEST", 1, "x");
   std::unique_ptr<Document> again;
   ASSERT_TRUE(Document::Parse(doc->ToString(), "again", &again).ok());
-  EXPECT_EQ(again->HeaderValue("$INSUNITS"), "6");
+  EXPECT_EQ(again->HeaderInt("$INSUNITS"), 6);
   EXPECT_EQ(again->HeaderValue("$LMTTEST"), "x");
   EXPECT_EQ(again->HeaderNames().size(), doc->HeaderNames().size());
 }
