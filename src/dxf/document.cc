@@ -495,6 +495,29 @@ Block* Document::AddBlock(std::string_view name) {
   return b;
 }
 
+bool Document::RenameBlock(Block* block, std::string_view name) {
+  Block* other = FindBlock(name);
+  if (other && other != block) return false;
+  if (block->begin != kNoRecord) {
+    Entity b = entity(block->begin);
+    int i = b.FindField("AcDbBlockBegin", 2);
+    if (i >= 0) b.SetValueAt(i, name);
+    i = b.FindField("AcDbBlockBegin", 3);
+    if (i >= 0) b.SetValueAt(i, name);
+  }
+  Entity record = FindByHandle(block->record_handle);
+  if (record.valid()) {
+    int i = record.FindIn("AcDbBlockTableRecord", 2);
+    if (i >= 0) record.SetValueAt(i, name);
+  }
+  block->name = std::string(name);
+  Block* model = model_;
+  AssignBlockRoles();
+  // A block made up for a file without one stays model space.
+  if (model && model->begin == kNoRecord && model_ != model) model_ = model;
+  return true;
+}
+
 Entity Document::AddEntity(Block* block, std::vector<Tag> tags) {
   DXF_CHECK(block != nullptr);
   RecordId id = db_.Create(std::move(tags));

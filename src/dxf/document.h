@@ -140,6 +140,12 @@ class Document {
   // is taken (case-insensitive). The caller links a layout (340) itself.
   Block* AddBlock(std::string_view name);
 
+  // Renames a block: BLOCK 2 and 3 and its BLOCK_RECORD 2. Renaming blocks
+  // to and from *Paper_Space is how the active layout changes: the writer
+  // puts *Paper_Space's entities in ENTITIES and the others in BLOCKS.
+  // False (nothing changed) when another block has the name.
+  bool RenameBlock(Block* block, std::string_view name);
+
   // Appends a new entity to `block`: gives it a handle, sets its owner to
   // the block record (R2000+) and 67 for paper space. `tags` start with
   // `0 TYPE` and normally hold `100 AcDbEntity` and the layer.

@@ -34,6 +34,27 @@ TEST(ObjectsTest, LayoutsInTabOrderWithTheirBlocks) {
   EXPECT_TRUE(Layouts(*Open("s_AC1009.dxf")).empty());
 }
 
+TEST(ObjectsTest, ActiveLayoutSwitchesByRenamingBlocks) {
+  auto doc = Open("s_AC1032.dxf");
+  Block* active = doc->paper_space();
+  Block* other = doc->FindBlock("*Paper_Space0");
+  ASSERT_NE(other, nullptr);
+  size_t active_count = active->entities.size();
+  size_t other_count = other->entities.size();
+  EXPECT_FALSE(doc->RenameBlock(active, "*Paper_Space0"));  // taken
+  ASSERT_TRUE(doc->RenameBlock(active, "*Paper_Space_tmp"));
+  ASSERT_TRUE(doc->RenameBlock(other, "*Paper_Space"));
+  ASSERT_TRUE(doc->RenameBlock(active, "*Paper_Space0"));
+  EXPECT_EQ(doc->paper_space(), other);
+  std::string path = testing::TempPath("switched.dxf");
+  ASSERT_TRUE(doc->Save(path).ok());
+  EXPECT_EQ(testing::CheckWithEzdxf(path), "");
+  std::unique_ptr<Document> back;
+  ASSERT_TRUE(Document::Load(path, &back).ok());
+  EXPECT_EQ(back->paper_space()->entities.size(), other_count);
+  EXPECT_EQ(back->FindBlock("*Paper_Space0")->entities.size(), active_count);
+}
+
 TEST(ObjectsTest, ReadsAnnotationScaleVariable) {
   auto doc = Open("s_AC1032.dxf");
   EXPECT_FALSE(DictionaryVar(*doc, "CANNOSCALE").empty());
