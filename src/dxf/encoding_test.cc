@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "dxf/builders.h"
 #include "dxf/document.h"
 #include "dxf/test_util.h"
 
@@ -42,6 +43,21 @@ TEST(EncodingTest, CodePageFollowsVersionAndHeader) {
   EXPECT_EQ(CodePageOf(*doc), CodePage::kAnsi1251);
   ASSERT_TRUE(Document::Load(testing::SamplePath("s_AC1032.dxf"), &doc).ok());
   EXPECT_EQ(CodePageOf(*doc), CodePage::kUtf8);
+}
+
+// ezdxf decodes the bytes by $DWGCODEPAGE and the escapes as we wrote them.
+TEST(EncodingTest, OldFilesReadBackInEzdxfForBothCodePages) {
+  for (const char* cp : {"ANSI_1251", "ANSI_1252"}) {
+    std::unique_ptr<Document> doc;
+    ASSERT_TRUE(Document::Load(testing::SamplePath("s_AC1015.dxf"), &doc).ok());
+    doc->SetHeader("$DWGCODEPAGE", 3, cp);
+    Entity mt = AddMText(*doc, doc->model_space(), {0, 0, 0}, 2.5,
+                         EncodeText(kSample, CodePageOf(*doc)));
+    std::string path =
+        testing::TempPath(std::string("codepage_") + cp + ".dxf");
+    ASSERT_TRUE(doc->Save(path).ok());
+    EXPECT_EQ(testing::EzdxfText(path, mt.handle()), kSample) << cp;
+  }
 }
 
 }  // namespace
