@@ -77,9 +77,19 @@ int Peak(const std::string& file) {
   double peak_mb = static_cast<double>(after) * 1024 / 1e6;
   double grown_mb = static_cast<double>(after - before) * 1024 / 1e6;
   std::printf(
-      "file %.1f MB; peak RSS %.1f MB (%.2fx file); grown by the load %.1f MB "
-      "(%.2fx file)\n",
+      "file %.1f MB; peak RSS after load %.1f MB (%.2fx file); grown by the "
+      "load %.1f MB (%.2fx file)\n",
       size_mb, peak_mb, peak_mb / size_mb, grown_mb, grown_mb / size_mb);
+  std::string out_path = file + ".peak-out.dxf";
+  s = doc->Save(out_path);
+  std::filesystem::remove(out_path);
+  if (!s.ok()) {
+    std::fprintf(stderr, "%s\n", s.ToString().c_str());
+    return 1;
+  }
+  double saved_mb = static_cast<double>(MaxRssKb()) * 1024 / 1e6;
+  std::printf("peak RSS after load and save %.1f MB (%.2fx file)\n", saved_mb,
+              saved_mb / size_mb);
   return 0;
 }
 

@@ -621,6 +621,14 @@ void Document::WriteBlockEntities(TagWriter& w,
 }
 
 std::string Document::ToString() {
+  std::string out;
+  out.reserve(input_size_ + db_.arena().bytes_used() + 4096);
+  TagWriter w(&out, crlf_);
+  Serialize(w);
+  return out;
+}
+
+void Document::Serialize(TagWriter& w) {
   // Later tools allocate from $HANDSEED, so it must exceed every handle.
   if (HeaderValue("$HANDSEED") || !IsR12()) {
     uint64_t seed = HandSeed();
@@ -628,9 +636,6 @@ std::string Document::ToString() {
       SetHeader("$HANDSEED", 5, FormatHandle(db_.max_handle() + 1));
     }
   }
-  std::string out;
-  out.reserve(input_size_ + db_.arena().bytes_used() + 4096);
-  TagWriter w(&out, crlf_);
   auto write_ids = [&](const std::vector<RecordId>& ids) {
     for (RecordId id : ids) {
       if (!db_.erased(id)) w.Write(db_.tags(id));
@@ -693,16 +698,17 @@ std::string Document::ToString() {
   }
   if (trailing_comments_ != kNoRecord) w.Write(db_.tags(trailing_comments_));
   w.Write(0, "EOF");
-  return out;
 }
 
 Status Document::Save(const std::string& path) {
-  std::string text = ToString();
   std::string tmp = path + ".lmt-tmp";
   std::FILE* f = std::fopen(tmp.c_str(), "wb");
   if (!f) return Status::IOError(tmp + ": cannot open for writing");
-  size_t put = std::fwrite(text.data(), 1, text.size(), f);
-  bool ok = put == text.size() && std::fflush(f) == 0;
+  std::string buffer;
+  buffer.reserve((size_t{1} << 20) + 64 * 1024);
+  TagWriter w(&buffer, crlf_, f);
+  Serialize(w);
+  bool ok = w.Flush() && std::fflush(f) == 0;
   ok = std::fclose(f) == 0 && ok;
   std::error_code ec;
   if (!ok) {

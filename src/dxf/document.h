@@ -178,6 +178,7 @@ class Document {
   Status Error(size_t tag_index, const std::string& what) const;
   void Route(RecordId id);
   Block* NewBlock(std::string name);
+  void Serialize(class TagWriter& w);
   void WriteBlockEntities(class TagWriter& w, const std::vector<RecordId>& ids);
   void AssignBlockRoles();
   uint64_t HandSeed() const;
