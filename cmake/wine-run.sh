@@ -12,7 +12,7 @@
 #
 # The Wine prefix is $WINEPREFIX, or else .wine in the build directory (the
 # nearest folder above the working directory that holds CMakeCache.txt).
-# Every call is bounded by LMT_WINE_TIMEOUT seconds (default 120).
+# Every call is bounded by LMT_WINE_TIMEOUT seconds (default 60).
 set -uo pipefail
 
 plain=0
@@ -37,8 +37,12 @@ if [[ ! -f $WINEPREFIX/system.reg ]]; then
 fi
 export WINEARCH=win64 WINEDEBUG=${WINEDEBUG:--all}
 export WINEDLLOVERRIDES=${WINEDLLOVERRIDES:-mscoree,mshtml=}
+# A crash must end the program: Wine's crash debugger would wait until the
+# timeout instead.
+[[ $WINEDLLOVERRIDES == *winedbg* ]] ||
+  WINEDLLOVERRIDES="$WINEDLLOVERRIDES;winedbg.exe=d"
 wine=$(command -v wine64 || command -v wine)
-limit=${LMT_WINE_TIMEOUT:-120}
+limit=${LMT_WINE_TIMEOUT:-60}
 
 # The output goes to a file, not a pipe: Wine's background services started by
 # the first program inherit its handles, and a pipe they hold open would keep

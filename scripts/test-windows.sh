@@ -25,7 +25,9 @@ if ((${#missing[@]})); then
 fi
 
 export WINEPREFIX=$build/.wine WINEARCH=win64 WINEDEBUG=-all
-export WINEDLLOVERRIDES="mscoree,mshtml="
+# No Mono or Gecko installer prompts; a crash ends the program instead of
+# waiting in Wine's debugger.
+export WINEDLLOVERRIDES="mscoree,mshtml=;winedbg.exe=d"
 # Wine must never wait for a display: COM and window logic run on the null
 # graphics driver; Xvfb is only for screenshots.
 unset DISPLAY
@@ -54,15 +56,18 @@ if [[ ! -f $WINEPREFIX/.lmt-ready ]]; then
   w reg add 'HKCU\Software\Wine\Drivers' /v Graphics /d null /f >/dev/null
   timeout 120 wineserver -w
   touch "$WINEPREFIX/.lmt-ready"
+  echo "   prefix ready after $((SECONDS - started)) s"
 fi
 
 echo "== cross build (mingw-w64) in build-win"
 cmake -S . -B "$build" -G Ninja \
   -DCMAKE_TOOLCHAIN_FILE="$root/cmake/mingw-w64-x86_64.cmake" >/dev/null
 cmake --build "$build" -j "$jobs"
+echo "   built after $((SECONDS - started)) s"
 
 # A persistent server saves every test program Wine's cold start.
 server_up=1
+timeout 30 wineserver -k >/dev/null 2>&1 || true  # one left by a broken run
 timeout 30 wineserver -p
 w cmd /c exit
 
