@@ -1,7 +1,7 @@
-// MakeLmtView() until the add-in's LmtView is wired in: a stand-in with the
-// results the launcher relies on (true from every boolean method, the Russian
-// product name, the launcher's file in the settings folder) and no windows.
-// Replacing this file by an adapter over core's LmtView is the whole wiring.
+// MakeLmtView() while core has no LmtView yet (CMakeLists.txt picks
+// core_view.cc once it has): a stand-in with the results the launcher relies
+// on (true from every boolean method, the Russian product name, the
+// launcher's file in the settings folder) and no windows.
 #include <cstdint>
 #include <cstdlib>
 #include <memory>

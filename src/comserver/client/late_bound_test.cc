@@ -35,6 +35,15 @@ VARIANT Long(LONG v) {
   return x;
 }
 
+// Zero when the file does not exist.
+FILETIME LastWrite(const std::wstring& path) {
+  WIN32_FILE_ATTRIBUTE_DATA data{};
+  if (!GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &data)) {
+    return FILETIME{};
+  }
+  return data.ftLastWriteTime;
+}
+
 class LateBoundTest : public testing::Test {
  protected:
   void SetUp() override {
@@ -117,12 +126,19 @@ TEST_F(LateBoundTest, FollowsTheLaunchersCallingProtocol) {
   ASSERT_EQ(Call(L"FunctionCommands", {empty}), S_OK);
   EXPECT_TRUE(ResultIsTrue());
 
-  // Only the canonical true acts; 0 and 1 return true and change nothing,
-  // so the object answers as before.
+  // Only the canonical true acts; 0 and 1 return true and change nothing:
+  // the settings file beside the launcher's is not written and the object
+  // answers as before.
+  const std::wstring settings =
+      ini.substr(0, ini.size() - std::wstring(L"FormViewport.ini").size()) +
+      L"LayomatNas.ini";
+  const FILETIME written_before = LastWrite(settings);
   ASSERT_EQ(Call(L"LmtExit", {Long(0)}), S_OK);
   EXPECT_TRUE(ResultIsTrue());
   ASSERT_EQ(Call(L"LmtExit", {Long(1)}), S_OK);
   EXPECT_TRUE(ResultIsTrue());
+  const FILETIME written_after = LastWrite(settings);
+  EXPECT_EQ(CompareFileTime(&written_before, &written_after), 0);
   ASSERT_EQ(Call(L"LmtGetProg"), S_OK);
   EXPECT_EQ(ResultText(), product);
 
