@@ -150,12 +150,6 @@ TEST_F(LateBoundTest, FollowsTheLaunchersCallingProtocol) {
   EXPECT_TRUE(ResultIsTrue());
 }
 
-TEST_F(LateBoundTest, NamesIgnoreCaseAndBadCallsAreRefused) {
-  EXPECT_EQ(Call(L"lmtstartdll"), S_OK);
-  EXPECT_EQ(Call(L"NoSuchMethod"), DISP_E_UNKNOWNNAME);
-  EXPECT_EQ(Call(L"LmtResize", {Long(1)}), DISP_E_BADPARAMCOUNT);
-}
-
 TEST_F(LateBoundTest, TypeLibraryListsTheMethodsWithTheDispatchIds) {
   const wchar_t* expected[] = {L"LmtStartDLL",       L"LmtGetProg",
                                L"LmtPutFileINIform", L"LmtParent",
