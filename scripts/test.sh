@@ -1,6 +1,8 @@
 #!/usr/bin/env bash
 # Builds Layomat twice (plain, and with AddressSanitizer + UBSan) and runs
-# every test suite in both builds. Exits non-zero on the first failure.
+# every test suite in both builds, then cross-builds it for Windows and runs
+# its tests under Wine (scripts/test-windows.sh; LMT_SKIP_WINDOWS=1 skips
+# that leg for quick local runs). Exits non-zero on the first failure.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 scripts/install-deps.sh
@@ -18,3 +20,9 @@ run_suite build
 echo "== sanitizer build (ASan + UBSan)"
 ASAN_OPTIONS=detect_leaks=1 UBSAN_OPTIONS=print_stacktrace=1 \
   run_suite build-asan -DLMT_SANITIZE=ON -DCMAKE_BUILD_TYPE=Debug
+if [[ ${LMT_SKIP_WINDOWS:-0} == 1 ]]; then
+  echo "== Windows build skipped (LMT_SKIP_WINDOWS=1)"
+else
+  echo "== Windows build (mingw-w64, tests under Wine)"
+  scripts/test-windows.sh
+fi
