@@ -530,19 +530,24 @@ Entity Document::AddEntity(Block* block, std::vector<Tag> tags) {
   return e;
 }
 
-void Document::Erase(Entity e) {
-  if (!e.valid() || e.erased()) return;
-  RecordId parent = db_.parent(e.id());
-  if (parent != kNoRecord) {
-    auto& kids = db_.mutable_children(parent);
-    kids.erase(std::remove(kids.begin(), kids.end(), e.id()), kids.end());
-  } else if (Block* b = BlockOf(e)) {
-    auto& v = b->entities;
-    v.erase(std::remove(v.begin(), v.end(), e.id()), v.end());
+void Document::Erase(Entity e) { EraseAll(std::span<const Entity>(&e, 1)); }
+
+void Document::EraseAll(std::span<const Entity> entities) {
+  std::vector<Block*> touched;
+  std::vector<RecordId> todo;
+  for (const Entity& e : entities) {
+    if (!e.valid() || e.erased()) continue;
+    RecordId parent = db_.parent(e.id());
+    if (parent != kNoRecord) {
+      auto& kids = db_.mutable_children(parent);
+      kids.erase(std::remove(kids.begin(), kids.end(), e.id()), kids.end());
+    } else if (Block* b = BlockOf(e)) {
+      touched.push_back(b);
+    }
+    todo.push_back(e.id());
   }
-  // What the entity owns goes with it: children and the extension
+  // What an entity owns goes with it: children and the extension
   // dictionary tree (hard-owner 360 entries).
-  std::vector<RecordId> todo = {e.id()};
   while (!todo.empty()) {
     RecordId id = todo.back();
     todo.pop_back();
@@ -557,11 +562,20 @@ void Document::Erase(Entity e) {
       for (const Tag& t : x.tags()) {
         if (t.code != 360) continue;
         RecordId c = db_.Find(ParseHandle(t.value()).value_or(0));
-        if (c != kNoRecord && entity(c).owner() == x.handle())
+        if (c != kNoRecord && entity(c).owner() == x.handle()) {
           todo.push_back(c);
+        }
       }
     }
     db_.MarkErased(id);
+  }
+  std::sort(touched.begin(), touched.end());
+  touched.erase(std::unique(touched.begin(), touched.end()), touched.end());
+  for (Block* b : touched) {
+    auto& v = b->entities;
+    v.erase(std::remove_if(v.begin(), v.end(),
+                           [&](RecordId id) { return db_.erased(id); }),
+            v.end());
   }
 }
 
