@@ -177,7 +177,8 @@ class Document {
  private:
   Document() = default;
   Status Init(std::string_view data);
-  Status Build(const std::vector<Tag>& tags);
+  Status Build(const std::vector<Tag>& tags,
+               const std::vector<uint32_t>& starts);
   Status Error(size_t tag_index, const std::string& what) const;
   void Route(RecordId id);
   Block* NewBlock(std::string name);
