@@ -125,6 +125,23 @@ TEST(TagReaderTest, BinaryValuesBecomeAsciiText) {
   EXPECT_TRUE(file.tags[4].Is(310, "AB01"));
 }
 
+TEST(TagReaderTest, R12BinaryUsesOneByteCodes) {
+  // 255 escapes a code that needs two bytes.
+  std::string body(
+      "\0SECTION\0\x02"
+      "ENTITIES\0\xff\xe9\x03"
+      "ACAD\0\0ENDSEC\0\0EOF\0",
+      40);
+  Arena arena;
+  TagFile file;
+  Status s = ReadTags(Bin(body), "r12.dxf", &arena, &file);
+  ASSERT_TRUE(s.ok()) << s.ToString();
+  ASSERT_EQ(file.tags.size(), 5u);
+  EXPECT_TRUE(file.tags[1].Is(2, "ENTITIES"));
+  EXPECT_TRUE(file.tags[2].Is(1001, "ACAD"));
+  EXPECT_TRUE(file.tags[4].Is(0, "EOF"));
+}
+
 TEST(TagWriterTest, RightAlignsCodes) {
   std::string out;
   TagWriter w(&out, false);
