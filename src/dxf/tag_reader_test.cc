@@ -116,7 +116,8 @@ TEST(TagReaderTest, BinaryValuesBecomeAsciiText) {
   body += std::string("EOF\0", 4);
   Arena arena;
   TagFile file;
-  ASSERT_TRUE(ReadTags(Bin(body), "b.dxf", &arena, &file).ok());
+  std::string data = Bin(body);  // tags point into it
+  ASSERT_TRUE(ReadTags(data, "b.dxf", &arena, &file).ok());
   ASSERT_EQ(file.tags.size(), 6u);
   EXPECT_TRUE(file.binary);
   EXPECT_TRUE(file.tags[1].Is(10, "2.5"));
@@ -134,7 +135,8 @@ TEST(TagReaderTest, R12BinaryUsesOneByteCodes) {
       40);
   Arena arena;
   TagFile file;
-  Status s = ReadTags(Bin(body), "r12.dxf", &arena, &file);
+  std::string data = Bin(body);  // tags point into it
+  Status s = ReadTags(data, "r12.dxf", &arena, &file);
   ASSERT_TRUE(s.ok()) << s.ToString();
   ASSERT_EQ(file.tags.size(), 5u);
   EXPECT_TRUE(file.tags[1].Is(2, "ENTITIES"));
