@@ -73,7 +73,7 @@ Status Document::Init(std::string_view data) {
   binary_ = file.binary;
   crlf_ = file.crlf;
   db_.SetBase(std::move(file.tags));
-  return Build(db_.base());
+  return Build(db_.base(), file.starts);
 }
 
 Status Document::Error(size_t tag_index, const std::string& what) const {
@@ -88,12 +88,16 @@ Block* Document::NewBlock(std::string name) {
   return blocks_.back().get();
 }
 
-Status Document::Build(const std::vector<Tag>& tags) {
+Status Document::Build(const std::vector<Tag>& tags,
+                       const std::vector<uint32_t>& starts) {
   const size_t n = tags.size();
-  auto next0 = [&](size_t j) {
-    ++j;
-    while (j < n && tags[j].code != 0) ++j;
-    return j;
+  // The next code 0 tag after j (or n). Calls come with growing j, so a
+  // cursor over `starts` finds it without scanning tags.
+  size_t cursor = 0;
+  auto next0 = [&](size_t j) -> size_t {
+    if (cursor > 0 && starts[cursor - 1] > j) cursor = 0;  // went back
+    while (cursor < starts.size() && starts[cursor] <= j) ++cursor;
+    return cursor < starts.size() ? starts[cursor] : n;
   };
   // Each loaded record with its first tag index, for error locations.
   std::vector<std::pair<RecordId, size_t>> recs;
@@ -130,8 +134,7 @@ Status Document::Build(const std::vector<Tag>& tags) {
     RecordId head =
         db_.AddLoaded(static_cast<uint32_t>(i), static_cast<uint32_t>(j));
     if (name == "HEADER") {
-      size_t e = j;
-      while (e < n && tags[e].code != 0) ++e;
+      size_t e = j < n && tags[j].code == 0 ? j : next0(j);
       if (header_ == kNoRecord) header_ = db_.AddLoaded(j, e);
       j = e;
     }
@@ -530,19 +533,24 @@ Entity Document::AddEntity(Block* block, std::vector<Tag> tags) {
   return e;
 }
 
-void Document::Erase(Entity e) {
-  if (!e.valid() || e.erased()) return;
-  RecordId parent = db_.parent(e.id());
-  if (parent != kNoRecord) {
-    auto& kids = db_.mutable_children(parent);
-    kids.erase(std::remove(kids.begin(), kids.end(), e.id()), kids.end());
-  } else if (Block* b = BlockOf(e)) {
-    auto& v = b->entities;
-    v.erase(std::remove(v.begin(), v.end(), e.id()), v.end());
+void Document::Erase(Entity e) { EraseAll(std::span<const Entity>(&e, 1)); }
+
+void Document::EraseAll(std::span<const Entity> entities) {
+  std::vector<Block*> touched;
+  std::vector<RecordId> todo;
+  for (const Entity& e : entities) {
+    if (!e.valid() || e.erased()) continue;
+    RecordId parent = db_.parent(e.id());
+    if (parent != kNoRecord) {
+      auto& kids = db_.mutable_children(parent);
+      kids.erase(std::remove(kids.begin(), kids.end(), e.id()), kids.end());
+    } else if (Block* b = BlockOf(e)) {
+      touched.push_back(b);
+    }
+    todo.push_back(e.id());
   }
-  // What the entity owns goes with it: children and the extension
+  // What an entity owns goes with it: children and the extension
   // dictionary tree (hard-owner 360 entries).
-  std::vector<RecordId> todo = {e.id()};
   while (!todo.empty()) {
     RecordId id = todo.back();
     todo.pop_back();
@@ -557,11 +565,20 @@ void Document::Erase(Entity e) {
       for (const Tag& t : x.tags()) {
         if (t.code != 360) continue;
         RecordId c = db_.Find(ParseHandle(t.value()).value_or(0));
-        if (c != kNoRecord && entity(c).owner() == x.handle())
+        if (c != kNoRecord && entity(c).owner() == x.handle()) {
           todo.push_back(c);
+        }
       }
     }
     db_.MarkErased(id);
+  }
+  std::sort(touched.begin(), touched.end());
+  touched.erase(std::unique(touched.begin(), touched.end()), touched.end());
+  for (Block* b : touched) {
+    auto& v = b->entities;
+    v.erase(std::remove_if(v.begin(), v.end(),
+                           [&](RecordId id) { return db_.erased(id); }),
+            v.end());
   }
 }
 

@@ -152,7 +152,10 @@ class Document {
   Entity AddEntity(Block* block, std::vector<Tag> tags);
   // Erases an entity with its children (ATTRIBs, SEQEND) and its extension
   // dictionary tree, and removes it from its block.
+  // Costs a scan of the block's list; for many entities use EraseAll.
   void Erase(Entity e);
+  // Erases all of them, compacting each block's list once.
+  void EraseAll(std::span<const Entity> entities);
 
   // ---- objects ----
   const std::vector<RecordId>& objects() const { return objects_; }
@@ -174,7 +177,8 @@ class Document {
  private:
   Document() = default;
   Status Init(std::string_view data);
-  Status Build(const std::vector<Tag>& tags);
+  Status Build(const std::vector<Tag>& tags,
+               const std::vector<uint32_t>& starts);
   Status Error(size_t tag_index, const std::string& what) const;
   void Route(RecordId id);
   Block* NewBlock(std::string name);

@@ -126,7 +126,7 @@ TEST(DocumentTest, ReadsHeaderVariables) {
   EXPECT_FALSE(doc->HeaderValue("$NOSUCHVAR"));
   auto extmin = doc->HeaderTags("$EXTMIN");
   ASSERT_EQ(extmin.size(), 3u);
-  EXPECT_EQ(extmin[1].code, 20);
+  EXPECT_EQ(extmin[1].code, 20u);
 }
 
 TEST(DocumentTest, SetHeaderReplacesOrAppends) {

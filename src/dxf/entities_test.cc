@@ -237,5 +237,27 @@ TEST_F(EntitiesTest, EraseInsertTakesItsAttribsAlong) {
   for (uint64_t k : kids) EXPECT_FALSE(Reloaded(k).valid());
 }
 
+TEST_F(EntitiesTest, EraseAllCompactsEachBlockOnce) {
+  Open("s_AC1032.dxf");
+  std::vector<Entity> doomed;
+  size_t kept = 0;
+  for (RecordId id : doc_->model_space()->entities) {
+    Entity e = doc_->entity(id);
+    if (e.type() == "INSERT" || e.type() == "LINE") {
+      doomed.push_back(e);
+    } else {
+      ++kept;
+    }
+  }
+  ASSERT_GT(doomed.size(), 1u);
+  doomed.push_back(doomed.front());  // twice is harmless
+  doc_->EraseAll(doomed);
+  EXPECT_EQ(doc_->model_space()->entities.size(), kept);
+  SaveCheckAndReload("erase_all.dxf");
+  for (RecordId id : doc_->model_space()->entities) {
+    EXPECT_NE(doc_->entity(id).type(), "INSERT");
+  }
+}
+
 }  // namespace
 }  // namespace lmt::dxf

@@ -75,6 +75,7 @@ Status ReadAscii(std::string_view data, std::string_view name, TagFile* out) {
   // A guess, not a bound: CAD files average well over 8 bytes a tag, and
   // pages of the reserve that are never touched cost no memory.
   out->tags.reserve(data.size() / 8 + 16);
+  out->starts.reserve(data.size() / 128 + 16);
   const char* first_nl = FindNewline(p, end);
   out->crlf = first_nl < end && first_nl > p && first_nl[-1] == '\r';
   bool numeric[kMaxGroupCode + 1];
@@ -133,6 +134,8 @@ Status ReadAscii(std::string_view data, std::string_view name, TagFile* out) {
                                 ": expected a value of at most 1 MiB, got " +
                                 std::to_string(ve - vb) + " bytes");
     }
+    if (code == 0)
+      out->starts.push_back(static_cast<uint32_t>(out->tags.size()));
     out->tags.emplace_back(code, std::string_view(vb, ve - vb));
     p = vnl < end ? vnl + 1 : end;
     ++line;
@@ -252,6 +255,8 @@ Status ReadBinary(std::string_view data, std::string_view name, Arena* arena,
       return fail(tag_at, "expected a value of at most 1 MiB, got " +
                               std::to_string(value.size()) + " bytes");
     }
+    if (code == 0)
+      out->starts.push_back(static_cast<uint32_t>(out->tags.size()));
     out->tags.emplace_back(code, value);
     if (code == 0 && value == "EOF") {
       seen_eof = true;
@@ -267,6 +272,7 @@ Status ReadBinary(std::string_view data, std::string_view name, Arena* arena,
 Status ReadTags(std::string_view data, std::string_view name, Arena* arena,
                 TagFile* out) {
   out->tags.clear();
+  out->starts.clear();
   out->binary = false;
   out->crlf = false;
   if (data.size() >= kMaxFileSize) {

@@ -13,6 +13,7 @@
 #ifndef LMT_DXF_TAG_READER_H_
 #define LMT_DXF_TAG_READER_H_
 
+#include <cstdint>
 #include <string_view>
 #include <vector>
 
@@ -26,6 +27,9 @@ inline constexpr std::string_view kBinarySentinel{
 
 struct TagFile {
   std::vector<Tag> tags;
+  // Indexes of the code 0 tags, in order: record starts, found while
+  // tokenizing so that nothing scans the tags for them again.
+  std::vector<uint32_t> starts;
   bool binary = false;
   bool crlf = false;  // the ASCII file used CR LF line ends
 };

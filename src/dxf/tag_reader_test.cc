@@ -116,13 +116,32 @@ TEST(TagReaderTest, BinaryValuesBecomeAsciiText) {
   body += std::string("EOF\0", 4);
   Arena arena;
   TagFile file;
-  ASSERT_TRUE(ReadTags(Bin(body), "b.dxf", &arena, &file).ok());
+  std::string data = Bin(body);  // tags point into it
+  ASSERT_TRUE(ReadTags(data, "b.dxf", &arena, &file).ok());
   ASSERT_EQ(file.tags.size(), 6u);
   EXPECT_TRUE(file.binary);
   EXPECT_TRUE(file.tags[1].Is(10, "2.5"));
   EXPECT_TRUE(file.tags[2].Is(70, "-3"));
   EXPECT_TRUE(file.tags[3].Is(290, "1"));
   EXPECT_TRUE(file.tags[4].Is(310, "AB01"));
+}
+
+TEST(TagReaderTest, R12BinaryUsesOneByteCodes) {
+  // 255 escapes a code that needs two bytes.
+  std::string body(
+      "\0SECTION\0\x02"
+      "ENTITIES\0\xff\xe9\x03"
+      "ACAD\0\0ENDSEC\0\0EOF\0",
+      40);
+  Arena arena;
+  TagFile file;
+  std::string data = Bin(body);  // tags point into it
+  Status s = ReadTags(data, "r12.dxf", &arena, &file);
+  ASSERT_TRUE(s.ok()) << s.ToString();
+  ASSERT_EQ(file.tags.size(), 5u);
+  EXPECT_TRUE(file.tags[1].Is(2, "ENTITIES"));
+  EXPECT_TRUE(file.tags[2].Is(1001, "ACAD"));
+  EXPECT_TRUE(file.tags[4].Is(0, "EOF"));
 }
 
 TEST(TagWriterTest, RightAlignsCodes) {
