@@ -17,8 +17,12 @@ std::string SamplePath(const std::string& name);
 std::vector<std::string> SampleNames();
 // A fresh path under the build directory.
 std::string TempPath(const std::string& name);
+// Python with ezdxf runs beside the Linux build only: a Windows test binary
+// runs under Wine, which cannot start the Linux interpreter.
+bool HaveEzdxf();
 // Runs check_dxf.py (structure checks plus ezdxf's load and audit) on a file
-// we wrote. Returns "" when it passes, else the checker's output.
+// we wrote. Returns "" when it passes, else the checker's output. Without
+// ezdxf (HaveEzdxf) it returns "": the Linux run of the same test checks.
 std::string CheckWithEzdxf(const std::string& path);
 
 // The text of entity `handle` in `path` as ezdxf reads it (UTF-8, \U+XXXX

@@ -62,7 +62,16 @@ std::string EzdxfText(const std::string& path, uint64_t handle) {
   return rc == 0 ? out : std::string();
 }
 
+bool HaveEzdxf() {
+#ifdef _WIN32
+  return false;
+#else
+  return true;
+#endif
+}
+
 std::string CheckWithEzdxf(const std::string& path) {
+  if (!HaveEzdxf()) return "";
   // check_dxf.py knows R2000+ only; R12 gets ezdxf's load and audit alone.
   std::string head;
   if (std::FILE* f = std::fopen(path.c_str(), "rb")) {
