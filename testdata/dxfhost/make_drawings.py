@@ -30,7 +30,8 @@ tb.add_attdef("FIRM", (5, 5), text="ACME",
 tb.add_attdef("NO", (50, 5), dxfattribs={"height": 2.5})
 msp = doc.modelspace()
 ref = msp.add_blockref("TB", (0, 0), dxfattribs={"layer": "FRAMES"})
-ref.add_auto_attribs({"NO": "7"})
+# Constant attributes get no ATTRIB in a reference.
+ref.add_attrib("NO", "7", (50, 5), dxfattribs={"height": 2.5})
 msp.add_lwpolyline([(0, 0, 0, 0, 1), (10, 0)], format="xyseb")
 doc.add_xref_def("xref_part.dxf", "PART")
 msp.add_blockref("PART", (1000, 0))
