@@ -183,7 +183,7 @@ void ExpectBox(const host::BoundingBox& box, double x0, double y0, double x1,
 TEST(EntitiesTest, BoundingBoxes) {
   test::Session s(test::Testdata("dxfhost/viewports.dxf"));
   std::vector<host::EntityPtr> items = *(*s.doc->ModelSpace())->Items();
-  ASSERT_EQ(items.size(), 6u);
+  ASSERT_EQ(items.size(), 7u);
   // The block: its 100 x 50 outline (attribute texts lie inside it).
   ExpectBox(*items[0]->GetBoundingBox(), 0, 0, 100, 50);
   // A half circle bulging below the chord (0,0)-(10,0).
