@@ -208,6 +208,24 @@ TEST(DocumentTest, CommandsTheAddInSends) {
   EXPECT_EQ(std::get<int16_t>(*s.doc->GetVariable("TILEMODE")), 1);
 }
 
+TEST(DocumentTest, TheActiveLayoutIsWhereTheSavedFileOpens) {
+  std::string out = test::ScratchDir() + "/pattern.dxf";
+  {
+    test::Session s(test::Testdata("example.dxf"));
+    ASSERT_TRUE(
+        s.doc->SendCommand("(command \"_Layout\" \"_Set\" \"Pattern\")").ok());
+    EXPECT_EQ(*(*(*s.doc->PaperSpace())->Item(0))->Handle(), "C8");
+    ASSERT_TRUE(s.doc->SaveAs(out, 65).ok());
+  }
+  EXPECT_EQ(test::CheckDxf(out), "");
+  test::Session reopened(out);
+  EXPECT_EQ(std::get<std::string>(*reopened.doc->GetVariable("CTAB")),
+            "Pattern");
+  EXPECT_EQ(*(*(*reopened.doc->PaperSpace())->Item(0))->Handle(), "C8");
+  host::LayoutPtr layout1 = *(*reopened.doc->Layouts())->Item("Layout1");
+  EXPECT_EQ(*(*layout1->Block())->Count(), 0);
+}
+
 // The deletion-outside-viewport walk: a 1:100 viewport twisted by 30
 // degrees, its model window found through VIEWCTR after "_UCS _view" and a
 // crossing selection in that UCS.
