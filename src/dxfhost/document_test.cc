@@ -37,6 +37,18 @@ TEST(ApplicationTest, PlaysTheChosenHostKind) {
   }
 }
 
+TEST(ApplicationTest, PreferencesOfTheSession) {
+  auto app = DxfApplication::Create(host::HostKind::kZwCad, nullptr);
+  host::PreferencesPtr prefs = *app->Preferences();
+  EXPECT_EQ(*prefs->SaveAsType() % 2, 1);  // a DXF type: the ".dxf" family
+  EXPECT_EQ(prefs->SetSaveAsType(64).code(), StatusCode::kNotSupported);
+  ASSERT_TRUE(prefs->SetSaveAsType(13).ok());
+  EXPECT_EQ(*prefs->SaveAsType(), 13);
+  ASSERT_TRUE(prefs->SetLayoutCreateViewport(false).ok());
+  EXPECT_FALSE(*prefs->LayoutCreateViewport());
+  EXPECT_EQ(app->ZoomExtents().code(), StatusCode::kNotFound);
+}
+
 TEST(ApplicationTest, DocumentsOpenAndClose) {
   auto app = DxfApplication::Create(host::HostKind::kAutoCad, nullptr);
   host::DocumentsPtr docs = *app->Documents();
