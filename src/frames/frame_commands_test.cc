@@ -14,6 +14,7 @@
 #include "core/windows.h"
 #include "dxfhost/application.h"
 #include "dxfhost/test_support.h"
+#include "frames/frame_ordering.h"
 #include "host/host_kind.h"
 #include "host/session.h"
 #include "layouts/layout_naming.h"
@@ -344,6 +345,133 @@ TEST_F(FrameCommandsTest, RowCommandsUpdateAndStop) {
   EXPECT_TRUE(user_.interrupted());
   EXPECT_EQ(user_.message_texts().back(),
             globals_.messages.Get(core::kMsgInterrupted));
+}
+
+}  // namespace
+}  // namespace lmt::frames
+
+namespace lmt::frames {
+namespace {
+
+// Orderings, rounding and naming end to end on the repository's example:
+// six FRAME_A3 references in two rows of three and three polyline frames
+// below them (the third turned by 30 degrees), all on layer FRAMES.
+class ExampleOrderingTest : public FrameCommandsTest {
+ protected:
+  void SetUp() override {
+    Open(Testdata("example.dxf"));
+    windows_.okno_filter.check_tolko_v_sloe.set_checked(true);
+    windows_.okno_filter.combo_sloy_linii.set_text("FRAMES");
+    windows_.okno_lmt.option_block_poisk.Select(1);  // the whole sheet
+  }
+
+  void Search(SortOrder order, Rounding rounding = Rounding::kWhole) {
+    windows_.okno_lmt.option_sortirovka_spisok.Select(static_cast<int>(order));
+    windows_.okno_option.option_okruglenie.Select(static_cast<int>(rounding));
+    if (order == SortOrder::kPolyline) user_.QueuePick({"C2"});
+    ASSERT_EQ(SearchAll(host::Point{200000, 30000}), Outcome::kDone);
+    ASSERT_EQ(state_.table.last_row(), 9);
+  }
+};
+
+double num(const FrameTable& t, int r, Column c) {
+  return t.Number(r, c).value_or(NAN);
+}
+
+TEST_F(ExampleOrderingTest, EveryOrderSortsByItsKeys) {
+  struct Case {
+    SortOrder order;
+    // Whether row b may follow row a.
+    bool (*in_order)(const FrameTable& t, int a, int b);
+  };
+  const Case cases[] = {
+      {SortOrder::kColumnsTopDown,
+       [](const FrameTable& t, int a, int b) {
+         double xa = num(t, a, Column::kSortX), xb = num(t, b, Column::kSortX);
+         return xa < xb || (xa == xb && num(t, a, Column::kSortY) >=
+                                            num(t, b, Column::kSortY));
+       }},
+      {SortOrder::kColumnsBottomUp,
+       [](const FrameTable& t, int a, int b) {
+         double xa = num(t, a, Column::kSortX), xb = num(t, b, Column::kSortX);
+         return xa < xb || (xa == xb && num(t, a, Column::kSortY) <=
+                                            num(t, b, Column::kSortY));
+       }},
+      {SortOrder::kRowsTopDown,
+       [](const FrameTable& t, int a, int b) {
+         double ya = num(t, a, Column::kSortY), yb = num(t, b, Column::kSortY);
+         return ya > yb || (ya == yb && num(t, a, Column::kSortX) <=
+                                            num(t, b, Column::kSortX));
+       }},
+      {SortOrder::kRowsBottomUp,
+       [](const FrameTable& t, int a, int b) {
+         double ya = num(t, a, Column::kSortY), yb = num(t, b, Column::kSortY);
+         return ya < yb || (ya == yb && num(t, a, Column::kSortX) <=
+                                            num(t, b, Column::kSortX));
+       }},
+      {SortOrder::kStartPoint,
+       [](const FrameTable& t, int a, int b) {
+         return num(t, a, Column::kDist) <= num(t, b, Column::kDist);
+       }},
+      {SortOrder::kAttribute,
+       [](const FrameTable& t, int a, int b) {
+         return FrameTable::CompareCells(t.Cell(a, Column::kAttribute),
+                                         t.Cell(b, Column::kAttribute)) <= 0;
+       }},
+      {SortOrder::kPolyline,
+       [](const FrameTable& t, int a, int b) {
+         return num(t, a, Column::kPoly) <= num(t, b, Column::kPoly);
+       }},
+  };
+  windows_.okno_lmt.uni_text_name_atribute.set_text("SHEET");
+  for (const Case& c : cases) {
+    SCOPED_TRACE(static_cast<int>(c.order));
+    Search(c.order);
+    for (int r = 1; r < 9; ++r) {
+      EXPECT_TRUE(c.in_order(state_.table, r, r + 1)) << "rows " << r;
+    }
+    EXPECT_EQ(Cell(9, Column::kNumber), "9");
+  }
+  EXPECT_EQ(state_.direction.size(), 4u);
+  EXPECT_FALSE(Cell(1, Column::kPolyX).empty());
+}
+
+TEST_F(ExampleOrderingTest, RowsTopDownReadsTheSheetSet) {
+  Search(SortOrder::kRowsTopDown);
+  // The turned polyline frame's centre lies higher than its neighbours'.
+  EXPECT_EQ(Handles(), (std::vector<std::string>{"94", "9B", "A2", "A9", "B0",
+                                                 "B7", "C2", "BE", "C0"}));
+  EXPECT_EQ(state_.start, (Point{200000, 30000}));
+  EXPECT_NEAR(Number(1, Column::kDist),
+              std::hypot(200000 - 21000, 30000 - 14850), 1);
+}
+
+TEST_F(ExampleOrderingTest, RoundingStepsOfSortCoordinates) {
+  const std::pair<Rounding, double> steps[] = {{Rounding::kWhole, 1},
+                                               {Rounding::kOne, 1},
+                                               {Rounding::kTen, 10},
+                                               {Rounding::kHundred, 100}};
+  for (auto [rounding, step] : steps) {
+    Search(SortOrder::kColumnsTopDown, rounding);
+    const int turned = RowOf("C2");
+    const double raw_x =
+        (Number(turned, Column::kMinX) + Number(turned, Column::kMaxX)) / 2;
+    EXPECT_EQ(Number(turned, Column::kSortX), std::round(raw_x / step) * step);
+  }
+}
+
+TEST_F(ExampleOrderingTest, NamingWithEveryCodeCleansForbiddenCharacters) {
+  windows_.okno_lmt.uni_text_name_atribute.set_text("TITLE");
+  windows_.okno_lmt.text_stroka_name_file.set_text("10/11/12/20/30/31/99");
+  windows_.okno_lmt.uni_text_leyout_name0.set_text("P<");
+  windows_.okno_lmt.uni_text_leyout_name1.set_text("a:b");
+  windows_.okno_lmt.uni_text_leyout_name2.set_text("-");
+  Search(SortOrder::kRowsTopDown);
+  EXPECT_EQ(Cell(1, Column::kLayoutName), "P.a.b-1FRAME_A3Site plan");
+  EXPECT_EQ(Cell(7, Column::kLayoutName), "P.a.b-7");  // a polyline frame
+  windows_.okno_lmt.text_stroka_name_file.set_text("");
+  commands_->Update();
+  EXPECT_EQ(Cell(7, Column::kLayoutName), "7");
 }
 
 }  // namespace
