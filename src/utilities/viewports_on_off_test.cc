@@ -209,17 +209,6 @@ TEST(ViewportsOnOffTest, RefusedViewportIsSkippedAndTheRestSwitched) {
   EXPECT_EQ(s.user.message_texts(), std::vector<std::string>{"Ok"});
 }
 
-TEST(ViewportsOnOffTest, UnreadableOwnerSkipsOnlyThatEntity) {
-  EmbeddedSession s(test::Sample("s_AC1032.dxf"));
-  ASSERT_TRUE(s.session.Connect());
-  testing::FailingHost failing(s.application());
-  failing.Refuse("Entity.OwnerID", 1, 1);
-  SwitchReport report = SwitchViewports(*s.document, s.user, false);
-  EXPECT_EQ(report.skips.Count("own viewport"), 1);
-  EXPECT_EQ(report.switched + report.own_viewports, 5);
-  EXPECT_EQ(s.user.progress_value(), 6);
-}
-
 TEST(ViewportOffOnTest, NanoCadReachesTheTemporaryLayoutByDefaultMember) {
   EXPECT_EQ(TemporaryLayoutLookup("NanoCAD"), LayoutLookup::kDefaultMember);
   EXPECT_EQ(TemporaryLayoutLookup("nanocad"), LayoutLookup::kDefaultMember);
