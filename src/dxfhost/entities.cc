@@ -6,6 +6,7 @@
 
 #include "dxf/insert.h"
 #include "dxf/lwpolyline.h"
+#include "dxf/objects.h"
 #include "dxf/text.h"
 #include "dxf/viewport.h"
 #include "dxfhost/geometry.h"
@@ -274,7 +275,9 @@ class DxfAttribute : public EntityImpl<host::Attribute> {
   }
   Status DoSetTextString(std::string_view text) override {
     if (Status s = Live(); !s.ok()) return s;
-    dxf::Attrib(E()).SetValue(text);
+    // Also drops a pre-2018 multi-line attribute's stored MTEXT, which a
+    // CAD program would otherwise restore over the new value.
+    dxf::SetAttribValue(*D().doc, E(), text);
     return Status();
   }
 };

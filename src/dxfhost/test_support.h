@@ -18,8 +18,19 @@
 
 namespace lmt::dxfhost::test {
 
+// The shared folder; a git worktree sits one level deeper than the main
+// checkout, so the configured ../shared may miss and the level above is
+// tried as well.
+inline std::string SharedDir() {
+  std::string dir = LMT_SHARED_DIR;
+  if (!std::filesystem::exists(dir + "/dxf-samples")) {
+    dir = (std::filesystem::path(dir).parent_path().parent_path() / "shared")
+              .string();
+  }
+  return dir;
+}
 inline std::string Sample(const std::string& name) {
-  return std::string(LMT_SHARED_DIR) + "/dxf-samples/" + name;
+  return SharedDir() + "/dxf-samples/" + name;
 }
 inline std::string Testdata(const std::string& name) {
   return std::string(LMT_TESTDATA_DIR) + "/" + name;
@@ -48,7 +59,7 @@ inline std::string ReadFile(const std::string& path) {
 // else its report.
 inline std::string CheckDxf(const std::string& path) {
   std::string report = path + ".check.txt";
-  std::string cmd = "/usr/bin/python3 " + std::string(LMT_SHARED_DIR) +
+  std::string cmd = "/usr/bin/python3 " + SharedDir() +
                     "/tools/check_dxf.py '" + path + "' > '" + report +
                     "' 2>&1";
   int rc = std::system(cmd.c_str());

@@ -7,7 +7,8 @@ viewports.dxf (2018):
   variable one NO, referenced once at (0, 0) with NO = "7"; a polyline with
   a half-circle bulge from (0, 0) to (10, 0); an xref "PART" to
   xref_part.dxf placed at (1000, 0); circles inside (5000, 3000) and far
-  outside (100000, 100000) of the viewport window, a line crossing its edge.
+  outside (100000, 100000) of the viewport window, a line crossing its edge,
+  a small circle at (26000, 17000) that only an untwisted window would hold.
   layout "Sheet": a 420 x 297 viewport at paper (210, 148.5) showing a
   42000 x 29700 window centred on (5000, 3000), twisted by 30 degrees
   (scale 1:100, target 0, view centre R(30)·(5000, 3000)).
@@ -30,7 +31,8 @@ tb.add_attdef("FIRM", (5, 5), text="ACME",
 tb.add_attdef("NO", (50, 5), dxfattribs={"height": 2.5})
 msp = doc.modelspace()
 ref = msp.add_blockref("TB", (0, 0), dxfattribs={"layer": "FRAMES"})
-ref.add_auto_attribs({"NO": "7"})
+# Constant attributes get no ATTRIB in a reference.
+ref.add_attrib("NO", "7", (50, 5), dxfattribs={"height": 2.5})
 msp.add_lwpolyline([(0, 0, 0, 0, 1), (10, 0)], format="xyseb")
 doc.add_xref_def("xref_part.dxf", "PART")
 msp.add_blockref("PART", (1000, 0))
@@ -39,6 +41,8 @@ msp.add_circle((100000, 100000), 100)
 # Crosses the window's edge: the window is 42000 x 29700 around (5000, 3000)
 # turned by -30 degrees; this line runs from the centre far to the right.
 msp.add_line((5000, 3000), (60000, 3000))
+# Inside the window's unturned outline but outside the turned window.
+msp.add_circle((26000, 17000), 10)
 
 sheet = doc.layouts.new("Sheet")
 vp = sheet.add_viewport(center=(210, 148.5), size=(420, 297),
