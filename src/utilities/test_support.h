@@ -59,14 +59,18 @@ inline std::string Run(const std::string& command, int* status) {
   return out;
 }
 
-// The shared checker's report (ezdxf load and audit included); empty when
-// the drawing is clean.
+// The shared checker's report (ezdxf load and audit included) when it found
+// anything; empty when the drawing is clean. The checker always exits 0, so
+// its summary lines decide.
 inline std::string CheckDxf(const std::string& path) {
   int status = 0;
   std::string report = Run("/usr/bin/python3 " + SharedDir() +
                                "/tools/check_dxf.py '" + path + "' 2>&1",
                            &status);
-  return status == 0 ? std::string() : report;
+  bool clean = status == 0 &&
+               report.find("; 0 structural problem(s)") != std::string::npos &&
+               report.find("audit errors 0, fixes 0") != std::string::npos;
+  return clean ? std::string() : report;
 }
 
 struct ViewportState {

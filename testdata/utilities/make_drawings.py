@@ -18,8 +18,15 @@ sheets.dxf (2018), every layout 420 x 297 with its own (id 1) viewport first:
                  text at the origin; a circle at (100000, 100000).
 leftover.dxf (2018): sheets.dxf with a layout "ViewportOffOn" (own viewport
   only) left behind by an interrupted run.
+twisted.dxf (2018): layout "Turned" with a 420 x 297 viewport at 1:100
+  showing 42000 x 29700 around (5000, 3000), twisted by 30 degrees (target
+  0, view centre R(30)·(5000, 3000)); model space: a circle at the centre, a
+  circle far away, a line from the centre far out, a 10 x 10 square at
+  (-3000, 19000) inside the turned window but outside its axis-aligned box,
+  and one at (25000, 17000) the other way round.
 no_viewports.dxf (2018): a line and a circle; one layout without viewports.
 """
+import math
 import ezdxf
 
 LOCKED = 16384
@@ -65,6 +72,24 @@ doc.saveas("sheets.dxf")
 
 sheet(doc, "ViewportOffOn")
 doc.saveas("leftover.dxf")
+
+turned = ezdxf.new("R2018", setup=True)
+tmsp = turned.modelspace()
+tmsp.add_circle((5000, 3000), 100)
+tmsp.add_circle((100000, 100000), 100)
+tmsp.add_line((5000, 3000), (60000, 3000))
+for x, y in ((-3000, 19000), (25000, 17000)):
+    tmsp.add_lwpolyline([(x, y), (x + 10, y), (x + 10, y + 10), (x, y + 10)],
+                        close=True)
+view = sheet(turned, "Turned").add_viewport(
+    center=(210, 148.5), size=(420, 297), view_center_point=(0, 0),
+    view_height=29700)
+tw = math.radians(30)
+view.dxf.view_center_point = (5000 * math.cos(tw) - 3000 * math.sin(tw),
+                              5000 * math.sin(tw) + 3000 * math.cos(tw))
+view.dxf.view_twist_angle = 30
+turned.layouts.delete("Layout1")
+turned.saveas("twisted.dxf")
 
 bare = ezdxf.new("R2018", setup=True)
 bare.modelspace().add_line((0, 0), (100, 100))
