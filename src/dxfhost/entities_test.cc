@@ -226,3 +226,112 @@ TEST(EntitiesTest, EraseSaveAndReopen) {
 
 }  // namespace
 }  // namespace lmt::dxfhost
+
+namespace lmt::dxfhost {
+namespace {
+
+// Every entity of every sample answers the common members without a crash
+// (R12, 2000, 2018 ASCII and binary, dynamic blocks).
+TEST(EntitiesTest, EveryEntityOfEverySampleAnswers) {
+  for (const char* name :
+       {"s_AC1009.dxf", "s_AC1015.dxf", "s_AC1032.dxf", "s_AC1032_bin.dxf",
+        "dynvis.dxf", "text_negative_extrusion.dxf",
+        "Minimal_DXF_AC1021.dxf"}) {
+    SCOPED_TRACE(name);
+    test::Session s(test::Sample(name));
+    ASSERT_NE(s.doc, nullptr);
+    int boxes = 0, entities = 0;
+    std::vector<host::BlockPtr> blocks = *(*s.doc->Blocks())->Items();
+    for (const host::BlockPtr& b : blocks) {
+      std::vector<host::EntityPtr> items = *b->Items();
+      for (const host::EntityPtr& e : items) {
+        ++entities;
+        EXPECT_TRUE(e->ObjectName().ok());
+        EXPECT_TRUE(e->Layer().ok());
+        EXPECT_TRUE(e->OwnerID().ok());
+        Result<host::BoundingBox> box = e->GetBoundingBox();
+        if (box.ok()) {
+          ++boxes;
+          EXPECT_LE(box->min.x, box->max.x);
+          EXPECT_LE(box->min.y, box->max.y);
+        }
+        if (auto ref = host::As<host::BlockReference>(e)) {
+          EXPECT_TRUE(ref->EffectiveName().ok());
+          EXPECT_TRUE(ref->GetAttributes().ok());
+          EXPECT_TRUE(ref->GetConstantAttributes().ok());
+        }
+      }
+    }
+    if (entities > 0) {
+      EXPECT_GT(boxes, 0);
+    }
+  }
+}
+
+TEST(EntitiesTest, ViewportSettersKeepTheFileValid) {
+  test::Session s(test::Testdata("dxfhost/viewports.dxf"));
+  ASSERT_TRUE(
+      s.doc->SetVariable("CTAB", host::Variant(std::string("Sheet"))).ok());
+  std::vector<host::EntityPtr> items = *(*s.doc->PaperSpace())->Items();
+  host::PViewportPtr vp = host::As<host::PViewport>(items.back());
+  ASSERT_NE(vp, nullptr);
+  ASSERT_TRUE(vp->SetDirection(host::Point{0, 0, 1}).ok());
+  ASSERT_TRUE(vp->SetStandardScale(host::kCustomScale).ok());
+  EXPECT_EQ(vp->SetStandardScale(1).code(), StatusCode::kNotSupported);
+  ASSERT_TRUE(vp->SetCustomScale(0.02).ok());
+  EXPECT_NEAR(*vp->CustomScale(), 0.02, 1e-12);
+  ASSERT_TRUE(vp->SetHeight(200).ok());  // the scale stays
+  EXPECT_NEAR(*vp->CustomScale(), 0.02, 1e-12);
+  ASSERT_TRUE(vp->SetTwistAngle(-M_PI / 6).ok());
+  EXPECT_NEAR(*vp->TwistAngle(), 2 * M_PI - M_PI / 6, 1e-9);
+  ASSERT_TRUE(vp->SetTarget(host::Point{5000, 3000, 0}).ok());
+  EXPECT_EQ(*vp->Target(), (host::Point{5000, 3000, 0}));
+  ASSERT_TRUE(vp->Display(false).ok());
+  EXPECT_FALSE(*vp->ViewportOn());
+  ASSERT_TRUE(vp->Display(true).ok());
+  EXPECT_TRUE(*vp->ViewportOn());
+  ASSERT_TRUE(vp->SetLayer("VP").ok());
+  ASSERT_TRUE(vp->SetDisplayLocked(true).ok());
+  EXPECT_TRUE(*vp->DisplayLocked());
+
+  Result<host::EntityPtr> copy = vp->Copy();
+  ASSERT_TRUE(copy.ok()) << copy.status().ToString();
+  host::PViewportPtr second = host::As<host::PViewport>(*copy);
+  ASSERT_NE(second, nullptr);
+  EXPECT_NE(*second->Handle(), *vp->Handle());
+  ASSERT_TRUE(second->SetWidth(100).ok());
+  ASSERT_TRUE(
+      second->Move(host::Point{160, 48.5, 0}, host::Point{10, 10, 0}).ok());
+  EXPECT_EQ(*second->Center(), (host::Point{60, 110, 0}));
+  EXPECT_NEAR(*second->CustomScale(), 0.02, 1e-12);
+
+  std::string out = test::ScratchDir() + "/viewports.dxf";
+  ASSERT_TRUE(s.doc->SaveAs(out, 65).ok());
+  EXPECT_EQ(test::CheckDxf(out), "");
+}
+
+TEST(EntitiesTest, NewTextsAndPolylinesInABlock) {
+  test::Session s(test::Testdata("example.dxf"));
+  host::BlockPtr model = *s.doc->ModelSpace();
+  Result<host::TextPtr> text = model->AddText("Лист 1", {10, 20, 0}, 5);
+  ASSERT_TRUE(text.ok());
+  EXPECT_EQ(*(*text)->TextString(), "Лист 1");
+  EXPECT_EQ(*(*text)->Height(), 5);
+  Result<host::MTextPtr> mtext = model->AddMText({0, 0, 0}, 100, "A\\PB");
+  ASSERT_TRUE(mtext.ok());
+  ASSERT_TRUE((*mtext)->SetAttachmentPoint(5).ok());
+  EXPECT_EQ(*(*mtext)->AttachmentPoint(), 5);
+  Result<host::PolylinePtr> pl =
+      model->AddLightWeightPolyline({0, 0, 10, 0, 10, 10});
+  ASSERT_TRUE(pl.ok());
+  ASSERT_TRUE((*pl)->SetClosed(true).ok());
+  EXPECT_EQ(*(*pl)->Coordinates(), (std::vector<double>{0, 0, 10, 0, 10, 10}));
+  EXPECT_EQ(model->AddLightWeightPolyline({1, 2, 3}).status().code(),
+            StatusCode::kInvalidArgument);
+  std::string out = test::ScratchDir() + "/added.dxf";
+  ASSERT_TRUE(s.doc->SaveAs(out, 65).ok());
+  EXPECT_EQ(test::CheckDxf(out), "");
+}
+
+}  // namespace
+}  // namespace lmt::dxfhost
