@@ -1,0 +1,164 @@
+// The layout utilities' commands run as a user would: the built `layomat`
+// on copies of test drawings, the results read back by ezdxf.
+#include <gtest/gtest.h>
+
+#ifndef _WIN32
+#include <sys/wait.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "cli/drawing_output.h"
+#include "core/scoped_temp_dir.h"
+
+namespace lmt::cli {
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string SharedDir() {
+  // A git worktree sits one level deeper than the main checkout.
+  std::string dir = LMT_SHARED_DIR;
+  if (!fs::exists(dir + "/dxf-samples")) {
+    dir = (fs::path(dir).parent_path().parent_path() / "shared").string();
+  }
+  return dir;
+}
+const std::string kTestdata = std::string(LMT_TESTDATA_DIR) + "/utilities/";
+
+struct Ran {
+  int status;
+  std::string output;
+};
+
+Ran Shell(const std::string& command) {
+  Ran ran{-1, ""};
+  FILE* pipe = popen((command + " 2>&1").c_str(), "r");
+  if (pipe == nullptr) return ran;
+  std::array<char, 256> buffer;
+  while (fgets(buffer.data(), buffer.size(), pipe) != nullptr)
+    ran.output += buffer.data();
+  const int raw = pclose(pipe);
+  ran.status = WIFEXITED(raw) ? WEXITSTATUS(raw) : -1;
+  return ran;
+}
+
+std::string Bytes(const fs::path& path) {
+  std::ifstream in(path, std::ios::binary);
+  std::stringstream s;
+  s << in.rdbuf();
+  return s.str();
+}
+
+class UtilityCommandsTest : public ::testing::Test {
+ protected:
+  UtilityCommandsTest() {
+    fs::copy_file(kTestdata + "sheets.dxf", dir_ / "sheets.dxf");
+  }
+
+  Ran Layomat(const std::string& args) {
+    return Shell("cd '" + dir_.path().string() + "' && XDG_CONFIG_HOME='" +
+                 dir_.path().string() + "' '" LMT_BINARY_DIR "/layomat' " +
+                 args);
+  }
+  // describe.py's lines for `file` in the scratch folder.
+  std::string Describe(const std::string& file) {
+    Ran ran = Shell("/usr/bin/python3 " + kTestdata + "describe.py '" +
+                    (dir_ / file).string() + "'");
+    EXPECT_EQ(ran.status, 0) << ran.output;
+    return ran.output;
+  }
+  // Only the given files are left in the scratch folder (no temporaries).
+  void ExpectFiles(std::vector<std::string> expected) {
+    std::vector<std::string> names;
+    for (const fs::directory_entry& e : fs::directory_iterator(dir_.path())) {
+      if (e.is_regular_file()) names.push_back(e.path().filename().string());
+    }
+    std::sort(names.begin(), names.end());
+    std::sort(expected.begin(), expected.end());
+    EXPECT_EQ(names, expected);
+  }
+
+  core::ScopedTempDir dir_;
+};
+
+TEST_F(UtilityCommandsTest, ViewportsOffWritesOutAndLeavesTheSourceAlone) {
+  const std::string before = Bytes(dir_ / "sheets.dxf");
+  Ran ran = Layomat("viewports off sheets.dxf -o out.dxf");
+  EXPECT_EQ(ran.status, 0) << ran.output;
+  EXPECT_NE(ran.output.find(": Ok\n"), std::string::npos) << ran.output;
+  EXPECT_EQ(Bytes(dir_ / "sheets.dxf"), before);
+  std::string out = Describe("out.dxf");
+  EXPECT_NE(out.find("vp 9C A3 4 off"), std::string::npos) << out;
+  EXPECT_NE(out.find("vp 9B A3 1 on"), std::string::npos) << out;
+  ExpectFiles({"out.dxf", "sheets.dxf"});
+}
+
+TEST_F(UtilityCommandsTest, OutputEqualToTheDrawingReplacesIt) {
+  Ran ran = Layomat("viewports on sheets.dxf -o sheets.dxf");
+  EXPECT_EQ(ran.status, 0) << ran.output;
+  EXPECT_NE(Describe("sheets.dxf").find("vp A4 Pair 7 on"), std::string::npos);
+  ExpectFiles({"sheets.dxf"});
+}
+
+TEST_F(UtilityCommandsTest, DeleteOutsideGoesToThePickedViewportsLayout) {
+  // The drawing was saved with the model tab current.
+  Ran ran = Layomat("delete-outside sheets.dxf --viewport 9C -o out.dxf");
+  EXPECT_EQ(ran.status, 0) << ran.output;
+  std::string out = Describe("out.dxf");
+  std::string model;
+  std::istringstream lines(out);
+  for (std::string line; std::getline(lines, line);) {
+    if (line.rfind("msp ", 0) == 0) model += line.substr(4, 2) + " ";
+  }
+  EXPECT_EQ(model, "8A 8B 8E 8F ");
+  EXPECT_NE(out.find("psp A3 9D LINE"), std::string::npos);
+}
+
+TEST_F(UtilityCommandsTest, RefusalsExitOneAndWriteNothing) {
+  Ran none = Layomat("delete-outside sheets.dxf -o out.dxf");
+  EXPECT_EQ(none.status, 1);
+  EXPECT_NE(none.output.find("Невозможно в Модель !"), std::string::npos)
+      << none.output;
+  Ran circle = Layomat("delete-outside sheets.dxf --viewport 8A -o out.dxf");
+  EXPECT_EQ(circle.status, 1);
+  ExpectFiles({"sheets.dxf"});
+}
+
+TEST_F(UtilityCommandsTest, BadCommandLinesExitTwo) {
+  EXPECT_EQ(Layomat("viewports sideways sheets.dxf -o out.dxf").status, 2);
+  EXPECT_EQ(Layomat("viewports on sheets.dxf").status, 2);
+  EXPECT_EQ(Layomat("delete-outside --viewport 9C -o out.dxf").status, 2);
+}
+
+TEST_F(UtilityCommandsTest, UnreadableOrUnwritableDrawingsExitThree) {
+  Ran missing = Layomat("viewports on nothing.dxf -o out.dxf");
+  EXPECT_EQ(missing.status, 3);
+  EXPECT_NE(missing.output.find("nothing.dxf"), std::string::npos);
+  // The engine reads R12 but writes 2000 and later only.
+  Ran r12 = Layomat("viewports on '" + SharedDir() +
+                    "/dxf-samples/s_AC1009.dxf' -o out.dxf");
+  EXPECT_EQ(r12.status, 3);
+  EXPECT_NE(r12.output.find("out.dxf"), std::string::npos);
+  ExpectFiles({"sheets.dxf"});
+}
+
+TEST(DxfReleaseTest, ReadsAsciiAndBinaryHeaders) {
+  const std::string samples = SharedDir() + "/dxf-samples/";
+  EXPECT_EQ(*DxfRelease(samples + "s_AC1032_bin.dxf"), "AC1032");
+  EXPECT_EQ(*DxfRelease(samples + "s_AC1015.dxf"), "AC1015");
+  EXPECT_EQ(*DxfSaveType("AC1015"), 13);
+  EXPECT_EQ(DxfSaveType("AC1009").status().code(), StatusCode::kNotSupported);
+  EXPECT_EQ(DxfRelease(samples + "missing.dxf").status().code(),
+            StatusCode::kIOError);
+}
+
+}  // namespace
+}  // namespace lmt::cli
+#endif  // _WIN32

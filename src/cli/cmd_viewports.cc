@@ -1,0 +1,53 @@
+// layomat viewports on|off DRAWING -o OUT: the Start of the viewports window
+// (OknoFunctionOnOffViewport) with its check box ticked and the direction of
+// the first argument, on DRAWING in the embedded host; saves OUT.
+#include <ostream>
+
+#include "cli/drawing_output.h"
+#include "cli/embedded_session.h"
+#include "cli/registry.h"
+#include "core/text_encoding.h"
+#include "core/windows.h"
+#include "utilities/viewports_on_off.h"
+
+namespace lmt::cli {
+namespace {
+
+int RunViewports(CommandContext& context) {
+  const CliOptions& options = context.options;
+  const bool on = options.args.size() == 2 &&
+                  core::EqualsIgnoreAsciiCase(options.args[0], "on");
+  const bool off = options.args.size() == 2 &&
+                   core::EqualsIgnoreAsciiCase(options.args[0], "off");
+  if ((!on && !off) || !options.output) {
+    context.err << "layomat: viewports expects on or off, DRAWING and -o OUT\n"
+                   "Try 'layomat --help'.\n";
+    return kExitUsage;
+  }
+  const std::string& drawing = options.args[1];
+  Result<std::unique_ptr<EmbeddedSession>> run =
+      EmbeddedSession::Open(context, drawing);
+  if (!run.ok()) return ReportFileError(context, run.status());
+
+  core::OknoFunctionOnOffViewport& window =
+      context.addin.windows().okno_function_on_off_viewport;
+  window.check_viewport_on_off.set_checked(true);
+  window.option_viewport_on_off.Select(on ? 0 : 1);
+  if (utilities::StartViewportsOnOff((*run)->session()) !=
+      utilities::Outcome::kDone) {
+    return kExitRefused;
+  }
+  Status saved = SaveDrawing(*(*run)->document(), drawing, *options.output);
+  if (!saved.ok()) return ReportFileError(context, saved);
+  return kExitOk;
+}
+
+const CommandRegistration kViewports({
+    "viewports",
+    "layomat viewports on|off DRAWING -o OUT [options]",
+    "switch every viewport of DRAWING on or off (not the layouts' own)",
+    &RunViewports,
+});
+
+}  // namespace
+}  // namespace lmt::cli
