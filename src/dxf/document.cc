@@ -1,0 +1,635 @@
+#include "dxf/document.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <filesystem>
+#include <system_error>
+
+#include "dxf/check.h"
+#include "dxf/tag_reader.h"
+#include "dxf/tag_writer.h"
+
+namespace lmt::dxf {
+namespace {
+
+std::string Describe(const Tag& t) {
+  std::string v(t.value().substr(0, 40));
+  return std::to_string(t.code) + " " + (v.empty() ? "''" : v);
+}
+
+bool IsChildType(std::string_view type) {
+  return type == "ATTRIB" || type == "VERTEX" || type == "SEQEND";
+}
+
+bool StartsWithNoCase(std::string_view s, std::string_view prefix) {
+  return s.size() >= prefix.size() &&
+         EqualsNoCase(s.substr(0, prefix.size()), prefix);
+}
+
+}  // namespace
+
+Document::~Document() = default;
+
+Status Document::Load(const std::string& path, std::unique_ptr<Document>* out) {
+  std::error_code ec;
+  uintmax_t size = std::filesystem::file_size(path, ec);
+  if (ec) return Status::IOError(path + ": " + ec.message());
+  if (size >= (uintmax_t{2} << 30)) {
+    return Status::Corruption(path + ": file too large (2 GiB or more)");
+  }
+  std::FILE* f = std::fopen(path.c_str(), "rb");
+  if (!f) return Status::IOError(path + ": cannot open for reading");
+  std::unique_ptr<Document> doc(new Document());
+  // Not a std::string: filling 20 MB with zeros first costs a tenth of the
+  // load time.
+  doc->file_.reset(new char[static_cast<size_t>(size) + 1]);
+  size_t got = size ? std::fread(doc->file_.get(), 1, size, f) : 0;
+  bool bad = std::ferror(f) != 0;
+  std::fclose(f);
+  if (bad) return Status::IOError(path + ": read error");
+  doc->name_ = path;
+  Status s = doc->Init(std::string_view(doc->file_.get(), got));
+  if (!s.ok()) return s;
+  *out = std::move(doc);
+  return Status::Ok();
+}
+
+Status Document::Parse(std::string data, std::string name,
+                       std::unique_ptr<Document>* out) {
+  std::unique_ptr<Document> doc(new Document());
+  doc->name_ = std::move(name);
+  doc->data_ = std::move(data);
+  Status s = doc->Init(doc->data_);
+  if (!s.ok()) return s;
+  *out = std::move(doc);
+  return Status::Ok();
+}
+
+Status Document::Init(std::string_view data) {
+  input_size_ = data.size();
+  TagFile file;
+  Status s = ReadTags(data, name_, &db_.arena(), &file);
+  if (!s.ok()) return s;
+  binary_ = file.binary;
+  crlf_ = file.crlf;
+  db_.SetBase(std::move(file.tags));
+  return Build(db_.base());
+}
+
+Status Document::Error(size_t tag_index, const std::string& what) const {
+  TagFile f;  // only the location format depends on it
+  f.binary = binary_;
+  return Status::Corruption(TagLocation(name_, f, tag_index) + ": " + what);
+}
+
+Block* Document::NewBlock(std::string name) {
+  blocks_.push_back(std::make_unique<Block>());
+  blocks_.back()->name = std::move(name);
+  return blocks_.back().get();
+}
+
+Status Document::Build(const std::vector<Tag>& tags) {
+  const size_t n = tags.size();
+  auto next0 = [&](size_t j) {
+    ++j;
+    while (j < n && tags[j].code != 0) ++j;
+    return j;
+  };
+  // Each loaded record with its first tag index, for error locations.
+  std::vector<std::pair<RecordId, size_t>> recs;
+  std::vector<RecordId> pending;   // ENTITIES, routed once blocks are known
+  db_.ReserveRecords(n / 8 + 16);  // a guess; records average 8+ tags
+  size_t i = 0;
+  // 999 comments between sections (writers put their name first).
+  auto comments = [&]() {
+    size_t k = i;
+    while (k < n && tags[k].code == 999) ++k;
+    RecordId id = kNoRecord;
+    if (k > i) {
+      id = db_.AddLoaded(static_cast<uint32_t>(i), static_cast<uint32_t>(k));
+    }
+    i = k;
+    return id;
+  };
+  while (true) {
+    RecordId comment = comments();
+    if (i >= n || tags[i].Is(0, "EOF")) {
+      trailing_comments_ = comment;
+      break;
+    }
+    if (!tags[i].Is(0, "SECTION")) {
+      return Error(i, "expected 0 SECTION, got " + Describe(tags[i]));
+    }
+    if (i + 1 >= n || tags[i + 1].code != 2) {
+      return Error(i + 1, "expected 2 <section name> after 0 SECTION, got " +
+                              Describe(tags[std::min(i + 1, n - 1)]));
+    }
+    std::string name(tags[i + 1].value());
+    size_t j = name == "HEADER" ? i + 2 : next0(i);
+    // ACDSDATA carries tags of its own after the name.
+    RecordId head =
+        db_.AddLoaded(static_cast<uint32_t>(i), static_cast<uint32_t>(j));
+    if (name == "HEADER") {
+      size_t e = j;
+      while (e < n && tags[e].code != 0) ++e;
+      if (header_ == kNoRecord) header_ = db_.AddLoaded(j, e);
+      j = e;
+    }
+    recs.clear();
+    while (j < n && !tags[j].Is(0, "ENDSEC")) {
+      if (tags[j].code != 0) {
+        return Error(j, "expected 0 <record> in section " + name + ", got " +
+                            Describe(tags[j]));
+      }
+      if (tags[j].Is(0, "EOF") || tags[j].Is(0, "SECTION")) {
+        return Error(j, "expected 0 ENDSEC for section " + name + ", got " +
+                            Describe(tags[j]));
+      }
+      size_t e = next0(j);
+      recs.emplace_back(
+          db_.AddLoaded(static_cast<uint32_t>(j), static_cast<uint32_t>(e)), j);
+      j = e;
+    }
+    if (j >= n) {
+      return Error(n - 1, "expected 0 ENDSEC for section " + name);
+    }
+    if (std::find_if(section_order_.begin(), section_order_.end(),
+                     [&](const auto& s) { return s.name == name; }) ==
+        section_order_.end()) {
+      section_order_.push_back(SectionRef{name, head, comment});
+    }
+    auto type_of = [&](size_t k) { return tags[recs[k].second].value(); };
+    // Groups INSERT+ATTRIB+SEQEND and POLYLINE+VERTEX+SEQEND.
+    RecordId open = kNoRecord;
+    auto add_entity = [&](RecordId id, std::string_view type,
+                          std::vector<RecordId>* list) {
+      if (open != kNoRecord && IsChildType(type)) {
+        db_.mutable_children(open).push_back(id);
+        db_.SetParent(id, open);
+        if (type == "SEQEND") open = kNoRecord;
+        return;
+      }
+      open = (type == "INSERT" || type == "POLYLINE") ? id : kNoRecord;
+      list->push_back(id);
+    };
+    if (name == "HEADER") {
+      if (!recs.empty()) {
+        return Error(recs[0].second,
+                     "expected 0 ENDSEC for section HEADER, got " +
+                         Describe(tags[recs[0].second]));
+      }
+    } else if (name == "CLASSES") {
+      for (auto& r : recs) classes_.push_back(r.first);
+    } else if (name == "TABLES") {
+      Table* cur = nullptr;
+      for (size_t k = 0; k < recs.size(); ++k) {
+        std::string_view type = type_of(k);
+        if (!cur) {
+          if (type != "TABLE") {
+            return Error(recs[k].second, "expected 0 TABLE, got " +
+                                             Describe(tags[recs[k].second]));
+          }
+          tables_.emplace_back();
+          cur = &tables_.back();
+          cur->head = recs[k].first;
+          cur->name = std::string(entity(recs[k].first).GetString(2));
+        } else if (type == "ENDTAB") {
+          cur->endtab = recs[k].first;
+          cur = nullptr;
+        } else if (type == "TABLE") {
+          return Error(recs[k].second, "expected 0 ENDTAB for table " +
+                                           cur->name + ", got 0 TABLE");
+        } else {
+          cur->entries.push_back(recs[k].first);
+        }
+      }
+      if (cur) {
+        return Error(
+            j, "expected 0 ENDTAB for table " + cur->name + ", got 0 ENDSEC");
+      }
+    } else if (name == "BLOCKS") {
+      Block* cur = nullptr;
+      for (size_t k = 0; k < recs.size(); ++k) {
+        std::string_view type = type_of(k);
+        RecordId id = recs[k].first;
+        if (!cur) {
+          if (type != "BLOCK") {
+            return Error(recs[k].second, "expected 0 BLOCK, got " +
+                                             Describe(tags[recs[k].second]));
+          }
+          Entity b = entity(id);
+          cur = NewBlock(std::string(b.GetString(2)));
+          cur->begin = id;
+          cur->record_handle = b.owner();
+          open = kNoRecord;
+        } else if (type == "ENDBLK") {
+          cur->end = id;
+          cur = nullptr;
+        } else if (type == "BLOCK") {
+          return Error(recs[k].second, "expected 0 ENDBLK for block " +
+                                           cur->name + ", got 0 BLOCK");
+        } else {
+          add_entity(id, type, &cur->entities);
+        }
+      }
+      if (cur) {
+        return Error(
+            j, "expected 0 ENDBLK for block " + cur->name + ", got 0 ENDSEC");
+      }
+    } else if (name == "ENTITIES") {
+      had_entities_section_ = true;
+      for (size_t k = 0; k < recs.size(); ++k) {
+        add_entity(recs[k].first, type_of(k), &pending);
+      }
+    } else if (name == "OBJECTS") {
+      for (auto& r : recs) objects_.push_back(r.first);
+    } else {
+      raw_sections_.push_back(RawSection{name, {}});
+      for (auto& r : recs) raw_sections_.back().records.push_back(r.first);
+    }
+    i = j + 1;
+  }
+  if (i >= n) return Error(n ? n - 1 : 0, "expected 0 EOF");
+
+  db_.ReserveIndex(db_.size());
+  for (RecordId id = 0; id < db_.size(); ++id) {
+    if (!db_.IndexHandle(id)) {
+      warnings_.push_back(name_ + ": duplicate handle " +
+                          FormatHandle(db_.handle(id)) + "; the first is kept");
+    }
+  }
+  AssignBlockRoles();
+  for (RecordId id : pending) Route(id);
+  if (!had_entities_section_) {
+    auto it = std::find_if(section_order_.begin(), section_order_.end(),
+                           [](const auto& s) { return s.name == "OBJECTS"; });
+    section_order_.insert(it, SectionRef{"ENTITIES", kNoRecord, kNoRecord});
+  }
+  return Status::Ok();
+}
+
+void Document::AssignBlockRoles() {
+  block_by_record_.clear();
+  model_ = paper_ = nullptr;
+  for (auto& b : blocks_) {
+    if (b->record_handle) block_by_record_.emplace(b->record_handle, b.get());
+    if (!model_ && (EqualsNoCase(b->name, "*Model_Space") ||
+                    EqualsNoCase(b->name, "$MODEL_SPACE"))) {
+      model_ = b.get();
+    }
+    if (!paper_ && (EqualsNoCase(b->name, "*Paper_Space") ||
+                    EqualsNoCase(b->name, "$PAPER_SPACE"))) {
+      paper_ = b.get();
+    }
+  }
+  // A minimal R12 file has no blocks at all; its entities still need a home.
+  if (!model_) model_ = NewBlock(IsR12() ? "$MODEL_SPACE" : "*Model_Space");
+}
+
+void Document::Route(RecordId id) {
+  Entity e = entity(id);
+  Block* b = BlockByRecord(e.owner());
+  if (!b) {
+    if (e.paper_space()) {
+      if (!paper_) paper_ = NewBlock(IsR12() ? "$PAPER_SPACE" : "*Paper_Space");
+      b = paper_;
+    } else {
+      b = model_;
+    }
+  }
+  b->entities.push_back(id);
+}
+
+std::string_view Document::version() const {
+  auto v = HeaderValue("$ACADVER");
+  return v ? *v : std::string_view("AC1009");
+}
+
+std::span<const Tag> Document::HeaderTags(std::string_view name) const {
+  if (header_ == kNoRecord) return {};
+  auto t = db_.tags(header_);
+  for (size_t i = 0; i < t.size(); ++i) {
+    if (t[i].code == 9 && t[i].value() == name) {
+      size_t j = i + 1;
+      while (j < t.size() && t[j].code != 9) ++j;
+      return t.subspan(i + 1, j - i - 1);
+    }
+  }
+  return {};
+}
+
+std::optional<std::string_view> Document::HeaderValue(
+    std::string_view name) const {
+  auto t = HeaderTags(name);
+  if (t.empty()) return std::nullopt;
+  return t[0].value();
+}
+
+std::vector<std::string_view> Document::HeaderNames() const {
+  std::vector<std::string_view> out;
+  if (header_ == kNoRecord) return out;
+  for (const Tag& t : db_.tags(header_)) {
+    if (t.code == 9) out.push_back(t.value());
+  }
+  return out;
+}
+
+void Document::SetHeader(std::string_view name, std::span<const Tag> values) {
+  if (header_ == kNoRecord) {
+    header_ = db_.Create({});
+    section_order_.insert(section_order_.begin(),
+                          SectionRef{"HEADER", kNoRecord, kNoRecord});
+  }
+  std::vector<Tag>& t = db_.Detach(header_);
+  std::vector<Tag> copy(values.begin(), values.end());  // values may alias t
+  for (size_t i = 0; i < t.size(); ++i) {
+    if (t[i].code == 9 && t[i].value() == name) {
+      size_t j = i + 1;
+      while (j < t.size() && t[j].code != 9) ++j;
+      t.erase(t.begin() + i + 1, t.begin() + j);
+      t.insert(t.begin() + i + 1, copy.begin(), copy.end());
+      return;
+    }
+  }
+  t.push_back(db_.MakeTag(9, name));
+  t.insert(t.end(), copy.begin(), copy.end());
+}
+
+void Document::SetHeader(std::string_view name, int code,
+                         std::string_view value) {
+  Tag t = db_.MakeTag(code, value);
+  SetHeader(name, std::span<const Tag>(&t, 1));
+}
+
+uint64_t Document::HandSeed() const {
+  auto v = HeaderValue("$HANDSEED");
+  return v ? ParseHandle(*v).value_or(0) : 0;
+}
+
+Entity Document::FindByHandle(uint64_t handle) {
+  RecordId id = db_.Find(handle);
+  return id == kNoRecord ? Entity() : entity(id);
+}
+
+uint64_t Document::AllocateHandle() {
+  uint64_t h = db_.AllocateHandle(HandSeed());
+  return h;
+}
+
+Table* Document::table(std::string_view name) {
+  for (Table& t : tables_) {
+    if (EqualsNoCase(t.name, name)) return &t;
+  }
+  return nullptr;
+}
+
+Entity Document::FindTableEntry(std::string_view table_name,
+                                std::string_view name) {
+  Table* t = table(table_name);
+  if (!t) return Entity();
+  for (RecordId id : t->entries) {
+    Entity e = entity(id);
+    if (!e.erased() && EqualsNoCase(e.GetString(2), name)) return e;
+  }
+  return Entity();
+}
+
+Entity Document::AddTableEntry(std::string_view table_name,
+                               std::vector<Tag> tags) {
+  Table* t = table(table_name);
+  DXF_CHECK(t != nullptr);
+  RecordId id = db_.Create(std::move(tags));
+  Entity e = entity(id);
+  db_.SetHandle(id, AllocateHandle());
+  if (!IsR12()) e.SetOwner(entity(t->head).handle());
+  t->entries.push_back(id);
+  return e;
+}
+
+Block* Document::FindBlock(std::string_view name) {
+  for (auto& b : blocks_) {
+    if (EqualsNoCase(b->name, name)) return b.get();
+  }
+  return nullptr;
+}
+
+Block* Document::BlockByRecord(uint64_t record_handle) {
+  if (record_handle == 0) return nullptr;
+  auto it = block_by_record_.find(record_handle);
+  return it == block_by_record_.end() ? nullptr : it->second;
+}
+
+Block* Document::BlockOf(Entity e) {
+  RecordId p = db_.parent(e.id());
+  if (p != kNoRecord) e = entity(p);
+  if (Block* b = BlockByRecord(e.owner())) return b;
+  for (auto& b : blocks_) {
+    if (std::find(b->entities.begin(), b->entities.end(), e.id()) !=
+        b->entities.end()) {
+      return b.get();
+    }
+  }
+  return nullptr;
+}
+
+Entity Document::AddEntity(Block* block, std::vector<Tag> tags) {
+  DXF_CHECK(block != nullptr);
+  RecordId id = db_.Create(std::move(tags));
+  Entity e = entity(id);
+  db_.SetHandle(id, AllocateHandle());
+  if (!IsR12() && block->record_handle) e.SetOwner(block->record_handle);
+  bool paper = block == paper_ || StartsWithNoCase(block->name, "*Paper_Space");
+  if (paper) e.SetPaperSpace(true);
+  block->entities.push_back(id);
+  return e;
+}
+
+void Document::Erase(Entity e) {
+  if (!e.valid() || e.erased()) return;
+  RecordId parent = db_.parent(e.id());
+  if (parent != kNoRecord) {
+    auto& kids = db_.mutable_children(parent);
+    kids.erase(std::remove(kids.begin(), kids.end(), e.id()), kids.end());
+  } else if (Block* b = BlockOf(e)) {
+    auto& v = b->entities;
+    v.erase(std::remove(v.begin(), v.end(), e.id()), v.end());
+  }
+  // What the entity owns goes with it: children and the extension
+  // dictionary tree (hard-owner 360 entries).
+  std::vector<RecordId> todo = {e.id()};
+  while (!todo.empty()) {
+    RecordId id = todo.back();
+    todo.pop_back();
+    if (db_.erased(id)) continue;
+    Entity x = entity(id);
+    for (RecordId c : db_.children(id)) todo.push_back(c);
+    if (uint64_t xd = x.ExtensionDictionary()) {
+      RecordId d = db_.Find(xd);
+      if (d != kNoRecord) todo.push_back(d);
+    }
+    if (x.type() == "DICTIONARY") {
+      for (const Tag& t : x.tags()) {
+        if (t.code != 360) continue;
+        RecordId c = db_.Find(ParseHandle(t.value()).value_or(0));
+        if (c != kNoRecord && entity(c).owner() == x.handle())
+          todo.push_back(c);
+      }
+    }
+    db_.MarkErased(id);
+  }
+}
+
+Entity Document::root_dictionary() {
+  for (RecordId id : objects_) {
+    if (!db_.erased(id)) return entity(id);
+  }
+  return Entity();
+}
+
+uint64_t Document::DictionaryLookup(Entity dict, std::string_view key) {
+  auto t = dict.tags();
+  for (size_t i = 0; i + 1 < t.size(); ++i) {
+    if (t[i].code == 3 && t[i].value() == key &&
+        (t[i + 1].code == 350 || t[i + 1].code == 360)) {
+      return ParseHandle(t[i + 1].value()).value_or(0);
+    }
+  }
+  return 0;
+}
+
+void Document::AddToDictionary(Entity dict, std::string_view key,
+                               uint64_t handle) {
+  auto t = dict.tags();
+  for (size_t i = 0; i + 1 < t.size(); ++i) {
+    if (t[i].code == 3 && t[i].value() == key &&
+        (t[i + 1].code == 350 || t[i + 1].code == 360)) {
+      dict.SetValueAt(static_cast<int>(i + 1), FormatHandle(handle));
+      return;
+    }
+  }
+  int m = dict.FindSubclass("AcDbDictionary");
+  int at = m >= 0 ? dict.SubclassEnd(m) : dict.XDataBegin();
+  int code = dict.GetInt(280, 0) == 1 ? 360 : 350;
+  Tag pair[2] = {MakeTag(3, key), MakeTag(code, FormatHandle(handle))};
+  dict.InsertTags(at, pair);
+}
+
+Entity Document::AddObject(std::vector<Tag> tags, uint64_t owner) {
+  RecordId id = db_.Create(std::move(tags));
+  Entity e = entity(id);
+  db_.SetHandle(id, AllocateHandle());
+  e.SetOwner(owner);
+  objects_.push_back(id);
+  return e;
+}
+
+void Document::WriteBlockEntities(TagWriter& w,
+                                  const std::vector<RecordId>& ids) {
+  for (RecordId id : ids) {
+    if (db_.erased(id)) continue;
+    w.Write(db_.tags(id));
+    for (RecordId c : db_.children(id)) {
+      if (!db_.erased(c)) w.Write(db_.tags(c));
+    }
+  }
+}
+
+std::string Document::ToString() {
+  // Later tools allocate from $HANDSEED, so it must exceed every handle.
+  if (HeaderValue("$HANDSEED") || !IsR12()) {
+    uint64_t seed = HandSeed();
+    if (seed <= db_.max_handle()) {
+      SetHeader("$HANDSEED", 5, FormatHandle(db_.max_handle() + 1));
+    }
+  }
+  std::string out;
+  out.reserve(input_size_ + db_.arena().bytes_used() + 4096);
+  TagWriter w(&out, crlf_);
+  auto write_ids = [&](const std::vector<RecordId>& ids) {
+    for (RecordId id : ids) {
+      if (!db_.erased(id)) w.Write(db_.tags(id));
+    }
+  };
+  for (const auto& [sec, head, comment] : section_order_) {
+    if (comment != kNoRecord) w.Write(db_.tags(comment));
+    if (head != kNoRecord) {
+      w.Write(db_.tags(head));
+    } else {
+      w.Write(0, "SECTION");
+      w.Write(2, sec);
+    }
+    if (sec == "HEADER") {
+      if (header_ != kNoRecord) w.Write(db_.tags(header_));
+    } else if (sec == "CLASSES") {
+      write_ids(classes_);
+    } else if (sec == "TABLES") {
+      for (const Table& t : tables_) {
+        w.Write(db_.tags(t.head));
+        write_ids(t.entries);
+        if (t.endtab != kNoRecord) {
+          w.Write(db_.tags(t.endtab));
+        } else {
+          w.Write(0, "ENDTAB");
+        }
+      }
+    } else if (sec == "BLOCKS") {
+      for (auto& b : blocks_) {
+        if (b->begin == kNoRecord) continue;  // made up for a minimal file
+        w.Write(db_.tags(b->begin));
+        if (b.get() != model_ && b.get() != paper_) {
+          WriteBlockEntities(w, b->entities);
+        }
+        if (b->end != kNoRecord) {
+          w.Write(db_.tags(b->end));
+        } else {
+          w.Write(0, "ENDBLK");
+        }
+      }
+    } else if (sec == "ENTITIES") {
+      // Model space and the active layout share the section; keep their
+      // original interleaving (record ids grow in file order).
+      std::vector<RecordId> merged;
+      static const std::vector<RecordId> kNone;
+      const auto& a = model_ ? model_->entities : kNone;
+      const auto& b = paper_ ? paper_->entities : kNone;
+      merged.reserve(a.size() + b.size());
+      std::merge(a.begin(), a.end(), b.begin(), b.end(),
+                 std::back_inserter(merged));
+      WriteBlockEntities(w, merged);
+    } else if (sec == "OBJECTS") {
+      write_ids(objects_);
+    } else {
+      for (const RawSection& r : raw_sections_) {
+        if (r.name == sec) write_ids(r.records);
+      }
+    }
+    w.Write(0, "ENDSEC");
+  }
+  if (trailing_comments_ != kNoRecord) w.Write(db_.tags(trailing_comments_));
+  w.Write(0, "EOF");
+  return out;
+}
+
+Status Document::Save(const std::string& path) {
+  std::string text = ToString();
+  std::string tmp = path + ".lmt-tmp";
+  std::FILE* f = std::fopen(tmp.c_str(), "wb");
+  if (!f) return Status::IOError(tmp + ": cannot open for writing");
+  size_t put = std::fwrite(text.data(), 1, text.size(), f);
+  bool ok = put == text.size() && std::fflush(f) == 0;
+  ok = std::fclose(f) == 0 && ok;
+  std::error_code ec;
+  if (!ok) {
+    std::filesystem::remove(tmp, ec);
+    return Status::IOError(tmp + ": write failed");
+  }
+  std::filesystem::rename(tmp, path, ec);
+  if (ec) {
+    std::error_code ignored;
+    std::filesystem::remove(tmp, ignored);
+    return Status::IOError(path + ": cannot replace: " + ec.message());
+  }
+  return Status::Ok();
+}
+
+}  // namespace lmt::dxf

@@ -1,0 +1,201 @@
+// Document: a whole drawing in memory: header, classes, tables, blocks,
+// entities and objects, over one EntityDb.
+//
+// Load reads the file into one buffer and tokenizes it without a heap
+// allocation per tag (tag_reader.h); records are ranges of that tag array.
+// Structure is built once: sections, tables with their entries, blocks with
+// their entities (ENTITIES-section entities are routed to the model space or
+// paper space block by owner 330, or by 67 when there is no owner), the
+// OBJECTS list and the handle index. Everything else is kept verbatim.
+//
+// Writing emits the same structure back: untouched tags come out exactly as
+// they were read, and $HANDSEED is raised above the largest handle when it
+// is not already. Binary input is written as ASCII.
+//
+// For code built on top (layouts, viewports, geometry):
+//   - iterate a block's entities:  for (RecordId id : block.entities)
+//       Entity e = doc.entity(id);  (children of INSERT/POLYLINE:
+//       db().children)
+//   - find by handle:              doc.FindByHandle(h)
+//   - read/write a tag:            Entity::Get/Set/FindIn/SetValueAt
+//   - insert tags:                 Entity::InsertTag(s)
+//   - allocate a handle:           doc.AllocateHandle()
+//   - add to a dictionary:         doc.AddToDictionary(dict, key, handle)
+//   - new entity in a block:       doc.AddEntity(block, tags)
+//   - new object:                  doc.AddObject(tags)
+// Not thread-safe; one thread at a time.
+#ifndef LMT_DXF_DOCUMENT_H_
+#define LMT_DXF_DOCUMENT_H_
+
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "dxf/entity.h"
+#include "dxf/entity_db.h"
+#include "dxf/status.h"
+#include "dxf/tag.h"
+
+namespace lmt::dxf {
+
+struct Table {
+  std::string name;  // "LAYER", "BLOCK_RECORD", ...
+  RecordId head = kNoRecord;
+  std::vector<RecordId> entries;
+  RecordId endtab = kNoRecord;
+};
+
+struct Block {
+  std::string name;                // BLOCK code 2
+  RecordId begin = kNoRecord;      // BLOCK; kNoRecord if the file had none
+  RecordId end = kNoRecord;        // ENDBLK
+  uint64_t record_handle = 0;      // its BLOCK_RECORD (0 in R12)
+  std::vector<RecordId> entities;  // top-level entities in file order
+};
+
+// A section other than the ones the Document understands, kept verbatim
+// (THUMBNAILIMAGE, ACDSDATA, ...).
+struct RawSection {
+  std::string name;
+  std::vector<RecordId> records;
+};
+
+class Document {
+ public:
+  Document(const Document&) = delete;
+  Document& operator=(const Document&) = delete;
+  ~Document();
+
+  // Reads and parses the file at `path`. IOError when it cannot be read,
+  // Corruption (with file and line) when it is not a valid drawing.
+  static Status Load(const std::string& path, std::unique_ptr<Document>* out);
+  // Parses `data` (ASCII or binary DXF); `name` is used in messages.
+  static Status Parse(std::string data, std::string name,
+                      std::unique_ptr<Document>* out);
+
+  // Serializes the drawing as ASCII DXF.
+  std::string ToString();
+  // Writes to a temporary file beside `path` and renames it into place, so
+  // an existing file is never left half written. IOError on failure.
+  Status Save(const std::string& path);
+
+  const std::string& file_name() const { return name_; }
+  bool was_binary() const { return binary_; }
+  // Problems that did not stop loading (duplicate handles, ...).
+  const std::vector<std::string>& warnings() const { return warnings_; }
+
+  // ---- header ----
+  // The tags after `9 name` (usually one; points have 10/20[/30]).
+  std::span<const Tag> HeaderTags(std::string_view name) const;
+  std::optional<std::string_view> HeaderValue(std::string_view name) const;
+  // Replaces the variable's value tags, or appends the variable.
+  void SetHeader(std::string_view name, std::span<const Tag> values);
+  void SetHeader(std::string_view name, int code, std::string_view value);
+  // "AC1032"; "AC1009" when absent (R12 files may omit it).
+  std::string_view version() const;
+  bool IsR12() const { return version() <= "AC1009"; }
+  // Names of all header variables in file order.
+  std::vector<std::string_view> HeaderNames() const;
+
+  // ---- records ----
+  EntityDb& db() { return db_; }
+  Entity entity(RecordId id) { return Entity(&db_, id); }
+  // Invalid Entity when no live record has the handle.
+  Entity FindByHandle(uint64_t handle);
+  // A fresh handle above every handle in use and $HANDSEED.
+  uint64_t AllocateHandle();
+
+  // ---- tables ----
+  Table* table(std::string_view name);  // nullptr when absent
+  // Entry whose code 2 equals `name`, compared case-insensitively.
+  Entity FindTableEntry(std::string_view table, std::string_view name);
+  std::vector<Table>& tables() { return tables_; }
+  const std::vector<RecordId>& classes() const { return classes_; }
+  // Adds an entry at the end of `table`, with a new handle and owner.
+  // `tags` start with `0 TYPE`; the handle and owner are inserted.
+  Entity AddTableEntry(std::string_view table, std::vector<Tag> tags);
+
+  // ---- blocks ----
+  std::vector<std::unique_ptr<Block>>& blocks() { return blocks_; }
+  // Case-insensitive; nullptr when absent.
+  Block* FindBlock(std::string_view name);
+  Block* BlockByRecord(uint64_t record_handle);
+  // The block an entity's owner handle names, or nullptr.
+  Block* BlockOf(Entity e);
+  Block* model_space() { return model_; }
+  // The active layout's block (*Paper_Space / $PAPER_SPACE), or nullptr.
+  Block* paper_space() { return paper_; }
+
+  // Appends a new entity to `block`: gives it a handle, sets its owner to
+  // the block record (R2000+) and 67 for paper space. `tags` start with
+  // `0 TYPE` and normally hold `100 AcDbEntity` and the layer.
+  Entity AddEntity(Block* block, std::vector<Tag> tags);
+  // Erases an entity with its children (ATTRIBs, SEQEND) and its extension
+  // dictionary tree, and removes it from its block.
+  void Erase(Entity e);
+
+  // ---- objects ----
+  const std::vector<RecordId>& objects() const { return objects_; }
+  // The first object (owner 0); invalid for R12.
+  Entity root_dictionary();
+  // Handle stored under `key` (3 key / 350|360 handle), 0 when absent.
+  uint64_t DictionaryLookup(Entity dict, std::string_view key);
+  // Adds or replaces `key`. Uses 360 when the dictionary is a hard owner
+  // (280 1), 350 otherwise. The object's owner and reactor are the caller's.
+  void AddToDictionary(Entity dict, std::string_view key, uint64_t handle);
+  // Appends an object with a new handle; `tags` start with `0 TYPE`.
+  Entity AddObject(std::vector<Tag> tags, uint64_t owner);
+
+  // A Tag with its value stored in the document.
+  Tag MakeTag(int code, std::string_view value) {
+    return db_.MakeTag(code, value);
+  }
+
+ private:
+  Document() = default;
+  Status Init(std::string_view data);
+  Status Build(const std::vector<Tag>& tags);
+  Status Error(size_t tag_index, const std::string& what) const;
+  void Route(RecordId id);
+  Block* NewBlock(std::string name);
+  void WriteBlockEntities(class TagWriter& w, const std::vector<RecordId>& ids);
+  void AssignBlockRoles();
+  uint64_t HandSeed() const;
+
+  std::string name_;
+  // The whole file (one of the two); base tags point into it.
+  std::string data_;
+  std::unique_ptr<char[]> file_;
+  size_t input_size_ = 0;
+  bool binary_ = false;
+  bool crlf_ = false;
+  EntityDb db_;
+  std::vector<std::string> warnings_;
+  // Sections in file order with their `0 SECTION` record (kNoRecord for
+  // one the file lacked) and the 999 comments before it.
+  struct SectionRef {
+    std::string name;
+    RecordId head = kNoRecord;
+    RecordId comments = kNoRecord;
+  };
+  std::vector<SectionRef> section_order_;
+  RecordId trailing_comments_ = kNoRecord;
+  RecordId header_ = kNoRecord;
+  std::vector<RecordId> classes_;
+  std::vector<Table> tables_;
+  std::vector<std::unique_ptr<Block>> blocks_;
+  std::unordered_map<uint64_t, Block*> block_by_record_;
+  Block* model_ = nullptr;
+  Block* paper_ = nullptr;
+  std::vector<RecordId> objects_;
+  std::vector<RawSection> raw_sections_;
+  bool had_entities_section_ = false;
+};
+
+}  // namespace lmt::dxf
+
+#endif  // LMT_DXF_DOCUMENT_H_

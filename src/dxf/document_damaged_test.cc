@@ -1,0 +1,116 @@
+// Drawings whose tags read fine but whose structure is broken: each gives
+// a Corruption naming the file, line and what was expected.
+#include <gtest/gtest.h>
+
+#include "dxf/document.h"
+
+namespace lmt::dxf {
+namespace {
+
+struct Case {
+  const char* label;
+  const char* text;  // tags as "code value" lines, joined below
+  const char* message;
+};
+
+void PrintTo(const Case& c, std::ostream* os) { *os << c.label; }
+
+// "0 SECTION|2 HEADER" -> "  0\nSECTION\n  2\nHEADER\n", codes aligned as
+// the writer aligns them.
+std::string Dxf(std::string_view spec) {
+  std::string out;
+  while (!spec.empty()) {
+    size_t bar = spec.find('|');
+    std::string_view item = spec.substr(0, bar);
+    size_t sp = item.find(' ');
+    std::string code(item.substr(0, sp));
+    out +=
+        std::string(code.size() < 3 ? 3 - code.size() : 0, ' ') + code + "\n" +
+        std::string(sp == std::string_view::npos ? "" : item.substr(sp + 1)) +
+        "\n";
+    spec = bar == std::string_view::npos ? "" : spec.substr(bar + 1);
+  }
+  return out;
+}
+
+class DamagedDocumentTest : public ::testing::TestWithParam<Case> {};
+
+TEST_P(DamagedDocumentTest, GivesCorruptionWithLocation) {
+  std::unique_ptr<Document> doc;
+  Status s = Document::Parse(Dxf(GetParam().text), "bad.dxf", &doc);
+  ASSERT_TRUE(s.IsCorruption()) << GetParam().label;
+  EXPECT_EQ(s.message(), GetParam().message) << GetParam().label;
+  EXPECT_EQ(doc, nullptr);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Inputs, DamagedDocumentTest,
+    ::testing::Values(
+        Case{"no section", "0 LINE|8 0|0 EOF",
+             "bad.dxf:1: expected 0 SECTION, got 0 LINE"},
+        Case{"section without name", "0 SECTION|8 X|0 EOF",
+             "bad.dxf:3: expected 2 <section name> after 0 SECTION, got 8 X"},
+        Case{"missing ENDSEC", "0 SECTION|2 ENTITIES|0 LINE|0 EOF",
+             "bad.dxf:7: expected 0 ENDSEC for section ENTITIES, got 0 EOF"},
+        Case{"section inside section",
+             "0 SECTION|2 ENTITIES|0 SECTION|2 BLOCKS|0 ENDSEC|0 EOF",
+             "bad.dxf:5: expected 0 ENDSEC for section ENTITIES, got 0 "
+             "SECTION"},
+        Case{"header with a record",
+             "0 SECTION|2 HEADER|9 $ACADVER|1 AC1032|0 LINE|0 ENDSEC|0 EOF",
+             "bad.dxf:9: expected 0 ENDSEC for section HEADER, got 0 LINE"},
+        Case{"entry outside table",
+             "0 SECTION|2 TABLES|0 LAYER|2 0|0 ENDSEC|0 EOF",
+             "bad.dxf:5: expected 0 TABLE, got 0 LAYER"},
+        Case{"missing ENDTAB",
+             "0 SECTION|2 TABLES|0 TABLE|2 LAYER|0 LAYER|2 0|0 ENDSEC|0 EOF",
+             "bad.dxf:13: expected 0 ENDTAB for table LAYER, got 0 ENDSEC"},
+        Case{"table in table",
+             "0 SECTION|2 TABLES|0 TABLE|2 LAYER|0 TABLE|2 LTYPE|0 ENDTAB|"
+             "0 ENDSEC|0 EOF",
+             "bad.dxf:9: expected 0 ENDTAB for table LAYER, got 0 TABLE"},
+        Case{"entity outside block", "0 SECTION|2 BLOCKS|0 LINE|0 ENDSEC|0 EOF",
+             "bad.dxf:5: expected 0 BLOCK, got 0 LINE"},
+        Case{"missing ENDBLK",
+             "0 SECTION|2 BLOCKS|0 BLOCK|2 A|0 LINE|0 ENDSEC|0 EOF",
+             "bad.dxf:11: expected 0 ENDBLK for block A, got 0 ENDSEC"},
+        Case{"block in block",
+             "0 SECTION|2 BLOCKS|0 BLOCK|2 A|0 BLOCK|2 B|0 ENDBLK|0 ENDSEC|"
+             "0 EOF",
+             "bad.dxf:9: expected 0 ENDBLK for block A, got 0 BLOCK"}),
+    [](const auto& info) {
+      std::string n = info.param.label;
+      for (char& c : n) {
+        if (!isalnum(static_cast<unsigned char>(c))) c = '_';
+      }
+      return n;
+    });
+
+TEST(DocumentStructureTest, MinimalR12WithOnlyEntities) {
+  std::unique_ptr<Document> doc;
+  ASSERT_TRUE(Document::Parse(Dxf("0 SECTION|2 ENTITIES|0 LINE|8 0|10 0|20 0|"
+                                  "11 1|21 1|0 ENDSEC|0 EOF"),
+                              "r12.dxf", &doc)
+                  .ok());
+  EXPECT_TRUE(doc->IsR12());
+  ASSERT_EQ(doc->model_space()->entities.size(), 1u);
+  // The made-up model space block is not written to a BLOCKS section.
+  EXPECT_EQ(doc->ToString(), Dxf("0 SECTION|2 ENTITIES|0 LINE|8 0|10 0|20 0|"
+                                 "11 1|21 1|0 ENDSEC|0 EOF"));
+}
+
+TEST(DocumentStructureTest, DuplicateHandleKeepsFirstAndWarns) {
+  std::unique_ptr<Document> doc;
+  ASSERT_TRUE(Document::Parse(Dxf("0 SECTION|2 HEADER|9 $ACADVER|1 AC1015|"
+                                  "0 ENDSEC|0 SECTION|2 ENTITIES|0 LINE|5 A|"
+                                  "0 CIRCLE|5 a|0 ENDSEC|0 EOF"),
+                              "dup.dxf", &doc)
+                  .ok());
+  ASSERT_EQ(doc->warnings().size(), 1u);
+  EXPECT_EQ(doc->warnings()[0],
+            "dup.dxf: duplicate handle A; the first is kept");
+  EXPECT_EQ(doc->FindByHandle(0xA).type(), "LINE");
+}
+
+}  // namespace
+}  // namespace lmt::dxf

@@ -1,0 +1,194 @@
+#include "dxf/document.h"
+
+#include <gtest/gtest.h>
+
+#include "dxf/tag_reader.h"
+#include "dxf/test_util.h"
+
+namespace lmt::dxf {
+namespace {
+
+using testing::SampleNames;
+using testing::SamplePath;
+
+std::unique_ptr<Document> LoadOrDie(const std::string& path) {
+  std::unique_ptr<Document> doc;
+  Status s = Document::Load(path, &doc);
+  EXPECT_TRUE(s.ok()) << s.ToString();
+  return doc;
+}
+
+std::string ReadAll(const std::string& path) {
+  std::string out;
+  std::FILE* f = std::fopen(path.c_str(), "rb");
+  if (!f) return out;
+  char buf[65536];
+  size_t n;
+  while ((n = std::fread(buf, 1, sizeof buf, f)) > 0) out.append(buf, n);
+  std::fclose(f);
+  return out;
+}
+
+std::vector<Tag> TagsOf(const std::string& data, Arena* arena) {
+  TagFile f;
+  Status s = ReadTags(data, "x", arena, &f);
+  EXPECT_TRUE(s.ok()) << s.ToString();
+  return f.tags;
+}
+
+// Tags equal except the $HANDSEED value.
+void ExpectSameTags(const std::vector<Tag>& a, const std::vector<Tag>& b,
+                    const std::string& label) {
+  ASSERT_EQ(a.size(), b.size()) << label;
+  for (size_t i = 0; i < a.size(); ++i) {
+    if (i > 0 && a[i - 1].Is(9, "$HANDSEED")) continue;
+    ASSERT_EQ(a[i].code, b[i].code) << label << " tag " << i;
+    ASSERT_EQ(a[i].value(), b[i].value()) << label << " tag " << i;
+  }
+}
+
+class SampleTest : public ::testing::TestWithParam<std::string> {};
+
+TEST_P(SampleTest, WritesEveryTagBack) {
+  std::string path = SamplePath(GetParam());
+  auto doc = LoadOrDie(path);
+  ASSERT_TRUE(doc);
+  std::string written = doc->ToString();
+  Arena a1, a2;
+  std::unique_ptr<Document> again;
+  ASSERT_TRUE(Document::Parse(written, "again", &again).ok());
+  // Binary input comes back as ASCII holding the same tags.
+  ExpectSameTags(TagsOf(ReadAll(path), &a1), TagsOf(written, &a2), GetParam());
+}
+
+TEST_P(SampleTest, HandseedExceedsEveryHandleAfterSave) {
+  auto doc = LoadOrDie(SamplePath(GetParam()));
+  ASSERT_TRUE(doc);
+  std::unique_ptr<Document> again;
+  ASSERT_TRUE(Document::Parse(doc->ToString(), "again", &again).ok());
+  auto seed = again->HeaderValue("$HANDSEED");
+  if (!seed) GTEST_SKIP() << "no handles";
+  EXPECT_GT(ParseHandle(*seed).value_or(0), again->db().max_handle());
+}
+
+TEST_P(SampleTest, SavedCopyPassesEzdxfAudit) {
+  auto doc = LoadOrDie(SamplePath(GetParam()));
+  ASSERT_TRUE(doc);
+  std::string out = testing::TempPath("saved_" + GetParam());
+  ASSERT_TRUE(doc->Save(out).ok());
+  EXPECT_EQ(testing::CheckWithEzdxf(out), "");
+}
+
+INSTANTIATE_TEST_SUITE_P(Samples, SampleTest,
+                         ::testing::ValuesIn(SampleNames()),
+                         [](const auto& info) {
+                           std::string n = info.param;
+                           for (char& c : n) {
+                             if (!isalnum(static_cast<unsigned char>(c))) {
+                               c = '_';
+                             }
+                           }
+                           return n;
+                         });
+
+TEST(DocumentTest, ReadsHeaderVariables) {
+  auto doc = LoadOrDie(SamplePath("s_AC1032.dxf"));
+  EXPECT_EQ(doc->version(), "AC1032");
+  EXPECT_EQ(doc->HeaderValue("$DWGCODEPAGE"), "ANSI_1252");
+  EXPECT_FALSE(doc->HeaderValue("$NOSUCHVAR"));
+  auto extmin = doc->HeaderTags("$EXTMIN");
+  ASSERT_EQ(extmin.size(), 3u);
+  EXPECT_EQ(extmin[1].code, 20);
+}
+
+TEST(DocumentTest, SetHeaderReplacesOrAppends) {
+  auto doc = LoadOrDie(SamplePath("s_AC1015.dxf"));
+  doc->SetHeader("$INSUNITS", 70, "6");
+  doc->SetHeader("$LMTTEST", 1, "x");
+  std::unique_ptr<Document> again;
+  ASSERT_TRUE(Document::Parse(doc->ToString(), "again", &again).ok());
+  EXPECT_EQ(again->HeaderValue("$INSUNITS"), "6");
+  EXPECT_EQ(again->HeaderValue("$LMTTEST"), "x");
+  EXPECT_EQ(again->HeaderNames().size(), doc->HeaderNames().size());
+}
+
+TEST(DocumentTest, FindsTableEntriesIgnoringCase) {
+  auto doc = LoadOrDie(SamplePath("s_AC1032.dxf"));
+  for (const char* t : {"VPORT", "LTYPE", "LAYER", "STYLE", "VIEW", "UCS",
+                        "APPID", "DIMSTYLE", "BLOCK_RECORD"}) {
+    EXPECT_NE(doc->table(t), nullptr) << t;
+  }
+  EXPECT_TRUE(doc->FindTableEntry("layer", "0").valid());
+  EXPECT_TRUE(doc->FindTableEntry("LTYPE", "continuous").valid());
+  EXPECT_TRUE(doc->FindTableEntry("BLOCK_RECORD", "*MODEL_SPACE").valid());
+  EXPECT_FALSE(doc->FindTableEntry("LAYER", "no such layer").valid());
+  Entity std_dim = doc->FindTableEntry("DIMSTYLE", "Standard");
+  ASSERT_TRUE(std_dim.valid());
+  EXPECT_NE(std_dim.handle(), 0u);  // from code 105
+  EXPECT_EQ(doc->FindByHandle(std_dim.handle()), std_dim);
+}
+
+TEST(DocumentTest, RoutesEntitiesToTheirLayoutBlocks) {
+  for (const char* name : {"s_AC1032.dxf", "s_AC1015.dxf"}) {
+    auto doc = LoadOrDie(SamplePath(name));
+    ASSERT_NE(doc->model_space(), nullptr);
+    ASSERT_NE(doc->paper_space(), nullptr);
+    EXPECT_FALSE(doc->model_space()->entities.empty()) << name;
+    for (RecordId id : doc->paper_space()->entities) {
+      EXPECT_TRUE(doc->entity(id).paper_space()) << name;
+      EXPECT_EQ(doc->entity(id).owner(), doc->paper_space()->record_handle);
+    }
+    for (RecordId id : doc->model_space()->entities) {
+      EXPECT_FALSE(doc->entity(id).paper_space()) << name;
+    }
+  }
+}
+
+TEST(DocumentTest, R12UsesDollarBlocksAndPaperFlag) {
+  auto doc = LoadOrDie(SamplePath("s_AC1009.dxf"));
+  EXPECT_TRUE(doc->IsR12());
+  ASSERT_NE(doc->model_space(), nullptr);
+  EXPECT_EQ(doc->model_space()->name, "$MODEL_SPACE");
+  EXPECT_FALSE(doc->model_space()->entities.empty());
+  if (doc->paper_space()) {
+    for (RecordId id : doc->paper_space()->entities) {
+      EXPECT_TRUE(doc->entity(id).paper_space());
+    }
+  }
+}
+
+TEST(DocumentTest, AttribsAndSeqendFollowTheirInsert) {
+  auto doc = LoadOrDie(SamplePath("s_AC1032.dxf"));
+  int with_attribs = 0;
+  for (auto& b : doc->blocks()) {
+    for (RecordId id : b->entities) {
+      Entity e = doc->entity(id);
+      EXPECT_NE(e.type(), "ATTRIB");
+      EXPECT_NE(e.type(), "SEQEND");
+      const auto& kids = doc->db().children(id);
+      if (kids.empty()) continue;
+      ++with_attribs;
+      EXPECT_EQ(doc->entity(kids.back()).type(), "SEQEND");
+      for (RecordId k : kids) EXPECT_EQ(doc->entity(k).owner(), e.handle());
+    }
+  }
+  EXPECT_GT(with_attribs, 0);
+}
+
+TEST(DocumentTest, RootDictionaryListsLayouts) {
+  auto doc = LoadOrDie(SamplePath("s_AC1032.dxf"));
+  Entity root = doc->root_dictionary();
+  ASSERT_TRUE(root.valid());
+  EXPECT_EQ(root.type(), "DICTIONARY");
+  EXPECT_EQ(root.owner(), 0u);
+  Entity layouts =
+      doc->FindByHandle(doc->DictionaryLookup(root, "ACAD_LAYOUT"));
+  ASSERT_TRUE(layouts.valid());
+  Entity model = doc->FindByHandle(doc->DictionaryLookup(layouts, "Model"));
+  ASSERT_TRUE(model.valid());
+  EXPECT_EQ(model.type(), "LAYOUT");
+  EXPECT_EQ(model.Reactors(), std::vector<uint64_t>{layouts.handle()});
+}
+
+}  // namespace
+}  // namespace lmt::dxf

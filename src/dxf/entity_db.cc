@@ -1,0 +1,131 @@
+#include "dxf/entity_db.h"
+
+#include "dxf/check.h"
+
+namespace lmt::dxf {
+
+uint64_t EntityDb::ReadHandle(std::span<const Tag> tags) {
+  if (tags.empty() || tags[0].code != 0) return 0;
+  // DIMSTYLE keeps its handle in 105; its 5 is DIMBLK.
+  int code = tags[0].value() == "DIMSTYLE" ? 105 : 5;
+  for (size_t i = 1; i < tags.size(); ++i) {
+    if (tags[i].code == code) return ParseHandle(tags[i].value()).value_or(0);
+    if (tags[i].code == 100) break;
+  }
+  return 0;
+}
+
+RecordId EntityDb::AddLoaded(uint32_t begin, uint32_t end) {
+  DXF_CHECK(begin <= end && end <= base_.size());
+  Record r;
+  r.begin = begin;
+  r.end = end;
+  r.handle =
+      ReadHandle(std::span<const Tag>(base_).subspan(begin, end - begin));
+  records_.push_back(std::move(r));
+  return static_cast<RecordId>(records_.size() - 1);
+}
+
+RecordId EntityDb::Create(std::vector<Tag> tags) {
+  Record r;
+  r.handle = ReadHandle(tags);
+  r.own = std::make_unique<std::vector<Tag>>(std::move(tags));
+  records_.push_back(std::move(r));
+  RecordId id = static_cast<RecordId>(records_.size() - 1);
+  IndexHandle(id);
+  return id;
+}
+
+bool EntityDb::IndexHandle(RecordId id) {
+  uint64_t h = records_[id].handle;
+  if (h == 0) return true;
+  if (h > max_handle_) max_handle_ = h;
+  return by_handle_.emplace(h, id).second;
+}
+
+std::span<const Tag> EntityDb::tags(RecordId id) const {
+  const Record& r = records_[id];
+  if (r.own) return *r.own;
+  return std::span<const Tag>(base_).subspan(r.begin, r.end - r.begin);
+}
+
+std::span<Tag> EntityDb::mutable_tags(RecordId id) {
+  Record& r = records_[id];
+  if (r.own) return *r.own;
+  return std::span<Tag>(base_).subspan(r.begin, r.end - r.begin);
+}
+
+std::vector<Tag>& EntityDb::Detach(RecordId id) {
+  Record& r = records_[id];
+  if (!r.own) {
+    r.own = std::make_unique<std::vector<Tag>>(base_.begin() + r.begin,
+                                               base_.begin() + r.end);
+  }
+  return *r.own;
+}
+
+void EntityDb::MarkErased(RecordId id) {
+  Record& r = records_[id];
+  r.erased = true;
+  auto it = by_handle_.find(r.handle);
+  if (it != by_handle_.end() && it->second == id) by_handle_.erase(it);
+}
+
+RecordId EntityDb::Find(uint64_t handle) const {
+  if (handle == 0) return kNoRecord;
+  auto it = by_handle_.find(handle);
+  return it == by_handle_.end() ? kNoRecord : it->second;
+}
+
+uint64_t EntityDb::AllocateHandle(uint64_t seed) {
+  uint64_t h = max_handle_ + 1;
+  if (seed > h) h = seed;
+  max_handle_ = h;
+  return h;
+}
+
+void EntityDb::SetHandle(RecordId id, uint64_t handle) {
+  std::vector<Tag>& t = Detach(id);
+  DXF_CHECK(!t.empty() && t[0].code == 0);
+  int code = t[0].value() == "DIMSTYLE" ? 105 : 5;
+  Tag ht = MakeTag(code, FormatHandle(handle));
+  bool set = false;
+  for (size_t i = 1; i < t.size() && t[i].code != 100; ++i) {
+    if (t[i].code == code) {
+      t[i] = ht;
+      set = true;
+      break;
+    }
+  }
+  if (!set) t.insert(t.begin() + 1, ht);
+  Record& r = records_[id];
+  auto it = by_handle_.find(r.handle);
+  if (it != by_handle_.end() && it->second == id) by_handle_.erase(it);
+  r.handle = handle;
+  IndexHandle(id);
+}
+
+const std::vector<RecordId>& EntityDb::children(RecordId parent) const {
+  static const std::vector<RecordId> kNone;
+  auto it = children_.find(parent);
+  return it == children_.end() ? kNone : it->second;
+}
+
+RecordId EntityDb::parent(RecordId child) const {
+  auto it = parents_.find(child);
+  return it == parents_.end() ? kNoRecord : it->second;
+}
+
+std::string_view EntityDb::StoreValue(std::string_view value) {
+  std::string escaped;
+  if (EscapeControlChars(value, &escaped)) return arena_.Store(escaped);
+  return arena_.Store(value);
+}
+
+Tag EntityDb::MakeTag(int code, std::string_view value) {
+  std::string_view v = StoreValue(value);
+  DXF_CHECK(v.size() <= Tag::kMaxSize && code >= 0 && code <= kMaxGroupCode);
+  return Tag(code, v);
+}
+
+}  // namespace lmt::dxf

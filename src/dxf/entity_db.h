@@ -1,0 +1,115 @@
+// EntityDb: every record of a drawing (entity, table entry, object, ...),
+// its raw tags, and the index from handle to record.
+//
+// A record is the run of tags that starts with a code 0 tag (the HEADER
+// section is one record without it). Loaded records are ranges of one shared
+// tag array; a record whose tag count changes is detached into its own
+// vector, so edits never shift other records. Values written by edits live
+// in the Arena. The raw tags are the truth: typed views (entity.h and the
+// files beside it) read and edit them in place.
+//
+// Handles are indexed once at load; Create() and SetHandle() keep the index
+// current. Records are never removed, only marked erased, so a RecordId stays
+// valid for the life of the EntityDb.
+#ifndef LMT_DXF_ENTITY_DB_H_
+#define LMT_DXF_ENTITY_DB_H_
+
+#include <cstdint>
+#include <limits>
+#include <memory>
+#include <span>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "dxf/tag.h"
+
+namespace lmt::dxf {
+
+using RecordId = uint32_t;
+inline constexpr RecordId kNoRecord = std::numeric_limits<RecordId>::max();
+
+class EntityDb {
+ public:
+  EntityDb() = default;
+  EntityDb(const EntityDb&) = delete;
+  EntityDb& operator=(const EntityDb&) = delete;
+
+  // Takes the loaded tags; records then refer to ranges of them.
+  void SetBase(std::vector<Tag> tags) { base_ = std::move(tags); }
+  const std::vector<Tag>& base() const { return base_; }
+
+  // Adds the record base()[begin, end). Its handle (code 5, or 105 for
+  // DIMSTYLE) is read but not indexed; see IndexHandle.
+  RecordId AddLoaded(uint32_t begin, uint32_t end);
+  // Adds a new record with the given tags (values must already live in the
+  // file buffer or arena()). Indexes its handle.
+  RecordId Create(std::vector<Tag> tags);
+  // Indexes the record's handle. Returns false when another live record
+  // already has it (the index keeps the first).
+  bool IndexHandle(RecordId id);
+
+  size_t size() const { return records_.size(); }
+  void ReserveRecords(size_t n) { records_.reserve(n); }
+  void ReserveIndex(size_t n) { by_handle_.reserve(n); }
+  std::span<const Tag> tags(RecordId id) const;
+  // In-place access; the tag count cannot change through it.
+  std::span<Tag> mutable_tags(RecordId id);
+  // Detaches the record (once) and returns its own vector for insertions and
+  // removals.
+  std::vector<Tag>& Detach(RecordId id);
+
+  uint64_t handle(RecordId id) const { return records_[id].handle; }
+  bool erased(RecordId id) const { return records_[id].erased; }
+  // Marks erased and drops the handle from the index. Owners' lists are the
+  // caller's business (Document::Erase does both).
+  void MarkErased(RecordId id);
+
+  // kNoRecord when no live record has the handle (0 is never found).
+  RecordId Find(uint64_t handle) const;
+  // The largest handle of any record seen so far.
+  uint64_t max_handle() const { return max_handle_; }
+  // Returns a handle greater than every handle in use and than `seed`
+  // (the $HANDSEED value); later calls continue from it.
+  uint64_t AllocateHandle(uint64_t seed);
+  // Sets code 5 (adds it after the 0 tag when missing) and indexes it.
+  void SetHandle(RecordId id, uint64_t handle);
+
+  // Children: ATTRIB/SEQEND after an INSERT, VERTEX/SEQEND after a POLYLINE.
+  // They are written right after their parent, in this order.
+  const std::vector<RecordId>& children(RecordId parent) const;
+  std::vector<RecordId>& mutable_children(RecordId parent) {
+    return children_[parent];
+  }
+  RecordId parent(RecordId child) const;
+  void SetParent(RecordId child, RecordId parent) { parents_[child] = parent; }
+
+  Arena& arena() { return arena_; }
+  // Copies a value into the arena, control characters in caret form.
+  std::string_view StoreValue(std::string_view value);
+  // A tag whose value is copied into the arena.
+  Tag MakeTag(int code, std::string_view value);
+
+ private:
+  struct Record {
+    uint32_t begin = 0;
+    uint32_t end = 0;
+    std::unique_ptr<std::vector<Tag>> own;
+    uint64_t handle = 0;
+    bool erased = false;
+  };
+  static uint64_t ReadHandle(std::span<const Tag> tags);
+
+  std::vector<Tag> base_;
+  std::vector<Record> records_;
+  std::unordered_map<uint64_t, RecordId> by_handle_;
+  std::unordered_map<RecordId, std::vector<RecordId>> children_;
+  std::unordered_map<RecordId, RecordId> parents_;
+  uint64_t max_handle_ = 0;
+  Arena arena_;
+};
+
+}  // namespace lmt::dxf
+
+#endif  // LMT_DXF_ENTITY_DB_H_

@@ -1,0 +1,191 @@
+#include "dxf/tag.h"
+
+#include <charconv>
+#include <cstring>
+
+namespace lmt::dxf {
+
+namespace {
+ValueType ComputeType(int code);
+
+struct TypeTable {
+  ValueType type[kMaxGroupCode + 1];
+  bool numeric[kMaxGroupCode + 1];
+  TypeTable() {
+    for (int c = 0; c <= kMaxGroupCode; ++c) {
+      type[c] = ComputeType(c);
+      numeric[c] = type[c] != ValueType::kString &&
+                   type[c] != ValueType::kHandle &&
+                   type[c] != ValueType::kBinary;
+    }
+  }
+};
+
+const TypeTable& Types() {
+  static const TypeTable table;
+  return table;
+}
+}  // namespace
+
+ValueType TypeOfCode(int code) {
+  if (code < 0 || code > kMaxGroupCode) return ValueType::kString;
+  return Types().type[code];
+}
+
+bool IsNumericCode(int code) {
+  return code >= 0 && code <= kMaxGroupCode && Types().numeric[code];
+}
+
+namespace {
+ValueType ComputeType(int code) {
+  if (code < 10) return ValueType::kString;
+  if (code < 60) return ValueType::kDouble;
+  if (code < 80) return ValueType::kInt16;
+  if (code < 90) return ValueType::kString;  // undefined range
+  if (code < 100) return ValueType::kInt32;
+  if (code < 103) return ValueType::kString;
+  if (code == 105) return ValueType::kHandle;
+  if (code < 110) return ValueType::kString;
+  if (code < 150) return ValueType::kDouble;
+  if (code < 160) return ValueType::kString;
+  if (code < 170) return ValueType::kInt64;
+  if (code < 180) return ValueType::kInt16;
+  if (code < 210) return ValueType::kString;
+  if (code < 240) return ValueType::kDouble;
+  if (code < 270) return ValueType::kString;
+  if (code < 290) return ValueType::kInt16;
+  if (code < 300) return ValueType::kBool;
+  if (code < 310) return ValueType::kString;
+  if (code < 320) return ValueType::kBinary;
+  if (code < 370) return ValueType::kHandle;
+  if (code < 390) return ValueType::kInt16;
+  if (code < 400) return ValueType::kHandle;
+  if (code < 410) return ValueType::kInt16;
+  if (code < 420) return ValueType::kString;
+  if (code < 430) return ValueType::kInt32;
+  if (code < 440) return ValueType::kString;
+  if (code < 460) return ValueType::kInt32;
+  if (code < 470) return ValueType::kDouble;
+  if (code < 480) return ValueType::kString;
+  if (code < 482) return ValueType::kHandle;
+  if (code < 1004) return ValueType::kString;
+  if (code == 1004) return ValueType::kBinary;
+  if (code == 1005) return ValueType::kHandle;
+  if (code < 1010) return ValueType::kString;
+  if (code < 1060) return ValueType::kDouble;
+  if (code < 1071) return ValueType::kInt16;
+  if (code == 1071) return ValueType::kInt32;
+  return ValueType::kString;
+}
+}  // namespace
+
+std::optional<double> ParseDouble(std::string_view s) {
+  const char* b = s.data();
+  const char* e = b + s.size();
+  if (b != e && *b == '+') ++b;  // from_chars rejects a leading '+'
+  double v = 0;
+  auto [p, ec] = std::from_chars(b, e, v);
+  if (ec != std::errc() || p != e || b == e) return std::nullopt;
+  return v;
+}
+
+std::optional<int64_t> ParseInt(std::string_view s) {
+  const char* b = s.data();
+  const char* e = b + s.size();
+  if (b != e && *b == '+') ++b;
+  int64_t v = 0;
+  auto [p, ec] = std::from_chars(b, e, v);
+  if (ec == std::errc() && p == e && b != e) return v;
+  // Some programs (ProE among them) write integer codes as reals.
+  std::optional<double> d = ParseDouble(s);
+  if (d && *d >= -9.2e18 && *d <= 9.2e18 && *d == static_cast<int64_t>(*d)) {
+    return static_cast<int64_t>(*d);
+  }
+  return std::nullopt;
+}
+
+std::optional<uint64_t> ParseHandle(std::string_view s) {
+  if (s.empty() || s.size() > 16) return std::nullopt;
+  uint64_t v = 0;
+  for (char c : s) {
+    unsigned d;
+    if (c >= '0' && c <= '9') {
+      d = static_cast<unsigned>(c - '0');
+    } else if (c >= 'A' && c <= 'F') {
+      d = static_cast<unsigned>(c - 'A' + 10);
+    } else if (c >= 'a' && c <= 'f') {
+      d = static_cast<unsigned>(c - 'a' + 10);
+    } else {
+      return std::nullopt;
+    }
+    v = (v << 4) | d;
+  }
+  return v;
+}
+
+std::string FormatDouble(double v) {
+  char buf[32];
+  auto [p, ec] = std::to_chars(buf, buf + sizeof buf, v);
+  std::string out(buf, p);
+  // Keep a decimal point so CAD readers see a real ("1" -> "1.0").
+  if (out.find_first_of(".eEn") == std::string::npos) out += ".0";
+  return out;
+}
+
+std::string FormatInt(int64_t v) {
+  char buf[24];
+  auto [p, ec] = std::to_chars(buf, buf + sizeof buf, v);
+  return std::string(buf, p);
+}
+
+std::string FormatHandle(uint64_t h) {
+  char buf[20];
+  auto [p, ec] = std::to_chars(buf, buf + sizeof buf, h, 16);
+  for (char* c = buf; c != p; ++c) {
+    if (*c >= 'a' && *c <= 'f') *c = static_cast<char>(*c - 'a' + 'A');
+  }
+  return std::string(buf, p);
+}
+
+bool EscapeControlChars(std::string_view s, std::string* out) {
+  bool any = false;
+  for (char c : s) {
+    if (static_cast<unsigned char>(c) < 0x20) {
+      any = true;
+      break;
+    }
+  }
+  if (!any) return false;
+  out->clear();
+  for (char c : s) {
+    if (static_cast<unsigned char>(c) < 0x20) {
+      *out += '^';
+      *out += static_cast<char>(c + 64);
+    } else {
+      *out += c;
+    }
+  }
+  return true;
+}
+
+std::string_view Arena::Store(std::string_view s) {
+  if (s.empty()) return std::string_view("", 0);
+  used_ += s.size();
+  if (s.size() > kBlockSize / 4) {  // big values get their own block
+    blocks_.push_back(std::make_unique<char[]>(s.size()));
+    std::memcpy(blocks_.back().get(), s.data(), s.size());
+    return {blocks_.back().get(), s.size()};
+  }
+  if (left_ < s.size()) {
+    blocks_.push_back(std::make_unique<char[]>(kBlockSize));
+    cur_ = blocks_.back().get();
+    left_ = kBlockSize;
+  }
+  std::memcpy(cur_, s.data(), s.size());
+  std::string_view out(cur_, s.size());
+  cur_ += s.size();
+  left_ -= s.size();
+  return out;
+}
+
+}  // namespace lmt::dxf

@@ -1,0 +1,295 @@
+#include "dxf/tag_reader.h"
+
+#include <algorithm>
+#include <bit>
+#include <cstdint>
+#include <cstring>
+#include <string>
+
+namespace lmt::dxf {
+namespace {
+
+constexpr size_t kMaxFileSize = size_t{2} << 30;
+
+std::string Quote(std::string_view s) {
+  constexpr size_t kMax = 40;
+  std::string out = "'";
+  for (char c : s.substr(0, kMax)) {
+    if (static_cast<unsigned char>(c) < 0x20) {
+      out += '?';
+    } else {
+      out += c;
+    }
+  }
+  if (s.size() > kMax) out += "...";
+  return out + "'";
+}
+
+inline bool IsBlank(char c) { return c == ' ' || c == '\t' || c == '\r'; }
+
+inline std::string_view Trim(std::string_view s) {
+  size_t b = 0, e = s.size();
+  while (b < e && IsBlank(s[b])) ++b;
+  while (e > b && IsBlank(s[e - 1])) --e;
+  return s.substr(b, e - b);
+}
+
+// Parses a trimmed code line; -1 when it is not a valid group code.
+inline int ParseCode(const char* b, const char* e) {
+  while (b < e && (*b == ' ' || *b == '\t')) ++b;
+  while (e > b && IsBlank(e[-1])) --e;
+  if (b == e || e - b > 4) return -1;
+  int v = 0;
+  for (; b < e; ++b) {
+    unsigned d = static_cast<unsigned char>(*b) - '0';
+    if (d > 9) return -1;
+    v = v * 10 + static_cast<int>(d);
+  }
+  return v <= kMaxGroupCode ? v : -1;
+}
+
+// The next '\n' at or after p, or end. Eight bytes at a time: most lines
+// are short, and a libc call per line costs more than the scan.
+inline const char* FindNewline(const char* p, const char* end) {
+  if constexpr (std::endian::native == std::endian::little) {
+    constexpr uint64_t kOnes = 0x0101010101010101ULL;
+    constexpr uint64_t kHigh = 0x8080808080808080ULL;
+    constexpr uint64_t kNl = 0x0a0a0a0a0a0a0a0aULL;
+    while (end - p >= 8) {
+      uint64_t x;
+      std::memcpy(&x, p, 8);
+      uint64_t y = x ^ kNl;
+      uint64_t hit = (y - kOnes) & ~y & kHigh;
+      if (hit) return p + (std::countr_zero(hit) >> 3);
+      p += 8;
+    }
+  }
+  while (p < end && *p != '\n') ++p;
+  return p;
+}
+
+Status ReadAscii(std::string_view data, std::string_view name, TagFile* out) {
+  const char* p = data.data();
+  const char* end = p + data.size();
+  if (data.substr(0, 3) == "\xEF\xBB\xBF") p += 3;
+  // A guess, not a bound: CAD files average well over 8 bytes a tag, and
+  // pages of the reserve that are never touched cost no memory.
+  out->tags.reserve(data.size() / 8 + 16);
+  const char* first_nl = FindNewline(p, end);
+  out->crlf = first_nl < end && first_nl > p && first_nl[-1] == '\r';
+  bool numeric[kMaxGroupCode + 1];
+  for (int c = 0; c <= kMaxGroupCode; ++c) numeric[c] = IsNumericCode(c);
+  numeric[0] = true;  // structure names are trimmed like numbers
+  size_t line = 1;
+  bool seen_eof = false;
+  while (p < end) {
+    // Fast path for the usual "  10" code line.
+    const char* q = p;
+    while (q < end && *q == ' ') ++q;
+    const char* digits = q;
+    int code = 0;
+    while (q < end && static_cast<unsigned>(*q - '0') <= 9 && q - digits < 5) {
+      code = code * 10 + (*q - '0');
+      ++q;
+    }
+    size_t ndigits = static_cast<size_t>(q - digits);
+    while (q < end && (*q == '\r' || *q == ' ' || *q == '\t')) ++q;
+    if (ndigits == 0 || ndigits > 4 || code > kMaxGroupCode || q >= end ||
+        *q != '\n') {
+      // Unusual or broken: decide on the whole line.
+      const char* le = FindNewline(p, end);
+      code = ParseCode(p, le);
+      if (code < 0) {
+        std::string_view text = Trim(std::string_view(p, le - p));
+        if (text.empty() && std::all_of(p, end, [](char c) {
+              return IsBlank(c) || c == '\n';
+            })) {
+          break;  // trailing blank lines
+        }
+        return Status::Corruption(
+            std::string(name) + ":" + std::to_string(line) +
+            ": expected a group code, got " + Quote(text));
+      }
+      q = le;
+      if (q >= end) {
+        return Status::Corruption(std::string(name) + ":" +
+                                  std::to_string(line + 1) +
+                                  ": expected a value after group code " +
+                                  std::to_string(code) + ", got end of file");
+      }
+    }
+    p = q + 1;
+    ++line;
+    const char* vnl = FindNewline(p, end);
+    const char* ve = vnl;
+    const char* vb = p;
+    if (ve > vb && ve[-1] == '\r') --ve;
+    if (numeric[code]) {
+      while (vb < ve && (*vb == ' ' || *vb == '\t')) ++vb;
+      while (ve > vb && (ve[-1] == ' ' || ve[-1] == '\t')) --ve;
+    }
+    if (static_cast<size_t>(ve - vb) > Tag::kMaxSize) {
+      return Status::Corruption(std::string(name) + ":" + std::to_string(line) +
+                                ": expected a value of at most 1 MiB, got " +
+                                std::to_string(ve - vb) + " bytes");
+    }
+    out->tags.emplace_back(code, std::string_view(vb, ve - vb));
+    p = vnl < end ? vnl + 1 : end;
+    ++line;
+    if (code == 0 && ve - vb == 3 && std::memcmp(vb, "EOF", 3) == 0) {
+      seen_eof = true;
+      break;
+    }
+  }
+  if (!seen_eof) {
+    return Status::Corruption(std::string(name) + ":" + std::to_string(line) +
+                              ": expected 0 EOF, got end of file");
+  }
+  return Status::Ok();
+}
+
+template <typename T>
+T Load(const char* p) {
+  T v;
+  std::memcpy(&v, p, sizeof v);  // the format is little endian, like our hosts
+  return v;
+}
+
+Status ReadBinary(std::string_view data, std::string_view name, Arena* arena,
+                  TagFile* out) {
+  out->binary = true;
+  const char* base = data.data();
+  const char* p = base + kBinarySentinel.size();
+  const char* end = base + data.size();
+  // R12 writes 1-byte codes: its first tag is then 00 'S'ECTION.
+  bool two_byte = end - p >= 2 && p[1] == '\0';
+  auto fail = [&](const char* at, const std::string& what) {
+    return Status::Corruption(std::string(name) + ": offset " +
+                              std::to_string(at - base) + ": " + what);
+  };
+  std::string text;
+  bool seen_eof = false;
+  while (p < end) {
+    const char* tag_at = p;
+    int code;
+    if (two_byte) {
+      if (end - p < 2) return fail(p, "expected a group code, got end of file");
+      code = Load<int16_t>(p);
+      p += 2;
+    } else {
+      code = static_cast<unsigned char>(*p++);
+      if (code == 255) {
+        if (end - p < 2)
+          return fail(p, "expected a group code, got end of file");
+        code = Load<int16_t>(p);
+        p += 2;
+      }
+    }
+    if (code < 0 || code > kMaxGroupCode) {
+      return fail(tag_at, "expected a group code, got " + std::to_string(code));
+    }
+    auto need = [&](ptrdiff_t n) { return end - p >= n; };
+    std::string_view value;
+    ValueType type = TypeOfCode(code);
+    auto value_msg = [code] {
+      return "expected a value for group code " + std::to_string(code);
+    };
+    switch (type) {
+      case ValueType::kString:
+      case ValueType::kHandle: {
+        const char* z = static_cast<const char*>(std::memchr(p, 0, end - p));
+        if (!z) return fail(p, value_msg() + ", got an unterminated string");
+        value = std::string_view(p, z - p);  // stays in the caller's buffer
+        if (EscapeControlChars(value, &text)) value = arena->Store(text);
+        p = z + 1;
+        break;
+      }
+      case ValueType::kDouble:
+        if (!need(8)) return fail(p, value_msg() + ", got end of file");
+        text = FormatDouble(Load<double>(p));
+        p += 8;
+        value = arena->Store(text);
+        break;
+      case ValueType::kInt16:
+        if (!need(2)) return fail(p, value_msg() + ", got end of file");
+        value = arena->Store(FormatInt(Load<int16_t>(p)));
+        p += 2;
+        break;
+      case ValueType::kInt32:
+        if (!need(4)) return fail(p, value_msg() + ", got end of file");
+        value = arena->Store(FormatInt(Load<int32_t>(p)));
+        p += 4;
+        break;
+      case ValueType::kInt64:
+        if (!need(8)) return fail(p, value_msg() + ", got end of file");
+        value = arena->Store(FormatInt(Load<int64_t>(p)));
+        p += 8;
+        break;
+      case ValueType::kBool:
+        if (!need(1)) return fail(p, value_msg() + ", got end of file");
+        value = arena->Store(FormatInt(static_cast<unsigned char>(*p)));
+        p += 1;
+        break;
+      case ValueType::kBinary: {
+        if (!need(1)) return fail(p, value_msg() + ", got end of file");
+        size_t n = static_cast<unsigned char>(*p++);
+        if (!need(static_cast<ptrdiff_t>(n))) {
+          return fail(p, value_msg() + ", got a chunk cut short");
+        }
+        static constexpr char kHex[] = "0123456789ABCDEF";
+        text.clear();
+        for (size_t i = 0; i < n; ++i) {
+          unsigned char c = static_cast<unsigned char>(p[i]);
+          text += kHex[c >> 4];
+          text += kHex[c & 15];
+        }
+        p += n;
+        value = arena->Store(text);
+        break;
+      }
+    }
+    if (value.size() > Tag::kMaxSize) {
+      return fail(tag_at, "expected a value of at most 1 MiB, got " +
+                              std::to_string(value.size()) + " bytes");
+    }
+    out->tags.emplace_back(code, value);
+    if (code == 0 && value == "EOF") {
+      seen_eof = true;
+      break;
+    }
+  }
+  if (!seen_eof) return fail(end, "expected 0 EOF, got end of file");
+  return Status::Ok();
+}
+
+}  // namespace
+
+Status ReadTags(std::string_view data, std::string_view name, Arena* arena,
+                TagFile* out) {
+  out->tags.clear();
+  out->binary = false;
+  out->crlf = false;
+  if (data.size() >= kMaxFileSize) {
+    return Status::Corruption(std::string(name) +
+                              ": file too large (2 GiB or more)");
+  }
+  if (data.empty()) {
+    return Status::Corruption(std::string(name) +
+                              ":1: expected a group code, got end of file");
+  }
+  if (data.substr(0, kBinarySentinel.size()) == kBinarySentinel) {
+    return ReadBinary(data, name, arena, out);
+  }
+  return ReadAscii(data, name, out);
+}
+
+std::string TagLocation(std::string_view name, const TagFile& file,
+                        size_t index) {
+  if (file.binary) {
+    return std::string(name) + ": tag " + std::to_string(index + 1);
+  }
+  // Every tag of an ASCII file is two lines.
+  return std::string(name) + ":" + std::to_string(2 * index + 1);
+}
+
+}  // namespace lmt::dxf

@@ -1,0 +1,46 @@
+// Tokenizes a whole drawing file held in memory into Tags.
+//
+// ASCII files (R12 to 2018, CR LF or LF, optional UTF-8 BOM) give Tags that
+// point straight into the buffer: no allocation per tag. Code lines and the
+// values of numeric codes are trimmed; string values are kept exactly (only
+// the line end is removed). 999 comments are kept as tags. Binary files
+// (22-byte sentinel) are converted: each value is stored as the text an ASCII
+// file would hold, in the given Arena. Reading stops at `0 EOF`; anything
+// after it is ignored, as CAD programs do.
+//
+// Limits: the buffer must outlive the Tags; files of 2 GiB and more are
+// refused. Nothing is allocated from sizes read out of the file.
+#ifndef LMT_DXF_TAG_READER_H_
+#define LMT_DXF_TAG_READER_H_
+
+#include <string_view>
+#include <vector>
+
+#include "dxf/status.h"
+#include "dxf/tag.h"
+
+namespace lmt::dxf {
+
+inline constexpr std::string_view kBinarySentinel{
+    "AutoCAD Binary DXF\r\n\x1a\0", 22};
+
+struct TagFile {
+  std::vector<Tag> tags;
+  bool binary = false;
+  bool crlf = false;  // the ASCII file used CR LF line ends
+};
+
+// Tokenizes `data`. `name` is used in messages only ("a.dxf:12: ...").
+// On failure returns Corruption naming the line (ASCII) or byte offset
+// (binary) and what was expected there.
+Status ReadTags(std::string_view data, std::string_view name, Arena* arena,
+                TagFile* out);
+
+// "name:LINE" for the tag at `index` of an ASCII file, "name:offset N" is
+// not available for binary files, which give "name: tag N".
+std::string TagLocation(std::string_view name, const TagFile& file,
+                        size_t index);
+
+}  // namespace lmt::dxf
+
+#endif  // LMT_DXF_TAG_READER_H_

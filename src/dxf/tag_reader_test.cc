@@ -1,0 +1,152 @@
+#include "dxf/tag_reader.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "dxf/tag_writer.h"
+
+namespace lmt::dxf {
+namespace {
+
+struct Damaged {
+  const char* label;
+  std::string data;
+  const char* message;  // expected Status message
+};
+
+void PrintTo(const Damaged& d, std::ostream* os) { *os << d.label; }
+
+class DamagedTagsTest : public ::testing::TestWithParam<Damaged> {};
+
+TEST_P(DamagedTagsTest, ReportsFileLineAndExpectation) {
+  Arena arena;
+  TagFile file;
+  Status s = ReadTags(GetParam().data, "bad.dxf", &arena, &file);
+  ASSERT_TRUE(s.IsCorruption()) << GetParam().label;
+  EXPECT_EQ(s.message(), GetParam().message) << GetParam().label;
+}
+
+std::string Bin(std::string body) {
+  return std::string(kBinarySentinel) + body;
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Inputs, DamagedTagsTest,
+    ::testing::Values(
+        Damaged{"empty", "",
+                "bad.dxf:1: expected a group code, got end of file"},
+        Damaged{"text code", "  0\nSECTION\nabc\nHEADER\n",
+                "bad.dxf:3: expected a group code, got 'abc'"},
+        Damaged{"negative code", "-1\nX\n",
+                "bad.dxf:1: expected a group code, got '-1'"},
+        Damaged{"code too big", "  0\nSECTION\n5000\nX\n",
+                "bad.dxf:3: expected a group code, got '5000'"},
+        Damaged{"value missing", "  0\nSECTION\n  2",
+                "bad.dxf:4: expected a value after group code 2, got end of "
+                "file"},
+        Damaged{"no EOF", "  0\nSECTION\n  2\nHEADER\n  0\nENDSEC\n",
+                "bad.dxf:7: expected 0 EOF, got end of file"},
+        Damaged{"truncated line", "  0\nSECTION\n  2\nENTITIES\n  0\nLI",
+                "bad.dxf:7: expected 0 EOF, got end of file"},
+        Damaged{"binary string unterminated", Bin(std::string("\0\0SECT", 6)),
+                "bad.dxf: offset 24: expected a value for group code 0, got an "
+                "unterminated string"},
+        Damaged{"binary double cut", Bin(std::string("\x0a\0\x01\x02", 4)),
+                "bad.dxf: offset 24: expected a value for group code 10, got "
+                "end of file"},
+        Damaged{"binary chunk cut",
+                Bin(std::string("\0\0SECTION\0\x36\x01\x09\x01\x02", 15)),
+                "bad.dxf: offset 35: expected a value for group code 310, got "
+                "a chunk cut short"},
+        Damaged{"binary bad code",
+                Bin(std::string("\0\0SECTION\0\xff\x7f", 12)),
+                "bad.dxf: offset 32: expected a group code, got 32767"},
+        Damaged{"binary no EOF", Bin(std::string("\0\0SECTION\0", 10)),
+                "bad.dxf: offset 32: expected 0 EOF, got end of file"}),
+    [](const auto& info) {
+      std::string n = info.param.label;
+      for (char& c : n) {
+        if (!isalnum(static_cast<unsigned char>(c))) c = '_';
+      }
+      return n;
+    });
+
+TEST(TagReaderTest, TrimsCodesAndNumbersButKeepsStrings) {
+  std::string data =
+      "  0\r\nTEXT\r\n 10\r\n  1.5  \r\n  1\r\n  two  spaces \r\n"
+      "999\r\ncomment\r\n  0\r\nEOF\r\n";
+  Arena arena;
+  TagFile file;
+  ASSERT_TRUE(ReadTags(data, "t.dxf", &arena, &file).ok());
+  ASSERT_EQ(file.tags.size(), 5u);
+  EXPECT_TRUE(file.crlf);
+  EXPECT_EQ(file.tags[1].value(), "1.5");
+  EXPECT_EQ(file.tags[2].value(), "  two  spaces ");
+  EXPECT_TRUE(file.tags[3].Is(999, "comment"));
+}
+
+TEST(TagReaderTest, IgnoresWhatFollowsEof) {
+  std::string data = "  0\nEOF\ngarbage\x01\n";
+  Arena arena;
+  TagFile file;
+  ASSERT_TRUE(ReadTags(data, "t.dxf", &arena, &file).ok());
+  EXPECT_EQ(file.tags.size(), 1u);
+}
+
+TEST(TagReaderTest, BinaryValuesBecomeAsciiText) {
+  std::string body;
+  auto code = [&](int c) {
+    body += static_cast<char>(c & 0xff);
+    body += static_cast<char>(c >> 8);
+  };
+  code(0);
+  body += std::string("LINE\0", 5);
+  code(10);
+  double d = 2.5;
+  body.append(reinterpret_cast<const char*>(&d), 8);
+  code(70);
+  int16_t s = -3;
+  body.append(reinterpret_cast<const char*>(&s), 2);
+  code(290);
+  body += '\x01';
+  code(310);
+  body += std::string("\x02\xab\x01", 3);
+  code(0);
+  body += std::string("EOF\0", 4);
+  Arena arena;
+  TagFile file;
+  ASSERT_TRUE(ReadTags(Bin(body), "b.dxf", &arena, &file).ok());
+  ASSERT_EQ(file.tags.size(), 6u);
+  EXPECT_TRUE(file.binary);
+  EXPECT_TRUE(file.tags[1].Is(10, "2.5"));
+  EXPECT_TRUE(file.tags[2].Is(70, "-3"));
+  EXPECT_TRUE(file.tags[3].Is(290, "1"));
+  EXPECT_TRUE(file.tags[4].Is(310, "AB01"));
+}
+
+TEST(TagWriterTest, RightAlignsCodes) {
+  std::string out;
+  TagWriter w(&out, false);
+  w.Write(0, "LINE");
+  w.Write(10, "1.0");
+  w.Write(100, "AcDbLine");
+  w.Write(1001, "ACAD");
+  EXPECT_EQ(out, "  0\nLINE\n 10\n1.0\n100\nAcDbLine\n1001\nACAD\n");
+}
+
+TEST(NumberTest, FormatsAndParsesWithoutLocale) {
+  EXPECT_EQ(FormatDouble(1), "1.0");
+  EXPECT_EQ(FormatDouble(0.1), "0.1");
+  EXPECT_EQ(FormatDouble(1e20), "1e+20");
+  EXPECT_EQ(ParseDouble("+1.5"), 1.5);
+  EXPECT_FALSE(ParseDouble("1,5"));
+  EXPECT_EQ(ParseInt("1.0"), 1);  // integers written as reals
+  EXPECT_FALSE(ParseInt("1.5"));
+  EXPECT_EQ(ParseHandle("1f"), 0x1fu);
+  EXPECT_FALSE(ParseHandle("12345678901234567"));
+  EXPECT_EQ(FormatHandle(0x2ab), "2AB");
+}
+
+}  // namespace
+}  // namespace lmt::dxf

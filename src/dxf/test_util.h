@@ -1,0 +1,25 @@
+// Helpers shared by the engine's tests: sample paths and the independent
+// check of written files.
+#ifndef LMT_DXF_TEST_UTIL_H_
+#define LMT_DXF_TEST_UTIL_H_
+
+#include <string>
+#include <vector>
+
+namespace lmt::dxf::testing {
+
+// The shared folder beside the checkout.
+std::string SharedDir();
+// <shared>/dxf-samples/<name>.
+std::string SamplePath(const std::string& name);
+// The ASCII and binary drawings written by a CAD program.
+std::vector<std::string> SampleNames();
+// A fresh path under the build directory.
+std::string TempPath(const std::string& name);
+// Runs check_dxf.py (structure checks plus ezdxf's load and audit) on a file
+// we wrote. Returns "" when it passes, else the checker's output.
+std::string CheckWithEzdxf(const std::string& path);
+
+}  // namespace lmt::dxf::testing
+
+#endif  // LMT_DXF_TEST_UTIL_H_

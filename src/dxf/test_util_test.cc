@@ -1,0 +1,64 @@
+// Not a test of its own: the helpers of test_util.h (built into the test
+// binary only, as the library compiles no *_test.cc file).
+#include "dxf/test_util.h"
+
+#include <cstdio>
+#include <filesystem>
+
+namespace lmt::dxf::testing {
+
+std::string SharedDir() {
+  // A git worktree sits one level deeper than the main checkout, so the
+  // configured ../shared may miss; try the level above as well.
+  std::string dir = LMT_SHARED_DIR;
+  if (!std::filesystem::exists(dir + "/dxf-samples")) {
+    std::filesystem::path p(dir);
+    dir = (p.parent_path().parent_path() / "shared").string();
+  }
+  return dir;
+}
+
+std::string SamplePath(const std::string& name) {
+  return SharedDir() + "/dxf-samples/" + name;
+}
+
+std::vector<std::string> SampleNames() {
+  return {"Minimal_DXF_AC1021.dxf",
+          "dynvis.dxf",
+          "s_AC1009.dxf",
+          "s_AC1015.dxf",
+          "s_AC1032.dxf",
+          "s_AC1032_bin.dxf",
+          "text_negative_extrusion.dxf"};
+}
+
+std::string TempPath(const std::string& name) {
+  std::string dir = std::string(LMT_BINARY_DIR) + "/dxf_test_tmp";
+  std::filesystem::create_directories(dir);
+  return dir + "/" + name;
+}
+
+std::string CheckWithEzdxf(const std::string& path) {
+  // check_dxf.py knows R2000+ only; R12 gets ezdxf's load and audit alone.
+  std::string head;
+  if (std::FILE* f = std::fopen(path.c_str(), "rb")) {
+    char buf[512];
+    head.assign(buf, std::fread(buf, 1, sizeof buf, f));
+    std::fclose(f);
+  }
+  bool r12 = head.find("AC1009") != std::string::npos ||
+             head.find("$ACADVER") == std::string::npos;
+  std::string tool = r12 ? std::string(LMT_TESTDATA_DIR) + "/dxf/ezdxf_audit.py"
+                         : SharedDir() + "/tools/check_dxf.py";
+  std::string cmd = "/usr/bin/python3 '" + tool + "' '" + path + "' 2>&1";
+  std::FILE* p = popen(cmd.c_str(), "r");
+  if (!p) return "cannot run check_dxf.py";
+  std::string out;
+  char buf[4096];
+  size_t n;
+  while ((n = std::fread(buf, 1, sizeof buf, p)) > 0) out.append(buf, n);
+  int rc = pclose(p);
+  return rc == 0 ? std::string() : out;
+}
+
+}  // namespace lmt::dxf::testing
