@@ -84,9 +84,11 @@ BatchReport RunHostBatch(host::Application& application, BatchUi& ui,
     } else {
       opened = true;
     }
+    // Import keeps the template drawing open: after a failed open the
+    // current drawing is the template, which must not be closed.
     host::DocumentPtr current;
     if (Result<host::DocumentPtr> active = application.ActiveDocument();
-        active.ok()) {
+        active.ok() && (opened || !keep_open)) {
       current = *active;
     }
     Settle(user);

@@ -326,6 +326,17 @@ TEST_F(HostBatchTest, PdfPagesAreImportedOneByOneIntoTheTemplate) {
             std::vector<std::string>{PathToUtf8(dir_ / "doc.dwg")});
 }
 
+TEST_F(HostBatchTest, ImportKeepsTheTemplateOpenWhenACopyFailsToOpen) {
+  ImportSettings s;
+  s.files = {{"x.dxf", PathToUtf8(dir_ / "x.dxf")}};
+  s.format = ".DXF";
+  ASSERT_TRUE((*app_.Documents())->Open("template.dwg").ok());
+  BatchReport report = RunImportFiles(app_, ui_, s, "missing.dwg");
+  EXPECT_EQ(report.failures.size(), 1u);
+  EXPECT_EQ(Count("close"), 0);
+  EXPECT_EQ(app_.open.size(), 1u);
+}
+
 TEST(CountPdfPagesTest, CountsPageObjectsNotThePageTree) {
   EXPECT_EQ(CountPdfPages("<</Type /Pages>> <</Type /Page>>"), 1);
   EXPECT_EQ(CountPdfPages("<</Type/Page>> <</Type\n/Page /X>>"), 2);

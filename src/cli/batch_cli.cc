@@ -75,8 +75,11 @@ std::vector<core::BatchFile> FileRows(const std::vector<std::string>& args) {
     std::filesystem::path path =
         std::filesystem::absolute(batch::PathFromUtf8(arg), ec);
     if (ec) path = batch::PathFromUtf8(arg);
-    rows.push_back({batch::PathToUtf8(path.filename()),
-                    batch::PathToUtf8(path.lexically_normal())});
+    path = path.lexically_normal();
+    // "dir/" names dir; an empty name would end the file list there.
+    if (!path.has_filename()) path = path.parent_path();
+    rows.push_back(
+        {batch::PathToUtf8(path.filename()), batch::PathToUtf8(path)});
   }
   return rows;
 }
