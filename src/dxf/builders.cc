@@ -101,6 +101,19 @@ Entity AddLwPolyline(Document& doc, Block* block,
   return pl;
 }
 
+Entity AddInsert(Document& doc, Block* block, std::string_view block_name,
+                 Vec3 point, double scale, double rotation, EntityStyle style) {
+  TagList t(doc);
+  t.Add(0, "INSERT");
+  if (!doc.IsR12()) t.Add(100, "AcDbEntity");
+  AddEntityStyle(t, style);
+  if (!doc.IsR12()) t.Add(100, "AcDbBlockReference");
+  t.Add(2, block_name).Add(10, point.x).Add(20, point.y).Add(30, point.z);
+  if (scale != 1) t.Add(41, scale).Add(42, scale).Add(43, scale);
+  if (rotation != 0) t.Add(50, rotation);
+  return doc.AddEntity(block, t.Take());
+}
+
 Entity AddMText(Document& doc, Block* block, Vec3 insert, double height,
                 std::string_view text, EntityStyle style, double width,
                 int attachment, std::string_view text_style) {

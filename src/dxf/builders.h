@@ -37,6 +37,10 @@ struct EntityStyle {
 Entity AddLwPolyline(Document& doc, Block* block,
                      std::span<const LwVertex> vertices, bool closed,
                      EntityStyle style = {});
+// A block reference (scale 1 unless given; rotation in degrees).
+Entity AddInsert(Document& doc, Block* block, std::string_view block_name,
+                 Vec3 point, double scale = 1, double rotation = 0,
+                 EntityStyle style = {});
 // `attachment` 1..9 (1 top left). width 0 = no wrapping.
 Entity AddMText(Document& doc, Block* block, Vec3 insert, double height,
                 std::string_view text, EntityStyle style = {}, double width = 0,

@@ -56,6 +56,31 @@ TEST(BuildersTest, NewEntitiesAndTablesPassEzdxfAudit) {
   }
 }
 
+TEST(BuildersTest, NewBlockWithFrameAndReference) {
+  for (const char* sample : {"s_AC1032.dxf", "s_AC1015.dxf", "s_AC1009.dxf"}) {
+    auto doc = Open(sample);
+    Block* frame = doc->AddBlock("LMT_FRAME");
+    ASSERT_NE(frame, nullptr);
+    EXPECT_EQ(doc->AddBlock("lmt_frame"), frame);
+    if (!doc->IsR12()) {
+      std::vector<LwVertex> rect = {{0, 0}, {420, 0}, {420, 297}, {0, 297}};
+      ASSERT_TRUE(AddLwPolyline(*doc, frame, rect, true).valid());
+    }
+    Entity ref = AddInsert(*doc, doc->model_space(), "LMT_FRAME",
+                           {1000, 2000, 0}, 100, 30);
+    ASSERT_TRUE(ref.valid());
+    std::string path = testing::TempPath(std::string("block_") + sample);
+    ASSERT_TRUE(doc->Save(path).ok());
+    EXPECT_EQ(testing::CheckWithEzdxf(path), "") << sample;
+    std::unique_ptr<Document> back;
+    ASSERT_TRUE(Document::Load(path, &back).ok());
+    Block* b = back->FindBlock("LMT_FRAME");
+    ASSERT_NE(b, nullptr) << sample;
+    EXPECT_EQ(b->entities.size(), doc->IsR12() ? 0u : 1u);
+    EXPECT_EQ(back->entity(b->begin).owner(), b->record_handle);
+  }
+}
+
 TEST(BuildersTest, RefusesBadNamesAndR12OnlyTypes) {
   auto doc = Open("s_AC1009.dxf");
   ASSERT_TRUE(doc);

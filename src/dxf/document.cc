@@ -239,6 +239,13 @@ Status Document::Build(const std::vector<Tag>& tags) {
     } else if (name == "ENTITIES") {
       had_entities_section_ = true;
       for (size_t k = 0; k < recs.size(); ++k) {
+        // They would open a block inside BLOCKS once routed there.
+        if (type_of(k) == "BLOCK" || type_of(k) == "ENDBLK") {
+          return Error(recs[k].second,
+                       "expected an entity in section "
+                       "ENTITIES, got " +
+                           Describe(tags[recs[k].second]));
+        }
         add_entity(recs[k].first, type_of(k), &pending);
       }
     } else if (name == "OBJECTS") {
@@ -251,12 +258,9 @@ Status Document::Build(const std::vector<Tag>& tags) {
   }
   if (i >= n) return Error(n ? n - 1 : 0, "expected 0 EOF");
 
-  db_.ReserveIndex(db_.size());
-  for (RecordId id = 0; id < db_.size(); ++id) {
-    if (!db_.IndexHandle(id)) {
-      warnings_.push_back(name_ + ": duplicate handle " +
-                          FormatHandle(db_.handle(id)) + "; the first is kept");
-    }
+  for (RecordId id : db_.BuildIndex()) {
+    warnings_.push_back(name_ + ": duplicate handle " +
+                        FormatHandle(db_.handle(id)) + "; the first is kept");
   }
   AssignBlockRoles();
   for (RecordId id : pending) Route(id);
@@ -323,6 +327,16 @@ std::optional<std::string_view> Document::HeaderValue(
   auto t = HeaderTags(name);
   if (t.empty()) return std::nullopt;
   return t[0].value();
+}
+
+int64_t Document::HeaderInt(std::string_view name, int64_t fallback) const {
+  auto v = HeaderValue(name);
+  return v ? ParseInt(*v).value_or(fallback) : fallback;
+}
+
+double Document::HeaderDouble(std::string_view name, double fallback) const {
+  auto v = HeaderValue(name);
+  return v ? ParseDouble(*v).value_or(fallback) : fallback;
 }
 
 std::vector<std::string_view> Document::HeaderNames() const {
@@ -432,6 +446,78 @@ Block* Document::BlockOf(Entity e) {
   return nullptr;
 }
 
+Block* Document::AddBlock(std::string_view name) {
+  if (Block* b = FindBlock(name)) return b;
+  bool paper = StartsWithNoCase(name, "*Paper_Space");
+  uint64_t record = 0;
+  if (!IsR12() && table("BLOCK_RECORD")) {
+    std::vector<Tag> r = {MakeTag(0, "BLOCK_RECORD"),
+                          MakeTag(100, "AcDbSymbolTableRecord"),
+                          MakeTag(100, "AcDbBlockTableRecord"),
+                          MakeTag(2, name), MakeTag(340, "0")};
+    if (version() >= "AC1021") {  // units, explodable, scale uniformly
+      r.push_back(MakeTag(70, "0"));
+      r.push_back(MakeTag(280, "1"));
+      r.push_back(MakeTag(281, "0"));
+    }
+    record = AddTableEntry("BLOCK_RECORD", std::move(r)).handle();
+  }
+  auto head = [&](std::string_view type, std::string_view marker) {
+    std::vector<Tag> t = {MakeTag(0, type)};
+    if (!IsR12()) t.push_back(MakeTag(100, "AcDbEntity"));
+    if (paper && !IsR12()) t.push_back(MakeTag(67, "1"));
+    t.push_back(MakeTag(8, "0"));
+    if (!IsR12()) t.push_back(MakeTag(100, marker));
+    return t;
+  };
+  std::vector<Tag> begin = head("BLOCK", "AcDbBlockBegin");
+  for (Tag t : {MakeTag(2, name), MakeTag(70, "0"), MakeTag(10, "0.0"),
+                MakeTag(20, "0.0"), MakeTag(30, "0.0"), MakeTag(3, name),
+                MakeTag(1, "")}) {
+    begin.push_back(t);
+  }
+  Block* b = NewBlock(std::string(name));
+  b->record_handle = record;
+  b->begin = db_.Create(std::move(begin));
+  b->end = db_.Create(head("ENDBLK", "AcDbBlockEnd"));
+  for (RecordId id : {b->begin, b->end}) {
+    db_.SetHandle(id, AllocateHandle());
+    if (record) entity(id).SetOwner(record);
+  }
+  if (record) block_by_record_.emplace(record, b);
+  if (!section_order_.empty() &&
+      std::none_of(section_order_.begin(), section_order_.end(),
+                   [](const auto& s) { return s.name == "BLOCKS"; })) {
+    auto it = std::find_if(section_order_.begin(), section_order_.end(),
+                           [](const auto& s) { return s.name == "ENTITIES"; });
+    section_order_.insert(it, SectionRef{"BLOCKS", kNoRecord, kNoRecord});
+  }
+  return b;
+}
+
+bool Document::RenameBlock(Block* block, std::string_view name) {
+  Block* other = FindBlock(name);
+  if (other && other != block) return false;
+  if (block->begin != kNoRecord) {
+    Entity b = entity(block->begin);
+    int i = b.FindField("AcDbBlockBegin", 2);
+    if (i >= 0) b.SetValueAt(i, name);
+    i = b.FindField("AcDbBlockBegin", 3);
+    if (i >= 0) b.SetValueAt(i, name);
+  }
+  Entity record = FindByHandle(block->record_handle);
+  if (record.valid()) {
+    int i = record.FindIn("AcDbBlockTableRecord", 2);
+    if (i >= 0) record.SetValueAt(i, name);
+  }
+  block->name = std::string(name);
+  Block* model = model_;
+  AssignBlockRoles();
+  // A block made up for a file without one stays model space.
+  if (model && model->begin == kNoRecord && model_ != model) model_ = model;
+  return true;
+}
+
 Entity Document::AddEntity(Block* block, std::vector<Tag> tags) {
   DXF_CHECK(block != nullptr);
   RecordId id = db_.Create(std::move(tags));
@@ -535,6 +621,14 @@ void Document::WriteBlockEntities(TagWriter& w,
 }
 
 std::string Document::ToString() {
+  std::string out;
+  out.reserve(input_size_ + db_.arena().bytes_used() + 4096);
+  TagWriter w(&out, crlf_);
+  Serialize(w);
+  return out;
+}
+
+void Document::Serialize(TagWriter& w) {
   // Later tools allocate from $HANDSEED, so it must exceed every handle.
   if (HeaderValue("$HANDSEED") || !IsR12()) {
     uint64_t seed = HandSeed();
@@ -542,9 +636,6 @@ std::string Document::ToString() {
       SetHeader("$HANDSEED", 5, FormatHandle(db_.max_handle() + 1));
     }
   }
-  std::string out;
-  out.reserve(input_size_ + db_.arena().bytes_used() + 4096);
-  TagWriter w(&out, crlf_);
   auto write_ids = [&](const std::vector<RecordId>& ids) {
     for (RecordId id : ids) {
       if (!db_.erased(id)) w.Write(db_.tags(id));
@@ -607,16 +698,17 @@ std::string Document::ToString() {
   }
   if (trailing_comments_ != kNoRecord) w.Write(db_.tags(trailing_comments_));
   w.Write(0, "EOF");
-  return out;
 }
 
 Status Document::Save(const std::string& path) {
-  std::string text = ToString();
   std::string tmp = path + ".lmt-tmp";
   std::FILE* f = std::fopen(tmp.c_str(), "wb");
   if (!f) return Status::IOError(tmp + ": cannot open for writing");
-  size_t put = std::fwrite(text.data(), 1, text.size(), f);
-  bool ok = put == text.size() && std::fflush(f) == 0;
+  std::string buffer;
+  buffer.reserve((size_t{1} << 20) + 64 * 1024);
+  TagWriter w(&buffer, crlf_, f);
+  Serialize(w);
+  bool ok = w.Flush() && std::fflush(f) == 0;
   ok = std::fclose(f) == 0 && ok;
   std::error_code ec;
   if (!ok) {

@@ -92,6 +92,10 @@ class Document {
   // The tags after `9 name` (usually one; points have 10/20[/30]).
   std::span<const Tag> HeaderTags(std::string_view name) const;
   std::optional<std::string_view> HeaderValue(std::string_view name) const;
+  // The first value as a number, or `fallback` when absent or not a number
+  // ($INSUNITS, $MEASUREMENT, $TILEMODE, ...).
+  int64_t HeaderInt(std::string_view name, int64_t fallback = 0) const;
+  double HeaderDouble(std::string_view name, double fallback = 0) const;
   // Replaces the variable's value tags, or appends the variable.
   void SetHeader(std::string_view name, std::span<const Tag> values);
   void SetHeader(std::string_view name, int code, std::string_view value);
@@ -130,6 +134,18 @@ class Document {
   // The active layout's block (*Paper_Space / $PAPER_SPACE), or nullptr.
   Block* paper_space() { return paper_; }
 
+  // Adds a block definition: BLOCK_RECORD (R2000+), BLOCK and ENDBLK with
+  // new handles, base point 0,0,0. Paper-space blocks (*Paper_Space...)
+  // get 67 1 on BLOCK and ENDBLK. Returns the existing block when the name
+  // is taken (case-insensitive). The caller links a layout (340) itself.
+  Block* AddBlock(std::string_view name);
+
+  // Renames a block: BLOCK 2 and 3 and its BLOCK_RECORD 2. Renaming blocks
+  // to and from *Paper_Space is how the active layout changes: the writer
+  // puts *Paper_Space's entities in ENTITIES and the others in BLOCKS.
+  // False (nothing changed) when another block has the name.
+  bool RenameBlock(Block* block, std::string_view name);
+
   // Appends a new entity to `block`: gives it a handle, sets its owner to
   // the block record (R2000+) and 67 for paper space. `tags` start with
   // `0 TYPE` and normally hold `100 AcDbEntity` and the layer.
@@ -162,6 +178,7 @@ class Document {
   Status Error(size_t tag_index, const std::string& what) const;
   void Route(RecordId id);
   Block* NewBlock(std::string name);
+  void Serialize(class TagWriter& w);
   void WriteBlockEntities(class TagWriter& w, const std::vector<RecordId>& ids);
   void AssignBlockRoles();
   uint64_t HandSeed() const;

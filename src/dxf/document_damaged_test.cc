@@ -2,6 +2,10 @@
 // a Corruption naming the file, line and what was expected.
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
 #include "dxf/document.h"
 
 namespace lmt::dxf {
@@ -59,6 +63,9 @@ INSTANTIATE_TEST_SUITE_P(
         Case{"header with a record",
              "0 SECTION|2 HEADER|9 $ACADVER|1 AC1032|0 LINE|0 ENDSEC|0 EOF",
              "bad.dxf:9: expected 0 ENDSEC for section HEADER, got 0 LINE"},
+        Case{"block in entities",
+             "0 SECTION|2 ENTITIES|0 LINE|0 ENDBLK|0 ENDSEC|0 EOF",
+             "bad.dxf:7: expected an entity in section ENTITIES, got 0 ENDBLK"},
         Case{"entry outside table",
              "0 SECTION|2 TABLES|0 LAYER|2 0|0 ENDSEC|0 EOF",
              "bad.dxf:5: expected 0 TABLE, got 0 LAYER"},
@@ -110,6 +117,26 @@ TEST(DocumentStructureTest, DuplicateHandleKeepsFirstAndWarns) {
   EXPECT_EQ(doc->warnings()[0],
             "dup.dxf: duplicate handle A; the first is kept");
   EXPECT_EQ(doc->FindByHandle(0xA).type(), "LINE");
+}
+
+// Inputs the fuzzer found: each must parse to a Status or to a document
+// whose output parses again.
+TEST(FuzzRegressionTest, EveryFoundInputReadsOrFailsCleanly) {
+  std::string dir = std::string(LMT_TESTDATA_DIR) + "/dxf/fuzz_regressions";
+  int n = 0;
+  for (const auto& f : std::filesystem::directory_iterator(dir)) {
+    std::ifstream in(f.path(), std::ios::binary);
+    std::stringstream ss;
+    ss << in.rdbuf();
+    std::unique_ptr<Document> doc;
+    if (Document::Parse(ss.str(), f.path().string(), &doc).ok()) {
+      std::unique_ptr<Document> again;
+      Status s = Document::Parse(doc->ToString(), "again", &again);
+      EXPECT_TRUE(s.ok()) << f.path() << ": " << s.ToString();
+    }
+    ++n;
+  }
+  EXPECT_GT(n, 0);
 }
 
 }  // namespace

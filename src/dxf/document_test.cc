@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 #include "dxf/tag_reader.h"
 #include "dxf/test_util.h"
 
@@ -91,6 +93,32 @@ INSTANTIATE_TEST_SUITE_P(Samples, SampleTest,
                            return n;
                          });
 
+TEST(DocumentTest, MissingFileIsAnIOError) {
+  std::unique_ptr<Document> doc;
+  Status s = Document::Load(testing::TempPath("does_not_exist.dxf"), &doc);
+  EXPECT_TRUE(s.IsIOError()) << s.ToString();
+  EXPECT_EQ(doc, nullptr);
+}
+
+TEST(DocumentTest, FailedSaveLeavesTheOldFileAlone) {
+  auto doc = LoadOrDie(SamplePath("Minimal_DXF_AC1021.dxf"));
+  std::string path = testing::TempPath("keep.dxf");
+  {
+    std::FILE* f = std::fopen(path.c_str(), "wb");
+    std::fputs("old", f);
+    std::fclose(f);
+  }
+  // The temporary file cannot be created: a directory is in the way.
+  std::filesystem::create_directories(path + ".lmt-tmp");
+  Status s = doc->Save(path);
+  EXPECT_TRUE(s.IsIOError());
+  EXPECT_EQ(ReadAll(path), "old");
+  std::filesystem::remove_all(path + ".lmt-tmp");
+  ASSERT_TRUE(doc->Save(path).ok());
+  EXPECT_NE(ReadAll(path), "old");
+  EXPECT_FALSE(std::filesystem::exists(path + ".lmt-tmp"));
+}
+
 TEST(DocumentTest, ReadsHeaderVariables) {
   auto doc = LoadOrDie(SamplePath("s_AC1032.dxf"));
   EXPECT_EQ(doc->version(), "AC1032");
@@ -103,11 +131,12 @@ TEST(DocumentTest, ReadsHeaderVariables) {
 
 TEST(DocumentTest, SetHeaderReplacesOrAppends) {
   auto doc = LoadOrDie(SamplePath("s_AC1015.dxf"));
+  EXPECT_EQ(doc->HeaderInt("$INSUNITS", -1), 1);  // inches in this sample
   doc->SetHeader("$INSUNITS", 70, "6");
   doc->SetHeader("$LMTTEST", 1, "x");
   std::unique_ptr<Document> again;
   ASSERT_TRUE(Document::Parse(doc->ToString(), "again", &again).ok());
-  EXPECT_EQ(again->HeaderValue("$INSUNITS"), "6");
+  EXPECT_EQ(again->HeaderInt("$INSUNITS"), 6);
   EXPECT_EQ(again->HeaderValue("$LMTTEST"), "x");
   EXPECT_EQ(again->HeaderNames().size(), doc->HeaderNames().size());
 }

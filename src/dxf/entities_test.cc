@@ -170,6 +170,23 @@ TEST_F(EntitiesTest, ViewportOnOffUsesFlagBit) {
   EXPECT_TRUE(Viewport(Reloaded(h)).is_locked());
 }
 
+TEST_F(EntitiesTest, ViewportGeometryAndAttdefPrompt) {
+  Open("s_AC1032.dxf");
+  Viewport vp(doc_->FindByHandle(0x245));
+  ASSERT_EQ(vp.type(), "VIEWPORT");
+  EXPECT_EQ(vp.id(), 2);
+  EXPECT_EQ(vp.status(), 2);
+  EXPECT_NEAR(vp.height() / vp.view_height(), 0.693488, 1e-6);
+  EXPECT_EQ(vp.view_center(), (Vec3{6.0, 4.5, 0}));
+  EXPECT_EQ(vp.view_direction(), (Vec3{0, 0, 1}));
+  EXPECT_EQ(vp.twist(), 0);
+  Attrib def(doc_->FindByHandle(0x796));
+  ASSERT_EQ(def.type(), "ATTDEF");
+  EXPECT_EQ(def.tag(), "MULTI_LINE_ATT");
+  EXPECT_EQ(def.prompt(), "this is an example of prompt");
+  EXPECT_TRUE(def.is_multiline());
+}
+
 TEST_F(EntitiesTest, CommonPropertiesInsertedInAcDbEntity) {
   Open("s_AC1032.dxf");
   Entity line = First("LINE");

@@ -112,6 +112,10 @@ class Entity {
   bool paper_space() const { return GetInt(67, 0) != 0; }
   void SetPaperSpace(bool on);
 
+  // Layout tab name (410); CAD programs do not write it to DXF, so it is
+  // usually empty: use the owner block instead.
+  std::string_view layout_name() const { return GetString(410); }
+
   // XDATA of one application: the tags after `1001 appid` up to the next
   // 1001 (empty when absent).
   std::span<const Tag> XData(std::string_view appid) const;

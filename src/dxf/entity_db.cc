@@ -1,5 +1,7 @@
 #include "dxf/entity_db.h"
 
+#include <algorithm>
+
 #include "dxf/check.h"
 
 namespace lmt::dxf {
@@ -40,7 +42,49 @@ bool EntityDb::IndexHandle(RecordId id) {
   uint64_t h = records_[id].handle;
   if (h == 0) return true;
   if (h > max_handle_) max_handle_ = h;
-  return by_handle_.emplace(h, id).second;
+  if (index_.empty() || index_.back().handle < h) {
+    index_.push_back(IndexEntry{h, id});
+    return true;
+  }
+  auto it = std::lower_bound(
+      index_.begin(), index_.end(), h,
+      [](const IndexEntry& e, uint64_t v) { return e.handle < v; });
+  if (it != index_.end() && it->handle == h) {
+    if (it->id != kNoRecord) return false;
+    it->id = id;
+    return true;
+  }
+  index_.insert(it, IndexEntry{h, id});
+  return true;
+}
+
+std::vector<RecordId> EntityDb::BuildIndex() {
+  index_.clear();
+  index_.reserve(records_.size());
+  for (RecordId id = 0; id < records_.size(); ++id) {
+    uint64_t h = records_[id].handle;
+    if (h == 0) continue;
+    if (h > max_handle_) max_handle_ = h;
+    index_.push_back(IndexEntry{h, id});
+  }
+  auto by_handle = [](const IndexEntry& a, const IndexEntry& b) {
+    return a.handle < b.handle;
+  };
+  // Files list handles mostly in order; stable keeps the first duplicate.
+  if (!std::is_sorted(index_.begin(), index_.end(), by_handle)) {
+    std::stable_sort(index_.begin(), index_.end(), by_handle);
+  }
+  std::vector<RecordId> dups;
+  size_t out = 0;
+  for (size_t i = 0; i < index_.size(); ++i) {
+    if (out > 0 && index_[out - 1].handle == index_[i].handle) {
+      dups.push_back(index_[i].id);
+      continue;
+    }
+    index_[out++] = index_[i];
+  }
+  index_.resize(out);
+  return dups;
 }
 
 std::span<const Tag> EntityDb::tags(RecordId id) const {
@@ -64,17 +108,29 @@ std::vector<Tag>& EntityDb::Detach(RecordId id) {
   return *r.own;
 }
 
+EntityDb::IndexEntry* EntityDb::IndexSlot(uint64_t handle) {
+  auto it = std::lower_bound(
+      index_.begin(), index_.end(), handle,
+      [](const IndexEntry& e, uint64_t v) { return e.handle < v; });
+  return it != index_.end() && it->handle == handle ? &*it : nullptr;
+}
+
+void EntityDb::Unindex(RecordId id) {
+  IndexEntry* e = IndexSlot(records_[id].handle);
+  if (e && e->id == id) e->id = kNoRecord;
+}
+
 void EntityDb::MarkErased(RecordId id) {
-  Record& r = records_[id];
-  r.erased = true;
-  auto it = by_handle_.find(r.handle);
-  if (it != by_handle_.end() && it->second == id) by_handle_.erase(it);
+  records_[id].erased = true;
+  Unindex(id);
 }
 
 RecordId EntityDb::Find(uint64_t handle) const {
   if (handle == 0) return kNoRecord;
-  auto it = by_handle_.find(handle);
-  return it == by_handle_.end() ? kNoRecord : it->second;
+  auto it = std::lower_bound(
+      index_.begin(), index_.end(), handle,
+      [](const IndexEntry& e, uint64_t v) { return e.handle < v; });
+  return it != index_.end() && it->handle == handle ? it->id : kNoRecord;
 }
 
 uint64_t EntityDb::AllocateHandle(uint64_t seed) {
@@ -98,10 +154,8 @@ void EntityDb::SetHandle(RecordId id, uint64_t handle) {
     }
   }
   if (!set) t.insert(t.begin() + 1, ht);
-  Record& r = records_[id];
-  auto it = by_handle_.find(r.handle);
-  if (it != by_handle_.end() && it->second == id) by_handle_.erase(it);
-  r.handle = handle;
+  Unindex(id);
+  records_[id].handle = handle;
   IndexHandle(id);
 }
 

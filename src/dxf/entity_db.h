@@ -49,10 +49,12 @@ class EntityDb {
   // Indexes the record's handle. Returns false when another live record
   // already has it (the index keeps the first).
   bool IndexHandle(RecordId id);
+  // Indexes every record at once (after loading). Returns the records whose
+  // handle an earlier record already had; the index keeps the first.
+  std::vector<RecordId> BuildIndex();
 
   size_t size() const { return records_.size(); }
   void ReserveRecords(size_t n) { records_.reserve(n); }
-  void ReserveIndex(size_t n) { by_handle_.reserve(n); }
   std::span<const Tag> tags(RecordId id) const;
   // In-place access; the tag count cannot change through it.
   std::span<Tag> mutable_tags(RecordId id);
@@ -99,11 +101,20 @@ class EntityDb {
     uint64_t handle = 0;
     bool erased = false;
   };
+  struct IndexEntry;
   static uint64_t ReadHandle(std::span<const Tag> tags);
+  IndexEntry* IndexSlot(uint64_t handle);
+  void Unindex(RecordId id);
 
   std::vector<Tag> base_;
   std::vector<Record> records_;
-  std::unordered_map<uint64_t, RecordId> by_handle_;
+  // Sorted by handle; erased records leave kNoRecord behind. New handles
+  // come from AllocateHandle and are above all others, so they append.
+  struct IndexEntry {
+    uint64_t handle;
+    RecordId id;
+  };
+  std::vector<IndexEntry> index_;
   std::unordered_map<RecordId, std::vector<RecordId>> children_;
   std::unordered_map<RecordId, RecordId> parents_;
   uint64_t max_handle_ = 0;

@@ -104,21 +104,27 @@ std::optional<int64_t> ParseInt(std::string_view s) {
   return std::nullopt;
 }
 
+namespace {
+struct HexTable {
+  int8_t digit[256];
+  HexTable() {
+    for (int i = 0; i < 256; ++i) digit[i] = -1;
+    for (int i = 0; i < 10; ++i) digit['0' + i] = static_cast<int8_t>(i);
+    for (int i = 0; i < 6; ++i) {
+      digit['A' + i] = digit['a' + i] = static_cast<int8_t>(10 + i);
+    }
+  }
+};
+const HexTable kHex;
+}  // namespace
+
 std::optional<uint64_t> ParseHandle(std::string_view s) {
   if (s.empty() || s.size() > 16) return std::nullopt;
   uint64_t v = 0;
   for (char c : s) {
-    unsigned d;
-    if (c >= '0' && c <= '9') {
-      d = static_cast<unsigned>(c - '0');
-    } else if (c >= 'A' && c <= 'F') {
-      d = static_cast<unsigned>(c - 'A' + 10);
-    } else if (c >= 'a' && c <= 'f') {
-      d = static_cast<unsigned>(c - 'a' + 10);
-    } else {
-      return std::nullopt;
-    }
-    v = (v << 4) | d;
+    int d = kHex.digit[static_cast<unsigned char>(c)];
+    if (d < 0) return std::nullopt;
+    v = (v << 4) | static_cast<unsigned>(d);
   }
   return v;
 }

@@ -21,6 +21,17 @@ void TagWriter::Write(int code, std::string_view value) {
   o.append(value);
   if (crlf_) o += '\r';
   o += '\n';
+  if (file_ && o.size() >= kFlushAt) Flush();
+}
+
+bool TagWriter::Flush() {
+  if (!file_) return ok_;
+  if (!out_->empty() &&
+      std::fwrite(out_->data(), 1, out_->size(), file_) != out_->size()) {
+    ok_ = false;
+  }
+  out_->clear();
+  return ok_;
 }
 
 void TagWriter::Write(const Tag& t) { Write(t.code, t.value()); }

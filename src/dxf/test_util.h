@@ -3,6 +3,7 @@
 #ifndef LMT_DXF_TEST_UTIL_H_
 #define LMT_DXF_TEST_UTIL_H_
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -19,6 +20,10 @@ std::string TempPath(const std::string& name);
 // Runs check_dxf.py (structure checks plus ezdxf's load and audit) on a file
 // we wrote. Returns "" when it passes, else the checker's output.
 std::string CheckWithEzdxf(const std::string& path);
+
+// The text of entity `handle` in `path` as ezdxf reads it (UTF-8, \U+XXXX
+// resolved); "" when ezdxf fails.
+std::string EzdxfText(const std::string& path, uint64_t handle);
 
 }  // namespace lmt::dxf::testing
 

@@ -38,6 +38,30 @@ std::string TempPath(const std::string& name) {
   return dir + "/" + name;
 }
 
+namespace {
+std::string Run(const std::string& cmd, int* rc) {
+  std::FILE* p = popen(cmd.c_str(), "r");
+  if (!p) return "";
+  std::string out;
+  char buf[4096];
+  size_t n;
+  while ((n = std::fread(buf, 1, sizeof buf, p)) > 0) out.append(buf, n);
+  *rc = pclose(p);
+  return out;
+}
+}  // namespace
+
+std::string EzdxfText(const std::string& path, uint64_t handle) {
+  char hex[20];
+  std::snprintf(hex, sizeof hex, "%llX",
+                static_cast<unsigned long long>(handle));
+  int rc = 0;
+  std::string out = Run("/usr/bin/python3 '" + std::string(LMT_TESTDATA_DIR) +
+                            "/dxf/ezdxf_text.py' '" + path + "' " + hex,
+                        &rc);
+  return rc == 0 ? out : std::string();
+}
+
 std::string CheckWithEzdxf(const std::string& path) {
   // check_dxf.py knows R2000+ only; R12 gets ezdxf's load and audit alone.
   std::string head;

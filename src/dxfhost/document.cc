@@ -291,15 +291,10 @@ class DxfDocument : public DatabaseImpl<host::Document> {
     }
     return false;
   }
-  // The layout's own paper viewport: id 1, else the first VIEWPORT.
+  // The layout's own paper viewport has id 1 (kept even in layouts never
+  // displayed, where the others get 0).
   bool IsPaperViewport(dxf::RecordId id) const {
-    dxf::Entity e = d_->entity(id);
-    if (e.GetInt(69, 0) == 1) return true;
-    for (dxf::RecordId member : d_->active_block->entities) {
-      dxf::Entity m = d_->entity(member);
-      if (!m.erased() && m.type() == "VIEWPORT") return member == id;
-    }
-    return false;
+    return d_->entity(id).GetInt(69, 0) == 1;
   }
 
   std::weak_ptr<host::Application> application_;

@@ -6,6 +6,7 @@
 
 #include "dxf/insert.h"
 #include "dxf/lwpolyline.h"
+#include "dxf/objects.h"
 #include "dxf/text.h"
 #include "dxf/viewport.h"
 #include "dxfhost/geometry.h"
@@ -168,6 +169,20 @@ class EntityImpl : public Base, public RecordHolder {
     }
     dxf::Entity copy = D().doc->AddEntity(block, std::move(tags));
     if (!copy.valid()) return Status::Refused("the copy could not be added");
+    if (copy.type() == "VIEWPORT") {
+      // Viewport ids and stacking numbers are unique within a layout.
+      int64_t id = 0, status = 0;
+      for (dxf::RecordId other : block->entities) {
+        dxf::Entity o = D().entity(other);
+        if (o.erased() || o.type() != "VIEWPORT" || other == copy.id()) {
+          continue;
+        }
+        id = std::max(id, o.GetInt(69, 0));
+        status = std::max(status, o.GetInt(68, 0));
+      }
+      copy.SetInt(69, id + 1);
+      if (copy.GetInt(68, 0) > 0) copy.SetInt(68, status + 1);
+    }
     return MakeEntity(d_, copy.id());
   }
   Status DoMove(const host::Point& from, const host::Point& to) override {
@@ -274,7 +289,9 @@ class DxfAttribute : public EntityImpl<host::Attribute> {
   }
   Status DoSetTextString(std::string_view text) override {
     if (Status s = Live(); !s.ok()) return s;
-    dxf::Attrib(E()).SetValue(text);
+    // Also drops a pre-2018 multi-line attribute's stored MTEXT, which a
+    // CAD program would otherwise restore over the new value.
+    dxf::SetAttribValue(*D().doc, E(), text);
     return Status();
   }
 };

@@ -1,6 +1,7 @@
 #include "dxfhost/session.h"
 
 #include <cmath>
+#include <string>
 
 namespace lmt::dxfhost {
 namespace {
@@ -60,14 +61,30 @@ Status ActivateBlock(Drawing& d, dxf::Block* block) {
   if (block == nullptr || d.SpaceName(block).empty()) {
     return Status::InvalidArgument("the block is no layout");
   }
+  bool model = d.IsModel(block);
+  dxf::Block* current_paper = d.doc->paper_space();
+  if (!model && block != current_paper && current_paper != nullptr &&
+      !d.doc->IsR12()) {
+    // The file opens on its *Paper_Space layout: the target takes that
+    // name and the previous one a free *Paper_SpaceN (handles and the
+    // LAYOUT links stay as they are).
+    std::string spare;
+    for (int n = 0; spare.empty(); ++n) {
+      std::string candidate = "*Paper_Space" + std::to_string(n);
+      if (d.doc->FindBlock(candidate) == nullptr) spare = candidate;
+    }
+    std::string target_name = block->name;
+    if (!d.doc->RenameBlock(current_paper, spare) ||
+        !d.doc->RenameBlock(block, "*Paper_Space")) {
+      d.doc->RenameBlock(block, target_name);
+      d.doc->RenameBlock(current_paper, "*Paper_Space");
+      return Status::Refused("the layout could not be made active");
+    }
+  }
   d.active_block = block;
   d.mspace = false;
   d.active_pviewport = dxf::kNoRecord;
-  bool model = d.IsModel(block);
   if (!model) d.last_paper_block = block;
-  // The drawing opens on the Model tab or on its *Paper_Space layout;
-  // which other layout was active is session state (making another layout
-  // the file's *Paper_Space needs the engine's layout switch).
   if (!d.doc->HeaderTags("$TILEMODE").empty() || !model) {
     d.doc->SetHeader("$TILEMODE", 70, model ? "1" : "0");
   }

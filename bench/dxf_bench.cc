@@ -1,0 +1,113 @@
+// Load and save throughput of the DXF engine on one large drawing, and the
+// peak memory of a load.
+//
+//   dxf_bench FILE [benchmark flags]   MB/s of Document::Load and ToString
+//   dxf_bench --peak FILE              peak resident memory of one load
+//
+// Peak memory is measured in its own process run so that nothing else the
+// benchmark allocated counts.
+#include <benchmark/benchmark.h>
+#include <sys/resource.h>
+
+#include <cstdio>
+#include <cstring>
+#include <filesystem>
+#include <memory>
+#include <string>
+
+#include "dxf/document.h"
+
+namespace {
+
+std::string g_file;
+
+void BM_Load(benchmark::State& state) {
+  for (auto _ : state) {
+    std::unique_ptr<lmt::dxf::Document> doc;
+    lmt::dxf::Status s = lmt::dxf::Document::Load(g_file, &doc);
+    if (!s.ok()) {
+      state.SkipWithError(s.ToString().c_str());
+      break;
+    }
+    benchmark::DoNotOptimize(doc);
+  }
+  state.SetBytesProcessed(
+      static_cast<int64_t>(state.iterations()) *
+      static_cast<int64_t>(std::filesystem::file_size(g_file)));
+}
+BENCHMARK(BM_Load)->Unit(benchmark::kMillisecond)->MinTime(2.0)->UseRealTime();
+
+void BM_Save(benchmark::State& state) {
+  std::unique_ptr<lmt::dxf::Document> doc;
+  if (!lmt::dxf::Document::Load(g_file, &doc).ok()) {
+    state.SkipWithError("load failed");
+    return;
+  }
+  std::string out_path = g_file + ".bench-out.dxf";
+  size_t bytes = 0;
+  for (auto _ : state) {
+    lmt::dxf::Status s = doc->Save(out_path);
+    if (!s.ok()) {
+      state.SkipWithError(s.ToString().c_str());
+      break;
+    }
+    bytes += std::filesystem::file_size(out_path);
+  }
+  std::filesystem::remove(out_path);
+  state.SetBytesProcessed(static_cast<int64_t>(bytes));
+}
+BENCHMARK(BM_Save)->Unit(benchmark::kMillisecond)->MinTime(2.0)->UseRealTime();
+
+long MaxRssKb() {
+  rusage ru;
+  getrusage(RUSAGE_SELF, &ru);
+  return ru.ru_maxrss;
+}
+
+int Peak(const std::string& file) {
+  long before = MaxRssKb();
+  std::unique_ptr<lmt::dxf::Document> doc;
+  lmt::dxf::Status s = lmt::dxf::Document::Load(file, &doc);
+  if (!s.ok()) {
+    std::fprintf(stderr, "%s\n", s.ToString().c_str());
+    return 1;
+  }
+  long after = MaxRssKb();
+  double size_mb = static_cast<double>(std::filesystem::file_size(file)) / 1e6;
+  double peak_mb = static_cast<double>(after) * 1024 / 1e6;
+  double grown_mb = static_cast<double>(after - before) * 1024 / 1e6;
+  std::printf(
+      "file %.1f MB; peak RSS after load %.1f MB (%.2fx file); grown by the "
+      "load %.1f MB (%.2fx file)\n",
+      size_mb, peak_mb, peak_mb / size_mb, grown_mb, grown_mb / size_mb);
+  std::string out_path = file + ".peak-out.dxf";
+  s = doc->Save(out_path);
+  std::filesystem::remove(out_path);
+  if (!s.ok()) {
+    std::fprintf(stderr, "%s\n", s.ToString().c_str());
+    return 1;
+  }
+  double saved_mb = static_cast<double>(MaxRssKb()) * 1024 / 1e6;
+  std::printf("peak RSS after load and save %.1f MB (%.2fx file)\n", saved_mb,
+              saved_mb / size_mb);
+  return 0;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (argc >= 3 && std::strcmp(argv[1], "--peak") == 0) return Peak(argv[2]);
+  if (argc < 2 || argv[1][0] == '-') {
+    std::fprintf(stderr,
+                 "usage: dxf_bench FILE [benchmark flags] | --peak FILE\n");
+    return 2;
+  }
+  g_file = argv[1];
+  argv[1] = argv[0];
+  --argc;
+  ++argv;
+  benchmark::Initialize(&argc, argv);
+  benchmark::RunSpecifiedBenchmarks();
+  benchmark::Shutdown();
+  return 0;
+}

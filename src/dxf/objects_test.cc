@@ -1,0 +1,116 @@
+#include "dxf/objects.h"
+
+#include <gtest/gtest.h>
+
+#include "dxf/insert.h"
+#include "dxf/test_util.h"
+
+namespace lmt::dxf {
+namespace {
+
+std::unique_ptr<Document> Open(const std::string& name) {
+  std::unique_ptr<Document> doc;
+  Status s = Document::Load(testing::SamplePath(name), &doc);
+  EXPECT_TRUE(s.ok()) << s.ToString();
+  return doc;
+}
+
+TEST(ObjectsTest, LayoutsInTabOrderWithTheirBlocks) {
+  for (const char* sample : {"s_AC1032.dxf", "s_AC1015.dxf"}) {
+    auto doc = Open(sample);
+    std::vector<std::string_view> names;
+    for (const Layout& l : Layouts(*doc)) {
+      names.push_back(l.name());
+      Block* b = LayoutBlock(*doc, l);
+      ASSERT_NE(b, nullptr) << l.name();
+      if (l.is_model()) {
+        EXPECT_EQ(b, doc->model_space());
+      }
+    }
+    EXPECT_EQ(names, (std::vector<std::string_view>{"Model", "Layout1",
+                                                    "Layout2", "MyLayout"}))
+        << sample;
+  }
+  EXPECT_TRUE(Layouts(*Open("s_AC1009.dxf")).empty());
+}
+
+TEST(ObjectsTest, ActiveLayoutSwitchesByRenamingBlocks) {
+  auto doc = Open("s_AC1032.dxf");
+  Block* active = doc->paper_space();
+  Block* other = doc->FindBlock("*Paper_Space0");
+  ASSERT_NE(other, nullptr);
+  size_t active_count = active->entities.size();
+  size_t other_count = other->entities.size();
+  EXPECT_FALSE(doc->RenameBlock(active, "*Paper_Space0"));  // taken
+  ASSERT_TRUE(doc->RenameBlock(active, "*Paper_Space_tmp"));
+  ASSERT_TRUE(doc->RenameBlock(other, "*Paper_Space"));
+  ASSERT_TRUE(doc->RenameBlock(active, "*Paper_Space0"));
+  EXPECT_EQ(doc->paper_space(), other);
+  std::string path = testing::TempPath("switched.dxf");
+  ASSERT_TRUE(doc->Save(path).ok());
+  EXPECT_EQ(testing::CheckWithEzdxf(path), "");
+  std::unique_ptr<Document> back;
+  ASSERT_TRUE(Document::Load(path, &back).ok());
+  EXPECT_EQ(back->paper_space()->entities.size(), other_count);
+  EXPECT_EQ(back->FindBlock("*Paper_Space0")->entities.size(), active_count);
+}
+
+TEST(ObjectsTest, ReadsAnnotationScaleVariable) {
+  auto doc = Open("s_AC1032.dxf");
+  EXPECT_FALSE(DictionaryVar(*doc, "CANNOSCALE").empty());
+  EXPECT_TRUE(DictionaryVar(*doc, "NO_SUCH_VAR").empty());
+}
+
+TEST(ObjectsTest, ExtensionDictionaryCreatedOnceAndAudited) {
+  auto doc = Open("s_AC1032.dxf");
+  Entity line;
+  for (RecordId id : doc->model_space()->entities) {
+    if (doc->entity(id).type() == "LINE") line = doc->entity(id);
+  }
+  ASSERT_TRUE(line.valid());
+  ASSERT_EQ(line.ExtensionDictionary(), 0u);
+  Entity xd = GetOrCreateExtensionDictionary(*doc, line);
+  ASSERT_TRUE(xd.valid());
+  EXPECT_EQ(GetOrCreateExtensionDictionary(*doc, line), xd);
+  EXPECT_EQ(xd.owner(), line.handle());
+  Entity rec = doc->AddObject(
+      {doc->MakeTag(0, "XRECORD"), doc->MakeTag(100, "AcDbXrecord"),
+       doc->MakeTag(280, "1"), doc->MakeTag(90, "1")},
+      xd.handle());
+  rec.AddReactor(xd.handle());
+  doc->AddToDictionary(xd, "LMT_TEST", rec.handle());
+  EXPECT_EQ(doc->DictionaryLookup(xd, "LMT_TEST"), rec.handle());
+  EXPECT_EQ(DictionaryEntries(xd).size(), 1u);
+  std::string path = testing::TempPath("xdict.dxf");
+  ASSERT_TRUE(doc->Save(path).ok());
+  EXPECT_EQ(testing::CheckWithEzdxf(path), "");
+}
+
+TEST(ObjectsTest, OldMultiLineAttribLosesItsRoundTripMText) {
+  auto doc = Open("s_AC1015.dxf");
+  Entity target;
+  for (auto& b : doc->blocks()) {
+    for (RecordId id : b->entities) {
+      for (RecordId c : doc->db().children(id)) {
+        Entity e = doc->entity(c);
+        if (e.type() == "ATTRIB" && Attrib(e).tag() == "MULTI_LINE_ATT_001") {
+          target = e;
+        }
+      }
+    }
+  }
+  ASSERT_TRUE(target.valid());
+  Entity xd = doc->FindByHandle(target.ExtensionDictionary());
+  ASSERT_TRUE(xd.valid());
+  uint64_t mlatt = doc->DictionaryLookup(xd, "ACAD_MLATT");
+  ASSERT_NE(mlatt, 0u);
+  SetAttribValue(*doc, target, "new value");
+  EXPECT_EQ(doc->DictionaryLookup(xd, "ACAD_MLATT"), 0u);
+  EXPECT_FALSE(doc->FindByHandle(mlatt).valid());
+  std::string path = testing::TempPath("mlatt.dxf");
+  ASSERT_TRUE(doc->Save(path).ok());
+  EXPECT_EQ(testing::CheckWithEzdxf(path), "");
+}
+
+}  // namespace
+}  // namespace lmt::dxf
