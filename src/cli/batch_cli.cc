@@ -1,7 +1,5 @@
 #include "cli/batch_cli.h"
 
-#include <unistd.h>
-
 #include <csignal>
 #include <filesystem>
 
@@ -19,16 +17,14 @@ extern "C" void OnInterruptSignal(int) { g_stop_requested = 1; }
 
 }  // namespace
 
-BatchCliUser::BatchCliUser(std::ostream& err, bool progress)
-    : err_(err), progress_(progress) {
+BatchCliUser::BatchCliUser(const CliOptions& options, std::ostream& err,
+                           std::string title, bool progress)
+    : CliUser(options, err, std::move(title), progress) {
   g_stop_requested = 0;
   std::signal(SIGINT, OnInterruptSignal);
 }
 
-BatchCliUser::~BatchCliUser() {
-  std::signal(SIGINT, SIG_DFL);
-  EndProgressLine();
-}
+BatchCliUser::~BatchCliUser() { std::signal(SIGINT, SIG_DFL); }
 
 void BatchCliUser::PumpEvents() {
   if (g_stop_requested != 0) {
@@ -36,37 +32,6 @@ void BatchCliUser::PumpEvents() {
     RequestInterrupt();
   }
 }
-
-void BatchCliUser::SetProgressRange(int32_t maximum) { maximum_ = maximum; }
-
-void BatchCliUser::SetProgressValue(int32_t value) {
-  if (!progress_) return;
-  err_ << "\r" << value << "/" << maximum_ << std::flush;
-  line_open_ = true;
-}
-
-void BatchCliUser::ShowProgress(bool visible) {
-  if (!visible) EndProgressLine();
-}
-
-void BatchCliUser::EndProgressLine() {
-  if (!line_open_) return;
-  err_ << "\r\x1b[K" << std::flush;
-  line_open_ = false;
-}
-
-host::Answer BatchCliUser::DoShowMessage(const host::Message& message) {
-  EndProgressLine();
-  std::string text = message.text;
-  for (char& c : text) {
-    if (c == '\r' || c == '\n') c = ' ';
-  }
-  err_ << message.title << ": " << text << "\n";
-  return message.buttons == host::MessageButtons::kYesNo ? host::Answer::kNo
-                                                         : host::Answer::kOk;
-}
-
-bool StderrIsTerminal() { return isatty(STDERR_FILENO) == 1; }
 
 std::vector<core::BatchFile> FileRows(const std::vector<std::string>& args) {
   std::vector<core::BatchFile> rows;

@@ -1,8 +1,6 @@
-// What the batch commands of `layomat` share: a host::User that answers as a
-// command line does (message boxes as lines on standard error, a progress
-// line on standard error when it is a terminal, no pauses, Ctrl-C as the
-// stop button), the embedded host of the chosen kind, the file list from
-// the arguments, and the report printed at the end.
+// What the batch commands of `layomat` share: the command line's user with
+// Ctrl-C as the stop button, the embedded host of the chosen kind, the file
+// list from the arguments, and the report printed at the end.
 #ifndef LMT_CLI_BATCH_CLI_H_
 #define LMT_CLI_BATCH_CLI_H_
 
@@ -12,6 +10,8 @@
 #include <vector>
 
 #include "batch/batch_run.h"
+#include "cli/cli_options.h"
+#include "cli/cli_user.h"
 #include "core/batch_windows.h"
 #include "core/windows.h"
 #include "host/application.h"
@@ -19,53 +19,18 @@
 
 namespace lmt::cli {
 
-class BatchCliUser : public host::User {
+// The command line's user (cli_user.h) with Ctrl-C as the stop button:
+// the run notices it at its next poll between files, shows the
+// interruption message and ends with the count, as the window's stop
+// button does.
+class BatchCliUser : public CliUser {
  public:
-  // `progress`: draw the progress line (standard error is a terminal).
-  BatchCliUser(std::ostream& err, bool progress);
+  BatchCliUser(const CliOptions& options, std::ostream& err, std::string title,
+               bool progress);
   ~BatchCliUser() override;
 
-  void ActivateCadWindow(std::string_view) override {}
-  void BringToFront() override {}
-  // Takes a pending Ctrl-C as the stop button.
   void PumpEvents() override;
-  // The embedded host finishes every command before it returns.
-  void Wait(std::chrono::milliseconds) override {}
-  void SetProgressRange(int32_t maximum) override;
-  void SetProgressValue(int32_t value) override;
-  void SetStatusText(std::string_view) override {}
-  void ShowProgress(bool visible) override;
-
- protected:
-  host::Answer DoShowMessage(const host::Message& message) override;
-  std::optional<std::string> DoInputBox(std::string_view, std::string_view,
-                                        std::string_view) override {
-    return std::nullopt;
-  }
-  Result<std::vector<std::string>> DoPickEntities(
-      const host::SelectionFilter&) override {
-    return Status::Cancelled("no picks in a batch run");
-  }
-  Result<host::Point> DoPickPoint(std::string_view,
-                                  const std::optional<host::Point>&) override {
-    return Status::Cancelled("no picks in a batch run");
-  }
-  Result<double> DoPickDistance(std::string_view,
-                                const std::optional<host::Point>&) override {
-    return Status::Cancelled("no picks in a batch run");
-  }
-
- private:
-  void EndProgressLine();
-
-  std::ostream& err_;
-  bool progress_;
-  bool line_open_ = false;
-  int32_t maximum_ = 0;
 };
-
-// Whether standard error is a terminal.
-bool StderrIsTerminal();
 
 // The command's file arguments as table rows (name and absolute path).
 std::vector<core::BatchFile> FileRows(const std::vector<std::string>& args);

@@ -16,7 +16,8 @@ int RunReplaceText(CommandContext& context) {
   core::Windows& windows = context.addin.windows();
   core::OknoFunctionReplaceText& w = windows.okno_function_replace_text;
   w.files = FileRows(context.options.args);
-  BatchCliUser user(context.err, StderrIsTerminal());
+  BatchCliUser user(context.options, context.err,
+                    context.addin.globals().product_name, StderrIsTerminal());
   std::shared_ptr<host::Application> app = EmbeddedHost(windows, user);
   Result<host::DbxDocumentPtr> dbx = host::CreateDbxDocument(*app);
   if (!dbx.ok()) {

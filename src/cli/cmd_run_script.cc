@@ -32,7 +32,8 @@ int RunRunScript(CommandContext& context) {
     w.uni_text_text_skript.set_text(*script);
   }
   w.files = FileRows(context.options.args);
-  BatchCliUser user(context.err, StderrIsTerminal());
+  BatchCliUser user(context.options, context.err,
+                    context.addin.globals().product_name, StderrIsTerminal());
   std::shared_ptr<host::Application> app = EmbeddedHost(windows, user);
   batch::BatchUi ui(user, context.addin.globals().messages,
                     context.addin.globals().product_name,
