@@ -27,19 +27,40 @@ std::string ApplyGroup(const TextGroup& group, TextFormat format,
 
 std::string ApplyList(const TextOptions& options, TextFormat format,
                       std::string_view content) {
-  if (options.list_match == ListMatch::kOccurrences) {
-    return ReplaceInContent(content, format, options.list);
-  }
   std::string plain = PlainContent(content, format);
+  std::string out(content);
+  bool matched = false;
   for (const ReplacementPair& pair : options.list) {
-    if (!pair.find.empty() && EqualsIgnoreCase(plain, pair.find)) {
-      return EscapeContent(pair.replace, format);
+    if (pair.find.empty()) continue;
+    if (options.list_match == ListMatch::kWholeText) {
+      if (EqualsIgnoreCase(plain, pair.find)) {
+        out = EscapeContent(pair.replace, format);
+        matched = true;
+        break;
+      }
+    } else if (FindIgnoreCase(plain, pair.find) != std::string_view::npos) {
+      matched = true;
+      break;
     }
   }
-  return std::string(content);
+  if (!matched) return out;
+  if (options.list_match == ListMatch::kOccurrences) {
+    out = ReplaceInContent(content, format, options.list);
+  }
+  if (options.list_use_prefix) {
+    out = EscapeContent(options.list_prefix, format) + out;
+  }
+  if (options.list_use_suffix)
+    out += EscapeContent(options.list_suffix, format);
+  return out;
 }
 
 }  // namespace
+
+ListMatch ListMatchFromIndex(int index) {
+  return index >= 0 && index <= 2 ? static_cast<ListMatch>(index)
+                                  : ListMatch::kKeep;
+}
 
 std::optional<TextObject> TextObjectFromName(std::string_view object_name) {
   if (object_name == "AcDbText") return TextObject::kText;

@@ -20,7 +20,8 @@
 //   find text in one left-to-right pass (first pair in table order wins at a
 //   position; replaced text is not searched again). In its whole-text mode
 //   the first pair whose find text equals the whole visible content
-//   replaces the content.
+//   replaces the content; in its keep mode no content changes. The list's
+//   prefix and suffix go round every content a pair matched.
 // - An object is written only when its content changes.
 #ifndef LMT_BATCH_TEXT_RULES_H_
 #define LMT_BATCH_TEXT_RULES_H_
@@ -59,10 +60,17 @@ struct TextGroup {
   std::string suffix;
 };
 
+// `Option_ValueList`: "New value" replaces a content equal to a find text,
+// "Replace part" each occurrence, "Keep value" changes no content but
+// still lets the list's prefix and suffix mark the texts a pair matches.
 enum class ListMatch : int {
-  kOccurrences = 0,  // replace each occurrence of a find text
-  kWholeText = 1,    // replace a content equal to a find text
+  kWholeText = 0,
+  kOccurrences = 1,
+  kKeep = 2,
 };
+
+// The window's option index as a list mode; outside 0..2 keeps.
+ListMatch ListMatchFromIndex(int index);
 
 struct TextOptions {
   bool texts = true;       // `Check_TEXT`: TEXT and MTEXT
@@ -72,6 +80,12 @@ struct TextOptions {
   std::array<TextGroup, 3> groups;
   std::vector<ReplacementPair> list;
   ListMatch list_match = ListMatch::kOccurrences;
+  // `Check_PrefixList` / `Check_SuffixList`: added to every content a
+  // pair of the list matches (equals under kWholeText, contains else).
+  bool list_use_prefix = false;
+  std::string list_prefix;
+  bool list_use_suffix = false;
+  std::string list_suffix;
 };
 
 // Whether the run rewrites this kind of object.

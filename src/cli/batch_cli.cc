@@ -1,0 +1,73 @@
+#include "cli/batch_cli.h"
+
+#include <csignal>
+#include <filesystem>
+
+#include "batch/paths.h"
+#include "cli/cli_options.h"
+#include "dxfhost/application.h"
+#include "host/host_kind.h"
+
+namespace lmt::cli {
+namespace {
+
+volatile std::sig_atomic_t g_stop_requested = 0;
+
+extern "C" void OnInterruptSignal(int) { g_stop_requested = 1; }
+
+}  // namespace
+
+BatchCliUser::BatchCliUser(const CliOptions& options, std::ostream& err,
+                           std::string title, bool progress)
+    : CliUser(options, err, std::move(title), progress) {
+  g_stop_requested = 0;
+  std::signal(SIGINT, OnInterruptSignal);
+}
+
+BatchCliUser::~BatchCliUser() { std::signal(SIGINT, SIG_DFL); }
+
+void BatchCliUser::PumpEvents() {
+  if (g_stop_requested != 0) {
+    g_stop_requested = 0;
+    RequestInterrupt();
+  }
+}
+
+std::vector<core::BatchFile> FileRows(const std::vector<std::string>& args) {
+  std::vector<core::BatchFile> rows;
+  for (const std::string& arg : args) {
+    std::error_code ec;
+    std::filesystem::path path =
+        std::filesystem::absolute(batch::PathFromUtf8(arg), ec);
+    if (ec) path = batch::PathFromUtf8(arg);
+    path = path.lexically_normal();
+    // "dir/" names dir; an empty name would end the file list there.
+    if (!path.has_filename()) path = path.parent_path();
+    rows.push_back(
+        {batch::PathToUtf8(path.filename()), batch::PathToUtf8(path)});
+  }
+  return rows;
+}
+
+std::shared_ptr<host::Application> EmbeddedHost(core::Windows& windows,
+                                                host::User& user) {
+  host::HostKind kind =
+      host::HostKindFromIndex(windows.okno_lmt.combo_versia_cad.selected())
+          .value_or(host::HostKind::kAutoCad);
+  return dxfhost::DxfApplication::Create(kind, &user);
+}
+
+int ReportBatch(const batch::BatchReport& report, std::ostream& out,
+                std::ostream& err) {
+  for (const std::string& path : report.written) out << path << "\n";
+  for (const batch::FileFailure& failure : report.failures) {
+    // Engine messages often begin with the path already.
+    const std::string& message = failure.status.message();
+    err << "layomat: ";
+    if (!message.starts_with(failure.path)) err << failure.path << ": ";
+    err << message << "\n";
+  }
+  return report.failures.empty() ? kExitOk : kExitFileError;
+}
+
+}  // namespace lmt::cli
