@@ -20,6 +20,8 @@ run_suite build
 echo "== sanitizer build (ASan + UBSan)"
 ASAN_OPTIONS=detect_leaks=1 UBSAN_OPTIONS=print_stacktrace=1 \
   run_suite build-asan -DLMT_SANITIZE=ON -DCMAKE_BUILD_TYPE=Debug
+echo "== DXF reader fuzzing (libFuzzer, ${LMT_FUZZ_SECONDS:-30} s)"
+scripts/fuzz.sh
 if [[ ${LMT_SKIP_WINDOWS:-0} == 1 ]]; then
   echo "== Windows build skipped (LMT_SKIP_WINDOWS=1)"
 else
