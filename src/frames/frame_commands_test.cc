@@ -7,6 +7,7 @@
 
 #include <cmath>
 #include <memory>
+#include <numbers>
 #include <string>
 #include <vector>
 
@@ -132,7 +133,8 @@ TEST_F(FrameCommandsTest, PolylineFramesOfFourAndFiveVerticesInModelOnly) {
     EXPECT_NEAR(Number(r, Column::kHeight), 297, 1e-6);
   }
   ExpectCorners(2, {Point{1000, 0}, {1420, 0}, {1420, 297}, {1000, 297}});
-  const double c = std::cos(M_PI / 6), s = std::sin(M_PI / 6);
+  const double c = std::cos(std::numbers::pi / 6),
+               s = std::sin(std::numbers::pi / 6);
   ExpectCorners(3, {Point{2000, 0},
                     {2000 + 420 * c, 420 * s},
                     {2000 + 420 * c - 297 * s, 420 * s + 297 * c},
@@ -215,7 +217,8 @@ TEST_F(FrameCommandsTest, BlockFramesPlacedWithScaleRotationAndAttributes) {
   EXPECT_EQ(Cell(2, Column::kAttribute), "A:2");
   EXPECT_EQ(Cell(2, Column::kBlockName), "FRAME");
   EXPECT_EQ(Cell(2, Column::kTyp), "Block");
-  EXPECT_NEAR(Number(2, Column::kAngle), M_PI / 2, 1e-8);  // 8 decimals
+  EXPECT_NEAR(Number(2, Column::kAngle), std::numbers::pi / 2,
+              1e-8);  // 8 decimals
   ExpectCorners(2, {Point{1000, 0}, {1000, 840}, {406, 840}, {406, 0}});
   EXPECT_NEAR(Number(2, Column::kWidth), 840, 1e-6);
   EXPECT_NEAR(Number(2, Column::kHeight), 594, 1e-6);
