@@ -43,8 +43,9 @@ Result<SetAssignment> ParseSet(std::string_view text) {
 
 // Options that take a value.
 constexpr std::string_view kValued[] = {
-    "--settings", "--set",      "--lang",          "--template", "--pick",
-    "--start",    "--viewport", "--sort-polyline", "-o",         "--output"};
+    "--settings", "--set",    "--lang",     "--template",
+    "--pick",     "--start",  "--viewport", "--sort-polyline",
+    "-o",         "--output", "--preview"};
 
 bool TakesValue(std::string_view name) {
   for (std::string_view v : kValued) {
@@ -95,6 +96,10 @@ Status Apply(CliOptions& o, std::string_view name, std::string_view value) {
   } else if (name == "-o" || name == "--output") {
     if (value.empty()) return Status::InvalidArgument("-o expects a file");
     o.output = std::string(value);
+  } else if (name == "--preview") {
+    if (value.empty())
+      return Status::InvalidArgument("--preview expects a file");
+    o.preview = std::string(value);
   }
   return Status::Ok();
 }
@@ -173,6 +178,8 @@ std::string GlobalOptionsHelp() {
          "  --yes                  answer Yes to every question\n"
          "  -o, --output FILE      the drawing to write\n"
          "  --json                 print results as JSON\n"
+         "  --preview FILE.svg     draw the model space with the frames "
+         "found\n"
          "  --help, --version\n";
 }
 

@@ -53,6 +53,7 @@ struct CliOptions {
   bool yes = false;                            // --yes
   std::optional<std::string> output;           // -o / --output
   bool json = false;                           // --json
+  std::optional<std::string> preview;          // --preview FILE.svg
 };
 
 // InvalidArgument with a message for the user on a bad command line.

@@ -1,0 +1,52 @@
+#include "cli/cli_user.h"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+#include "cli/frame_output.h"
+
+namespace lmt::cli {
+namespace {
+
+TEST(CliUserTest, AnswersFromTheOptions) {
+  CliOptions options;
+  options.template_handle = "94";
+  options.pick_given = true;
+  options.pick_handles = {"A", "B"};
+  options.start = Point2{1.5, -2};
+  std::ostringstream err;
+  CliUser user(options, err, "Layomat", /*progress=*/false);
+  user.QueueWindowPick();
+  user.QueueTemplatePick();
+  user.QueueSortPolylinePick();  // not given: queues nothing
+  EXPECT_EQ(*user.PickEntities({}), (std::vector<std::string>{"A", "B"}));
+  EXPECT_EQ(*user.PickEntities({}), std::vector<std::string>{"94"});
+  EXPECT_TRUE(user.PickEntities({})->empty());  // Enter
+  EXPECT_EQ(*user.PickPoint("p", std::nullopt), (host::Point{1.5, -2, 0}));
+  EXPECT_FALSE(user.PickDistance("d", std::nullopt).ok());
+
+  EXPECT_EQ(user.ShowMessage("Start?", host::MessageIcon::kQuestion,
+                             host::MessageButtons::kYesNo),
+            host::Answer::kNo);
+  options.yes = true;
+  EXPECT_EQ(user.ShowMessage("Two\r\nlines", host::MessageIcon::kCritical,
+                             host::MessageButtons::kYesNo, "Other"),
+            host::Answer::kYes);
+  EXPECT_EQ(err.str(), "Layomat: Start?\nOther: Two lines\n");
+}
+
+TEST(CliUserTest, NoStartPointIsACancel) {
+  CliOptions options;
+  std::ostringstream err;
+  CliUser user(options, err, "Layomat", false);
+  EXPECT_EQ(user.PickPoint("p", std::nullopt).status().code(),
+            StatusCode::kCancelled);
+}
+
+TEST(FrameOutputTest, JsonStringEscapes) {
+  EXPECT_EQ(JsonString("a\"b\\c\n\x01№"), "\"a\\\"b\\\\c\\n\\u0001№\"");
+}
+
+}  // namespace
+}  // namespace lmt::cli

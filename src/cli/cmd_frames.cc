@@ -1,0 +1,77 @@
+// layomat frames DRAWING [options] [--json] [--preview FILE.svg]: template
+// capture (with --template), the frame search (the whole model, or the
+// objects of --pick), ordering and naming on DRAWING in the embedded host;
+// prints the frame table. The drawing is only read.
+#include <ostream>
+
+#include "cli/embedded_session.h"
+#include "cli/frame_output.h"
+#include "cli/frame_preview.h"
+#include "cli/registry.h"
+#include "frames/frame_commands.h"
+#include "frames/frame_ordering.h"
+
+namespace lmt::cli {
+namespace {
+
+int RunFrames(CommandContext& context) {
+  const CliOptions& options = context.options;
+  if (options.args.size() != 1) {
+    context.err << "layomat: frames expects one DRAWING\n"
+                   "Try 'layomat frames --help'.\n";
+    return kExitUsage;
+  }
+  const std::string& drawing = options.args[0];
+  Result<std::unique_ptr<EmbeddedSession>> run =
+      EmbeddedSession::Open(context, drawing);
+  if (!run.ok()) return ReportFileError(context, run.status());
+  EmbeddedSession& embedded = **run;
+  core::Windows& windows = context.addin.windows();
+
+  frames::FrameState state;
+  frames::FrameCommands commands(embedded.session(), state,
+                                 MainWindowNamer(windows));
+  if (options.template_handle) {
+    embedded.user().QueueTemplatePick();
+    if (commands.GetObrazec() != frames::Outcome::kDone) return kExitRefused;
+    // The user's filter choices win over what the capture filled in.
+    context.ReapplyFilterSets();
+  }
+
+  // The picks come in this order: the objects on screen, then the
+  // direction polyline.
+  const int mode =
+      options.pick_given ? frames::kSearchOnScreen : frames::kSearchAll;
+  if (options.pick_given) embedded.user().QueueWindowPick();
+  if (windows.okno_lmt.option_sortirovka_spisok.selected() ==
+      static_cast<int>(frames::SortOrder::kPolyline)) {
+    embedded.user().QueueSortPolylinePick();
+  }
+  const frames::Outcome outcome = commands.Search(mode);
+  if (outcome == frames::Outcome::kRefused) return kExitRefused;
+
+  if (options.json) {
+    WriteFramesJson(state.table, context.out);
+  } else {
+    WriteFramesText(state.table, context.out);
+  }
+  if (options.preview) {
+    Status written = WriteFramePreview(drawing, state.table, *options.preview);
+    if (!written.ok()) {
+      context.err << "layomat: " << *options.preview << ": "
+                  << written.message() << "\n";
+      return kExitFileError;
+    }
+  }
+  return outcome == frames::Outcome::kDone ? kExitOk : kExitRefused;
+}
+
+const CommandRegistration kFrames({
+    "frames",
+    "layomat frames DRAWING [options] [--json] [--preview FILE.svg]",
+    "find the frames of DRAWING and print the frame table",
+    &RunFrames,
+});
+
+}  // namespace
+}  // namespace lmt::cli

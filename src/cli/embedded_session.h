@@ -1,0 +1,85 @@
+// The CAD program of the command line: the embedded host over the DXF
+// engine, playing the host kind chosen in the main window
+// (VersiaCAD.VersiaCAD), with the command's drawing open as the active
+// document, and a host::Session over it that the add-in's commands run in.
+//
+// EmbeddedRuntime answers every program identifier with that one
+// application, so the connection finds it whatever kind and release the
+// windows ask for; nothing is ever started.
+//
+// Usage in a command:
+//   Result<std::unique_ptr<EmbeddedSession>> run =
+//       EmbeddedSession::Open(context, context.options.args[0]);
+//   if (!run.ok()) return ReportFileError(context, run.status());  // exit 3
+//   (*run)->user().QueueTemplatePick();
+//   frames::FrameCommands commands((*run)->session(), state, namer);
+#ifndef LMT_CLI_EMBEDDED_SESSION_H_
+#define LMT_CLI_EMBEDDED_SESSION_H_
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "cli/cli_user.h"
+#include "cli/registry.h"
+#include "core/status.h"
+#include "host/automation_runtime.h"
+#include "host/host_kind.h"
+#include "host/object_model.h"
+#include "host/session.h"
+
+namespace lmt::cli {
+
+class EmbeddedRuntime : public host::AutomationRuntime {
+ public:
+  explicit EmbeddedRuntime(host::ApplicationPtr application)
+      : application_(std::move(application)) {}
+
+  Result<host::ApplicationPtr> GetObject(std::string_view) override {
+    return application_;
+  }
+  Result<host::ApplicationPtr> CreateObject(std::string_view) override {
+    return application_;
+  }
+
+ private:
+  host::ApplicationPtr application_;
+};
+
+class EmbeddedSession {
+ public:
+  // Starts the embedded host of the main window's kind (AutoCAD when the
+  // list holds no valid kind) and opens `drawing`. IOError or Corruption,
+  // with the file and, for a malformed drawing, the line and why, when it
+  // cannot be read.
+  static Result<std::unique_ptr<EmbeddedSession>> Open(
+      CommandContext& context, const std::string& drawing);
+
+  EmbeddedSession(const EmbeddedSession&) = delete;
+  EmbeddedSession& operator=(const EmbeddedSession&) = delete;
+
+  CliUser& user() { return user_; }
+  host::Session& session() { return session_; }
+  const host::ApplicationPtr& application() const { return application_; }
+  // The drawing opened (also the active document after Connect()).
+  const host::DocumentPtr& document() const { return document_; }
+  host::HostKind kind() const { return kind_; }
+
+ private:
+  EmbeddedSession(CommandContext& context, host::HostKind kind);
+
+  host::HostKind kind_;
+  CliUser user_;
+  host::ApplicationPtr application_;
+  EmbeddedRuntime runtime_;
+  host::Session session_;
+  host::DocumentPtr document_;
+};
+
+// Writes "layomat: MESSAGE" for a drawing that could not be read or written
+// and returns kExitFileError.
+int ReportFileError(CommandContext& context, const Status& status);
+
+}  // namespace lmt::cli
+
+#endif  // LMT_CLI_EMBEDDED_SESSION_H_
