@@ -118,6 +118,17 @@ TEST_F(FramesCommandTest, ReadableTableAndPreview) {
   EXPECT_GT(Count(picture, "<path"), 9);
 }
 
+TEST_F(FramesCommandTest, PickStartPointAndDirectionPolylineFromOptions) {
+  Outcome run = Layomat("frames " + example_ +
+                        " --json --pick 94,9B,BE --start 100000,0"
+                        " --sort-polyline C2"
+                        " --set OknoLmt.OptionSortirovkaSpisok6=True");
+  ASSERT_EQ(run.status, 0) << run.err;
+  EXPECT_EQ(Count(run.out, "\"№\": "), 3);
+  EXPECT_EQ(Count(run.out, "\"Poly\": \"\""), 0);  // all projected
+  EXPECT_NE(run.err.find("Выберите полилинию"), std::string::npos);
+}
+
 TEST_F(FramesCommandTest, UnreadableDrawingIsAFileError) {
   const std::string bad = (dir_ / "bad.dxf").string();
   ASSERT_TRUE(core::WriteFileAtomically(bad, "0\nSECTION\n2\nENTITIES\n").ok());
