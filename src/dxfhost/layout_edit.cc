@@ -163,8 +163,10 @@ Result<LayoutInfo> AddLayout(Drawing& d, std::string_view name) {
     }
     tab = std::max(tab, info.tab_order);
   }
+  // Start the search for a free *Paper_SpaceN where it usually succeeds at
+  // once: each try looks through every block.
   std::string block_name;
-  for (int n = 1; block_name.empty(); ++n) {
+  for (size_t n = d.doc->blocks().size(); block_name.empty(); ++n) {
     std::string candidate = "*Paper_Space" + std::to_string(n);
     if (d.doc->FindBlock(candidate) == nullptr) block_name = candidate;
   }
@@ -247,6 +249,7 @@ Result<LayoutInfo> AddLayout(Drawing& d, std::string_view name) {
                                 t(331, viewport)};
   dxf::Entity layout = d.doc->AddObject(std::move(tags), dict.handle());
   d.doc->AddToDictionary(dict, d.Encode(name), layout.handle());
+  d.ForgetLayouts();
   dxf::Entity rec = d.doc->FindByHandle(block->record_handle);
   if (rec.valid()) {
     int at = rec.FindIn("AcDbBlockTableRecord", 340);
@@ -333,6 +336,7 @@ Status DeleteLayout(Drawing& d, const LayoutInfo& layout) {
   if (dxf::Entity obj = d.doc->FindByHandle(layout.handle); obj.valid()) {
     d.doc->Erase(obj);
   }
+  d.ForgetLayouts();
   if (dxf::Entity rec = d.doc->FindByHandle(block->record_handle);
       rec.valid()) {
     d.doc->db().MarkErased(rec.id());
