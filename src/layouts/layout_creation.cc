@@ -121,12 +121,13 @@ class Run {
     }
     utilities::ViewportOffOn(session_, true);
     user_.SetProgressValue(0);
-    if (refused_) {
-      report_.outcome = CreationOutcome::kRefused;
-    } else if (user_.interrupted()) {
+    // The end of the run is reported also after a refusal, as after a run
+    // on a host of no family: only the user's stop silences it.
+    if (user_.interrupted()) {
       report_.outcome = CreationOutcome::kInterrupted;
     } else {
       session_.ShowMessage(kMsgCreationDone, host::MessageIcon::kInformation);
+      if (refused_) report_.outcome = CreationOutcome::kRefused;
     }
     return report_;
   }

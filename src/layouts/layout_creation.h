@@ -20,8 +20,8 @@
 //
 // Failures: a host call refused for one object skips that step and the
 // run goes on; a layout name the host refuses skips that row. Only the
-// missing pattern layout stops a run before it starts (a message, nothing
-// created).
+// missing pattern layout stops a run before it starts (its message, nothing
+// created, then the clean-up and the final message as after any run).
 #ifndef LMT_LAYOUTS_LAYOUT_CREATION_H_
 #define LMT_LAYOUTS_LAYOUT_CREATION_H_
 
@@ -42,7 +42,7 @@ inline constexpr std::string_view kZwCadCopyLayout = "TempNewZW";
 enum class CreationOutcome {
   kDone,          // ran to its end (also for an unknown host name)
   kInterrupted,   // the user stopped it; cleaned up, no final message
-  kRefused,       // pattern layout missing; message shown, nothing made
+  kRefused,       // pattern layout missing; its message shown, nothing made
   kNotConnected,  // no host or drawing; the connection told the user
 };
 

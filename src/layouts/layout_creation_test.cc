@@ -285,12 +285,14 @@ TEST_F(CreationTest, MissingPatternIsRefusedWithItsMessage) {
         &report);
     EXPECT_EQ(report.outcome, CreationOutcome::kRefused);
     EXPECT_TRUE(report.created.empty());
+    // The refusal, then the end of the run as after any run.
     const auto& messages = run_->user.messages();
-    ASSERT_FALSE(messages.empty());
-    EXPECT_EQ(messages.back().text, run_->globals.messages.Get(c.first) +
-                                        "Nope\n" +
-                                        run_->globals.messages.Get(c.second));
-    EXPECT_EQ(messages.back().icon, host::MessageIcon::kCritical);
+    ASSERT_GE(messages.size(), 2u);
+    const host::Message& refusal = messages[messages.size() - 2];
+    EXPECT_EQ(refusal.text, run_->globals.messages.Get(c.first) + "Nope\n" +
+                                run_->globals.messages.Get(c.second));
+    EXPECT_EQ(refusal.icon, host::MessageIcon::kCritical);
+    EXPECT_EQ(messages.back().text, run_->globals.messages.Get(15));
     EXPECT_EQ(d.layouts.size(), 2u);
     for (const VpRecord& v : d.viewports) EXPECT_TRUE(v.on) << v.handle;
   }
