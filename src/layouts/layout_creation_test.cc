@@ -238,9 +238,10 @@ TEST_P(FamilyTest, PatternCopiedAndNothingTemporaryLeft) {
     // viewport is not copied in.
     EXPECT_EQ(
         std::count(layout->types.begin(), layout->types.end(), "VIEWPORT"), 3);
-    ASSERT_EQ(d.model_viewports(name).size(), 2u);
+    const std::vector<VpRecord> viewports = d.model_viewports(name);
+    ASSERT_EQ(viewports.size(), 2u);
     const VpRecord* copy = nullptr;
-    for (const VpRecord& v : d.model_viewports(name)) {
+    for (const VpRecord& v : viewports) {
       if (std::abs(v.w - 100) < 1e-9) copy = &v;
     }
     ASSERT_NE(copy, nullptr);
