@@ -5,6 +5,7 @@
 
 #include "dxf/builders.h"
 #include "dxfhost/entities.h"
+#include "dxfhost/layout_edit.h"
 
 namespace lmt::dxfhost {
 namespace {
@@ -69,11 +70,14 @@ class DxfBlock : public host::Block, public Holder {
     for (dxf::RecordId id : Live()) out.push_back(MakeEntity(d_, id));
     return out;
   }
-  Result<host::PViewportPtr> DoAddPViewport(const host::Point&, double,
-                                            double) override {
-    return Status::NotSupported(
-        "Block.AddPViewport: the embedded drawing engine cannot create "
-        "viewports yet");
+  Result<host::PViewportPtr> DoAddPViewport(const host::Point& center,
+                                            double width,
+                                            double height) override {
+    if (Status s = d_->Live(); !s.ok()) return s;
+    Result<dxf::RecordId> id =
+        AddPaperViewport(*d_, block_, center, width, height);
+    if (!id.ok()) return id.status();
+    return host::As<host::PViewport>(MakeEntity(d_, *id));
   }
   Result<host::MTextPtr> DoAddMText(const host::Point& p, double width,
                                     std::string_view text) override {
@@ -217,10 +221,13 @@ class DxfLayout : public host::Layout, public Holder {
     if (Status s = d_->Live(); !s.ok()) return s;
     return MakeBlock(d_, info_.block);
   }
-  Status DoCopyFrom(const host::LayoutPtr&) override {
-    return Status::NotSupported(
-        "Layout.CopyFrom: copying page set-ups needs layout editing in the "
-        "embedded drawing engine");
+  Status DoCopyFrom(const host::LayoutPtr& source) override {
+    if (Status s = d_->Live(); !s.ok()) return s;
+    auto* from = dynamic_cast<const DxfLayout*>(source.get());
+    if (from == nullptr || from->d_ != d_) {
+      return Status::InvalidArgument("the layout is not from this drawing");
+    }
+    return CopyPageSetup(*d_, info_.handle, from->info_.handle);
   }
   Result<int32_t> DoPlotType() const override {
     if (Status s = d_->Live(); !s.ok()) return s;
@@ -246,9 +253,8 @@ class DxfLayout : public host::Layout, public Holder {
     return Status();
   }
   Status DoDelete() override {
-    return Status::NotSupported(
-        "Layout.Delete: deleting layouts needs layout editing in the "
-        "embedded drawing engine");
+    if (Status s = d_->Live(); !s.ok()) return s;
+    return DeleteLayout(*d_, info_);
   }
 
  private:
@@ -292,9 +298,11 @@ class DxfLayouts : public host::Layouts {
     }
     return out;
   }
-  Result<host::LayoutPtr> DoAdd(std::string_view) override {
-    return Status::NotSupported(
-        "Layouts.Add: the embedded drawing engine cannot create layouts yet");
+  Result<host::LayoutPtr> DoAdd(std::string_view name) override {
+    if (Status s = d_->Live(); !s.ok()) return s;
+    Result<LayoutInfo> added = AddLayout(*d_, name);
+    if (!added.ok()) return added.status();
+    return MakeLayout(d_, *added);
   }
 
  private:

@@ -6,6 +6,7 @@
 
 #include "dxfhost/collections.h"
 #include "dxfhost/entities.h"
+#include "dxfhost/layout_edit.h"
 #include "dxfhost/selection.h"
 #include "dxfhost/session.h"
 
@@ -58,11 +59,28 @@ class DatabaseImpl : public Base {
     if (Status s = Live(); !s.ok()) return s;
     return MakeLayouts(d_);
   }
+  // Copies within this drawing only; objects of another database are
+  // refused.
   Result<std::vector<host::EntityPtr>> DoCopyObjects(
-      const std::vector<host::EntityPtr>&, const host::BlockPtr&) override {
-    return Status::NotSupported(
-        "Database.CopyObjects: deep copies between blocks need the embedded "
-        "drawing engine's copy support");
+      const std::vector<host::EntityPtr>& objects,
+      const host::BlockPtr& owner) override {
+    if (Status s = Live(); !s.ok()) return s;
+    dxf::Block* target = owner ? BlockOf(*owner, d_.get()) : nullptr;
+    if (target == nullptr) {
+      return Status::InvalidArgument(
+          "the target block is not from this drawing");
+    }
+    std::vector<host::EntityPtr> copies;
+    for (const host::EntityPtr& object : objects) {
+      dxf::RecordId id = object ? RecordOf(*object, d_.get()) : dxf::kNoRecord;
+      if (id == dxf::kNoRecord) {
+        return Status::InvalidArgument("an object is not from this drawing");
+      }
+      Result<dxf::RecordId> copy = CopyEntityInto(*d_, id, target);
+      if (!copy.ok()) return copy.status();
+      copies.push_back(MakeEntity(d_, *copy));
+    }
+    return copies;
   }
   Result<host::ObjectPtr> DoObjectIdToObject(int64_t object_id) const override {
     if (Status s = Live(); !s.ok()) return s;

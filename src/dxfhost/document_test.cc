@@ -120,10 +120,20 @@ TEST(DocumentTest, LayoutsInTabOrder) {
   EXPECT_EQ(*(*s.doc->ActiveLayout())->Name(), "Pattern");
   ASSERT_TRUE(pattern->SetPlotType(host::kPlotLayout).ok());
   EXPECT_EQ(*pattern->PlotType(), host::kPlotLayout);
-  // Creation members wait for the engine's layout editing.
-  EXPECT_EQ(layouts->Add("New").status().code(), StatusCode::kNotSupported);
-  EXPECT_EQ((*pattern->Block())->AddPViewport(Point{}, 10, 10).status().code(),
-            StatusCode::kNotSupported);
+  // A new layout: its own viewport first, names unique ignoring case;
+  // a new viewport starts switched off.
+  Result<host::LayoutPtr> added = layouts->Add("New");
+  ASSERT_TRUE(added.ok()) << added.status().ToString();
+  EXPECT_EQ(*(*(*added)->Block())->Count(), 1);
+  EXPECT_EQ(layouts->Add("NEW").status().code(), StatusCode::kRefused);
+  EXPECT_EQ(layouts->Add("Model").status().code(), StatusCode::kRefused);
+  Result<host::PViewportPtr> vp =
+      (*pattern->Block())->AddPViewport(Point{5, 5, 0}, 10, 10);
+  ASSERT_TRUE(vp.ok()) << vp.status().ToString();
+  EXPECT_FALSE(*(*vp)->ViewportOn());
+  ASSERT_TRUE((*added)->CopyFrom(pattern).ok());
+  ASSERT_TRUE((*added)->Delete().ok());
+  EXPECT_EQ(layouts->Item("New").status().code(), StatusCode::kNotFound);
 }
 
 TEST(DocumentTest, BlocksAndTables) {

@@ -33,6 +33,7 @@ std::string Drawing::Encode(std::string_view utf8) const {
 }
 
 std::vector<LayoutInfo> Drawing::Layouts() {
+  if (layouts_known_) return layouts_cache_;
   std::vector<LayoutInfo> out;
   out.push_back(LayoutInfo{0, "Model", doc->model_space(), 0});
   dxf::Entity root = doc->root_dictionary();
@@ -78,6 +79,8 @@ std::vector<LayoutInfo> Drawing::Layouts() {
                    [](const LayoutInfo& a, const LayoutInfo& b) {
                      return a.tab_order < b.tab_order;
                    });
+  layouts_cache_ = out;
+  layouts_known_ = true;
   return out;
 }
 

@@ -87,8 +87,11 @@ struct Drawing {
   std::string Encode(std::string_view utf8) const;
   dxf::Entity entity(dxf::RecordId id) { return doc->entity(id); }
 
-  // Tabs in tab order, "Model" first.
+  // Tabs in tab order, "Model" first. Kept between calls: the layout
+  // editing (layout_edit.cc) is the only writer of the layout dictionary
+  // and calls ForgetLayouts after each change.
   std::vector<LayoutInfo> Layouts();
+  void ForgetLayouts() { layouts_known_ = false; }
   // The tab whose block is `block`; name empty when it is no layout block.
   LayoutInfo LayoutOfBlock(const dxf::Block* block);
   bool IsModel(const dxf::Block* block) const {
@@ -105,6 +108,10 @@ struct Drawing {
     return !IsModel(active_block) && mspace &&
            active_pviewport != dxf::kNoRecord;
   }
+
+  // The cache of Layouts().
+  std::vector<LayoutInfo> layouts_cache_;
+  bool layouts_known_ = false;
 };
 
 // Display of the current view: the view target, its twist (radians) and the

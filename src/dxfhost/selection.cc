@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <string>
+#include <unordered_set>
 #include <vector>
 
 #include "dxfhost/entities.h"
@@ -78,10 +79,17 @@ class DxfSelectionSet : public host::SelectionSet {
     Result<CompiledFilter> f = CompiledFilter::Compile(filter);
     if (!f.ok()) return f.status();
     if (mode == host::SelectMode::kAll) {
+      // A whole-drawing selection adds many members: look the earlier ones
+      // up in a hash set, not by walking the list for each.
+      std::unordered_set<dxf::RecordId> present(data_->members.begin(),
+                                                data_->members.end());
       for (const LayoutInfo& layout : d_->Layouts()) {
         for (dxf::RecordId id : layout.block->entities) {
           dxf::Entity e = d_->entity(id);
-          if (!e.erased() && f->Matches(*d_, e, layout.name)) Add(id);
+          if (!e.erased() && f->Matches(*d_, e, layout.name) &&
+              present.insert(id).second) {
+            data_->members.push_back(id);
+          }
         }
       }
       return Status();

@@ -69,7 +69,8 @@ Status ActivateBlock(Drawing& d, dxf::Block* block) {
     // name and the previous one a free *Paper_SpaceN (handles and the
     // LAYOUT links stay as they are).
     std::string spare;
-    for (int n = 0; spare.empty(); ++n) {
+    // Searched from the block count, where a free number usually is.
+    for (size_t n = d.doc->blocks().size(); spare.empty(); ++n) {
       std::string candidate = "*Paper_Space" + std::to_string(n);
       if (d.doc->FindBlock(candidate) == nullptr) spare = candidate;
     }

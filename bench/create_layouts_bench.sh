@@ -1,0 +1,36 @@
+#!/usr/bin/env bash
+# The whole `layomat create-layouts` run on the benchmark drawing (1,000
+# frames among about 150,000 entities, about 23 MB, made by
+# make_bench_drawing.py) beside ezdxf doing the same job
+# (ezdxf_create_layouts.py). Prints the best of RUNS for each and the ratio.
+#
+# Usage: bench/create_layouts_bench.sh [RUNS]   (after building build/)
+set -euo pipefail
+cd "$(dirname "$0")/.."
+runs=${1:-5}
+data=build/bench_data
+mkdir -p "$data"
+drawing=$data/frames.dxf
+[[ -f $drawing ]] || /usr/bin/python3 bench/make_bench_drawing.py "$drawing"
+settings=$(mktemp)
+trap 'rm -f "$settings"' EXIT
+
+best=
+for ((i = 0; i < runs; i++)); do
+  start=$EPOCHREALTIME
+  build/layomat create-layouts "$drawing" -o "$data/layomat-out.dxf" \
+    --settings "$settings" --set OknoLmt.TextStrokaNameFile=20 \
+    >/dev/null 2>&1
+  end=$EPOCHREALTIME
+  best=$(awk -v s="$start" -v e="$end" -v b="$best" \
+    'BEGIN { t = e - s; print (b == "" || t < b) ? t : b }')
+done
+layouts=$(grep -c "^AcDbLayout" "$data/layomat-out.dxf" || true)
+printf 'layomat create-layouts: best %.3f s of %d runs (%s LAYOUT objects)\n' \
+  "$best" "$runs" "$layouts"
+
+ezdxf_out=$(/usr/bin/python3 bench/ezdxf_create_layouts.py "$drawing" \
+  "$data/ezdxf-out.dxf")
+echo "ezdxf: $ezdxf_out"
+ezdxf_time=$(echo "$ezdxf_out" | awk '{print $(NF-1)}')
+awk -v e="$ezdxf_time" -v b="$best" 'BEGIN { printf "ratio: %.1f x\n", e / b }'

@@ -1,0 +1,273 @@
+#include "layouts/layout_creation.h"
+
+#include <chrono>
+#include <optional>
+
+#include "layouts/layer_helpers.h"
+#include "layouts/layout_cleanup.h"
+#include "layouts/run_plan.h"
+#include "layouts/sheet_actions.h"
+#include "layouts/viewport_builder.h"
+#include "utilities/viewports_on_off.h"
+
+namespace lmt::layouts {
+namespace {
+
+constexpr int kMsgPatternMissing = 11;
+constexpr int kMsgPatternName = 12;
+constexpr int kMsgSampleMissing = 13;
+constexpr int kMsgSampleName = 14;
+constexpr int kMsgCreationDone = 15;
+
+std::vector<std::string> LayoutNames(host::Document& document) {
+  std::vector<std::string> names;
+  Result<host::LayoutsPtr> layouts = document.Layouts();
+  if (!layouts.ok()) return names;
+  Result<std::vector<host::LayoutPtr>> items = (*layouts)->Items();
+  if (!items.ok()) return names;
+  for (const host::LayoutPtr& layout : *items) {
+    if (Result<std::string> name = layout->Name(); name.ok()) {
+      names.push_back(*name);
+    }
+  }
+  return names;
+}
+
+std::optional<host::LayoutPtr> FindLayout(host::Document& document,
+                                          std::string_view name) {
+  if (name.empty()) return std::nullopt;
+  Result<host::LayoutsPtr> layouts = document.Layouts();
+  if (!layouts.ok()) return std::nullopt;
+  Result<host::LayoutPtr> layout = (*layouts)->Item(name);
+  if (!layout.ok()) return std::nullopt;
+  return *layout;
+}
+
+void DeleteLayout(host::Document& document, std::string_view name) {
+  if (std::optional<host::LayoutPtr> layout = FindLayout(document, name)) {
+    (void)(*layout)->Delete();
+  }
+}
+
+// The objects a new layout receives: everything in `source`'s block but
+// the layout's own paper viewport (entity 0), which every layout has of
+// its own.
+std::vector<host::EntityPtr> PatternObjects(const host::LayoutPtr& source) {
+  std::vector<host::EntityPtr> objects;
+  Result<host::BlockPtr> block = source->Block();
+  if (!block.ok()) return objects;
+  Result<std::vector<host::EntityPtr>> items = (*block)->Items();
+  if (!items.ok()) return objects;
+  std::string own;
+  if (Result<host::EntityPtr> first = (*block)->Item(0); first.ok()) {
+    Result<std::string> kind = (*first)->ObjectName();
+    Result<std::string> handle = (*first)->Handle();
+    if (kind.ok() && *kind == "AcDbViewport" && handle.ok()) own = *handle;
+  }
+  for (const host::EntityPtr& entity : *items) {
+    Result<std::string> handle = entity->Handle();
+    if (!own.empty() && handle.ok() && *handle == own) continue;
+    objects.push_back(entity);
+  }
+  return objects;
+}
+
+void CopyPattern(host::Document& document, const host::LayoutPtr& target,
+                 const host::LayoutPtr& source,
+                 const std::vector<host::EntityPtr>& objects) {
+  (void)target->CopyFrom(source);
+  if (objects.empty()) return;
+  Result<host::BlockPtr> block = target->Block();
+  if (block.ok()) (void)document.CopyObjects(objects, *block);
+}
+
+class Run {
+ public:
+  Run(host::Session& session, const frames::FrameTable& table,
+      HostFamily family)
+      : session_(session),
+        user_(session.user()),
+        document_(session.document()),
+        table_(table),
+        family_(family),
+        settings_(ReadRunSettings(session.windows(),
+                                  session.globals().decimal_comma)) {}
+
+  CreationReport Execute() {
+    const CreationParameters& p = settings_.params;
+    (void)MakeLayer(document_, p.viewport_layer, false, false, false);
+    if (p.set_annotation_scale) {
+      (void)MakeLayer(document_, kAnnotationLayer, false, false, true);
+      FreezeAllLayers(document_, true);
+    }
+    utilities::ViewportOffOn(session_, false);
+
+    const std::vector<std::string> before = LayoutNames(document_);
+    if (family_ != HostFamily::kNone) Dispatch();
+    if (p.delete_earlier_layouts && !refused_) {
+      std::string_view pattern = settings_.mode == CreationMode::kEmpty
+                                     ? std::string_view()
+                                     : settings_.pattern_layout;
+      report_.deleted = LayoutsToDelete(before, pattern, report_.created);
+      for (const std::string& name : report_.deleted) {
+        DeleteLayout(document_, name);
+      }
+    }
+
+    if (p.set_annotation_scale) {
+      FreezeAllLayers(document_, false);
+      (void)MakeLayer(document_, "0", false, false, true);
+      DeleteLayer(document_, kAnnotationLayer);
+    }
+    utilities::ViewportOffOn(session_, true);
+    user_.SetProgressValue(0);
+    // The end of the run is reported also after a refusal, as after a run
+    // on a host of no family: only the user's stop silences it.
+    if (user_.interrupted()) {
+      report_.outcome = CreationOutcome::kInterrupted;
+    } else {
+      session_.ShowMessage(kMsgCreationDone, host::MessageIcon::kInformation);
+      if (refused_) report_.outcome = CreationOutcome::kRefused;
+    }
+    return report_;
+  }
+
+ private:
+  bool nano() const { return family_ == HostFamily::kNanoCad; }
+
+  void Dispatch() {
+    const std::string& name = settings_.pattern_layout;
+    if (settings_.mode == CreationMode::kEmpty) {
+      Loop(nullptr);
+      return;
+    }
+    int missing = kMsgPatternMissing, hint = kMsgPatternName;
+    if (settings_.mode == CreationMode::kTemplateFile) {
+      missing = kMsgSampleMissing;
+      hint = kMsgSampleName;
+      ImportPattern();
+    }
+    std::optional<host::LayoutPtr> pattern = FindLayout(document_, name);
+    if (!pattern) {
+      refused_ = true;
+      session_.ShowMessage(missing, host::MessageIcon::kCritical,
+                           name + "\n" + session_.messages().Get(hint));
+      return;
+    }
+    Loop(*pattern);
+  }
+
+  // "_-Layout _Template" with the file and the layout; nanoCAD keeps its
+  // file dialogs as they are.
+  void ImportPattern() {
+    if (!nano())
+      (void)document_.SetVariable("FILEDIA", host::Variant(int16_t{0}));
+    std::string command = "_-Layout _Template\r\"" + settings_.pattern_file +
+                          "\"\r\"" + settings_.pattern_layout + "\"\r\x1b";
+    (void)document_.SendCommand(command);
+    if (!nano())
+      (void)document_.SetVariable("FILEDIA", host::Variant(int16_t{1}));
+  }
+
+  void SetLayoutCreateViewport(bool create) {
+    if (nano()) return;
+    Result<host::ApplicationPtr> app = document_.Application();
+    if (!app.ok()) return;
+    Result<host::PreferencesPtr> prefs = (*app)->Preferences();
+    if (prefs.ok()) (void)(*prefs)->SetLayoutCreateViewport(create);
+  }
+
+  // The source every new layout copies: the pattern itself, or for nanoCAD
+  // and ZWCAD a temporary copy of it.
+  host::LayoutPtr PrepareSource(const host::LayoutPtr& pattern) {
+    if (family_ == HostFamily::kAutoCad) return pattern;
+    temporary_ = nano() ? kNanoCadCopyLayout : kZwCadCopyLayout;
+    DeleteLayout(document_, temporary_);
+    Result<host::LayoutsPtr> layouts = document_.Layouts();
+    if (!layouts.ok()) return pattern;
+    Result<host::LayoutPtr> temp = (*layouts)->Add(temporary_);
+    if (!temp.ok()) return pattern;
+    (void)document_.SetActiveLayout(*temp);
+    CopyPattern(document_, *temp, pattern, PatternObjects(pattern));
+    return *temp;
+  }
+
+  void Loop(const host::LayoutPtr& pattern) {
+    CreationParameters params = settings_.params;
+    // Only the AutoCAD family has the extended builder.
+    if (family_ != HostFamily::kAutoCad) {
+      params.rotation_rule = RotationRule::kStandard;
+    }
+    std::string drawing;
+    if (Result<std::string> name = document_.Name(); name.ok()) drawing = *name;
+    const std::vector<FramePlan> plans = PlanRun(table_, params, drawing);
+
+    SetLayoutCreateViewport(false);
+    user_.PumpEvents();
+    user_.SetProgressRange(table_.row_count() - 1);
+    user_.SetProgressValue(0);
+
+    host::LayoutPtr source;
+    std::vector<host::EntityPtr> objects;
+    if (pattern) {
+      source = PrepareSource(pattern);
+      objects = PatternObjects(source);
+    }
+    Result<host::LayoutsPtr> layouts = document_.Layouts();
+    for (const FramePlan& plan : plans) {
+      if (!layouts.ok()) break;
+      user_.SetProgressValue(plan.row);
+      user_.PumpEvents();
+      Result<host::LayoutPtr> layout = (*layouts)->Add(plan.layout_name);
+      report_.created.push_back(plan.layout_name);
+      if (source) CopyPattern(document_, *layout, source, objects);
+      if (plan.viewport) {
+        BuiltViewports built =
+            BuildViewport(document_, *layout, *plan.viewport, params, user_);
+        report_.viewports +=
+            (built.viewport != nullptr) + (built.copy != nullptr);
+      } else {
+        (void)document_.SetActiveLayout(*layout);
+      }
+      if (params.plot_layout) (void)(*layout)->SetPlotType(host::kPlotLayout);
+      if (settings_.text.create) {
+        (void)CreateSheetText(document_, settings_.text, plan.sheet);
+      }
+      if (settings_.attributes.change) {
+        (void)ChangeAttributes(document_, settings_.attributes, plan.sheet);
+      }
+      if (Result<host::ApplicationPtr> app = document_.Application();
+          app.ok()) {
+        (void)(*app)->ZoomExtents();
+      }
+      if (user_.interrupted()) break;
+    }
+    SetLayoutCreateViewport(true);
+    if (!temporary_.empty()) DeleteLayout(document_, temporary_);
+  }
+
+  host::Session& session_;
+  host::User& user_;
+  host::Document& document_;
+  const frames::FrameTable& table_;
+  HostFamily family_;
+  RunSettings settings_;
+  CreationReport report_;
+  std::string temporary_;
+  bool refused_ = false;
+};
+
+}  // namespace
+
+CreationReport CreateLayouts(host::Session& session,
+                             const frames::FrameTable& table) {
+  if (!session.Connect()) {
+    CreationReport report;
+    report.outcome = CreationOutcome::kNotConnected;
+    return report;
+  }
+  Run run(session, table, FamilyOfHost(session.connection().host_name));
+  return run.Execute();
+}
+
+}  // namespace lmt::layouts

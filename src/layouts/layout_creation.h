@@ -1,0 +1,64 @@
+// Layout creation, the add-in's main command (ModulSozdatVkladki): one
+// paper-space layout per named row of the frame table, each with a
+// viewport that shows exactly its frame, the actions after creation on it,
+// and the clean-up that leaves the drawing as the user had it apart from
+// the new layouts.
+//
+// The run: connect; make the viewport layer; with the annotation scale,
+// the temporary layer "TEMPAddLayerLayomat" made active and every other
+// layer frozen (entering a viewport then regenerates nothing); viewports
+// switched off; the family of the host decides how layouts are copied and
+// which host settings are touched; every layer thawed again; viewports
+// switched on; the final message unless the user interrupted.
+//
+// Families: the AutoCAD family copies the pattern layout straight into
+// each new layout and switches FILEDIA and LayoutCreateViewport; nanoCAD
+// and ZWCAD copy it first into a temporary layout ("TempNewNano",
+// "TempNewZW") that is the source for every new layout and is deleted at
+// the end; nanoCAD touches neither FILEDIA nor LayoutCreateViewport, and
+// only the AutoCAD family knows the extended rotation rule.
+//
+// Failures: a host call refused for one object skips that step and the
+// run goes on; a layout name the host refuses skips that row. Only the
+// missing pattern layout stops a run before it starts (its message, nothing
+// created, then the clean-up and the final message as after any run).
+#ifndef LMT_LAYOUTS_LAYOUT_CREATION_H_
+#define LMT_LAYOUTS_LAYOUT_CREATION_H_
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "frames/frame_table.h"
+#include "host/session.h"
+#include "layouts/run_settings.h"
+
+namespace lmt::layouts {
+
+inline constexpr std::string_view kAnnotationLayer = "TEMPAddLayerLayomat";
+inline constexpr std::string_view kNanoCadCopyLayout = "TempNewNano";
+inline constexpr std::string_view kZwCadCopyLayout = "TempNewZW";
+
+enum class CreationOutcome {
+  kDone,          // ran to its end (also for an unknown host name)
+  kInterrupted,   // the user stopped it; cleaned up, no final message
+  kRefused,       // pattern layout missing; its message shown, nothing made
+  kNotConnected,  // no host or drawing; the connection told the user
+};
+
+struct CreationReport {
+  CreationOutcome outcome = CreationOutcome::kDone;
+  std::vector<std::string> created;  // layout names, in order
+  std::vector<std::string> deleted;  // earlier layouts (Check_UdalitListi)
+  int viewports = 0;                 // viewports made, copies included
+};
+
+// The whole command on the session's active drawing, with the settings of
+// the session's windows, over the rows of `table` (named by the naming
+// template beforehand).
+CreationReport CreateLayouts(host::Session& session,
+                             const frames::FrameTable& table);
+
+}  // namespace lmt::layouts
+
+#endif  // LMT_LAYOUTS_LAYOUT_CREATION_H_
