@@ -1,0 +1,426 @@
+#include "dxfhost/document.h"
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "dxfhost/collections.h"
+#include "dxfhost/entities.h"
+#include "dxfhost/selection.h"
+#include "dxfhost/session.h"
+
+namespace lmt::dxfhost {
+namespace {
+
+// What every drawing offers, for Document and DbxDocument alike. The
+// drawing may be swapped (DbxDocument::Open): wrappers made before keep
+// the old one, which is then closed.
+template <typename Base>
+class DatabaseImpl : public Base {
+ public:
+  explicit DatabaseImpl(std::shared_ptr<Drawing> d)
+      : Base(d->gate), d_(std::move(d)) {}
+
+  const Drawing* drawing() const { return d_.get(); }
+
+ protected:
+  Status Live() const { return d_->Live(); }
+
+  Result<host::BlockPtr> DoModelSpace() const override {
+    if (Status s = Live(); !s.ok()) return s;
+    return MakeBlock(d_, d_->doc->model_space());
+  }
+  Result<host::BlockPtr> DoPaperSpace() const override {
+    if (Status s = Live(); !s.ok()) return s;
+    dxf::Block* paper =
+        d_->IsModel(d_->active_block) ? d_->last_paper_block : d_->active_block;
+    if (paper == nullptr) paper = d_->doc->paper_space();
+    if (paper == nullptr) return Status::NotFound("the drawing has no layout");
+    return MakeBlock(d_, paper);
+  }
+  Result<host::BlocksPtr> DoBlocks() const override {
+    if (Status s = Live(); !s.ok()) return s;
+    return MakeBlocks(d_);
+  }
+  Result<host::LayersPtr> DoLayers() const override {
+    if (Status s = Live(); !s.ok()) return s;
+    return MakeLayers(d_);
+  }
+  Result<host::LinetypesPtr> DoLinetypes() const override {
+    if (Status s = Live(); !s.ok()) return s;
+    return MakeLinetypes(d_);
+  }
+  Result<host::TextStylesPtr> DoTextStyles() const override {
+    if (Status s = Live(); !s.ok()) return s;
+    return MakeTextStyles(d_);
+  }
+  Result<host::LayoutsPtr> DoLayouts() const override {
+    if (Status s = Live(); !s.ok()) return s;
+    return MakeLayouts(d_);
+  }
+  Result<std::vector<host::EntityPtr>> DoCopyObjects(
+      const std::vector<host::EntityPtr>&, const host::BlockPtr&) override {
+    return Status::NotSupported(
+        "Database.CopyObjects: deep copies between blocks need the embedded "
+        "drawing engine's copy support");
+  }
+  Result<host::ObjectPtr> DoObjectIdToObject(int64_t object_id) const override {
+    if (Status s = Live(); !s.ok()) return s;
+    dxf::Entity e =
+        object_id > 0 ? d_->doc->FindByHandle(static_cast<uint64_t>(object_id))
+                      : dxf::Entity();
+    if (!e.valid() || e.erased()) {
+      return Status::NotFound("no object has id " + std::to_string(object_id));
+    }
+    dxf::Block* block = nullptr;
+    for (auto& b : d_->doc->blocks()) {
+      if (b->begin == e.id() || b->record_handle == e.handle()) block = b.get();
+    }
+    if (block != nullptr) return host::ObjectPtr(MakeBlock(d_, block));
+    return host::ObjectPtr(MakeEntity(d_, e.id()));
+  }
+
+  std::shared_ptr<Drawing> d_;
+};
+
+class DxfDocument : public DatabaseImpl<host::Document> {
+ public:
+  DxfDocument(std::shared_ptr<Drawing> d,
+              std::weak_ptr<host::Application> application,
+              std::function<void(const Drawing*)> on_close)
+      : DatabaseImpl(std::move(d)),
+        application_(std::move(application)),
+        on_close_(std::move(on_close)) {}
+
+ protected:
+  Result<std::string> DoName() const override {
+    if (Status s = Live(); !s.ok()) return s;
+    return std::filesystem::path(d_->path).filename().string();
+  }
+  Result<std::string> DoFullName() const override {
+    if (Status s = Live(); !s.ok()) return s;
+    return d_->path;
+  }
+  Result<host::ApplicationPtr> DoApplication() const override {
+    host::ApplicationPtr app = application_.lock();
+    if (app == nullptr) return Status::NotFound("the application has ended");
+    return app;
+  }
+  Result<host::Variant> DoGetVariable(std::string_view name) const override {
+    if (Status s = Live(); !s.ok()) return s;
+    return ReadVariable(*d_, name);
+  }
+  Status DoSetVariable(std::string_view name,
+                       const host::Variant& value) override {
+    if (Status s = Live(); !s.ok()) return s;
+    return WriteVariable(*d_, name, value);
+  }
+  Status DoSendCommand(std::string_view command) override {
+    if (Status s = Live(); !s.ok()) return s;
+    return RunCommandLine(*d_, command);
+  }
+  Result<host::LayoutPtr> DoActiveLayout() const override {
+    if (Status s = Live(); !s.ok()) return s;
+    return MakeLayout(d_, d_->LayoutOfBlock(d_->active_block));
+  }
+  Status DoSetActiveLayout(const host::LayoutPtr& layout) override {
+    if (Status s = Live(); !s.ok()) return s;
+    dxf::Block* block = layout ? BlockOf(*layout, d_.get()) : nullptr;
+    if (block == nullptr) {
+      return Status::InvalidArgument("the layout is not from this drawing");
+    }
+    return ActivateBlock(*d_, block);
+  }
+  Result<host::Space> DoActiveSpace() const override {
+    if (Status s = Live(); !s.ok()) return s;
+    return d_->IsModel(d_->active_block) || d_->InViewport()
+               ? host::Space::kModelSpace
+               : host::Space::kPaperSpace;
+  }
+  Status DoSetActiveSpace(host::Space space) override {
+    if (Status s = Live(); !s.ok()) return s;
+    if (space == host::Space::kPaperSpace) {
+      if (d_->IsModel(d_->active_block)) {
+        return WriteVariable(*d_, "TILEMODE", host::Variant(int16_t{0}));
+      }
+      d_->mspace = false;
+      return Status();
+    }
+    if (d_->IsModel(d_->active_block)) return Status();
+    return DoSetMSpace(true);
+  }
+  Result<bool> DoMSpace() const override {
+    if (Status s = Live(); !s.ok()) return s;
+    return d_->InViewport();
+  }
+  Status DoSetMSpace(bool in_model) override {
+    if (Status s = Live(); !s.ok()) return s;
+    if (!in_model) {
+      d_->mspace = false;
+      return Status();
+    }
+    if (d_->IsModel(d_->active_block)) {
+      return Status::Refused("MSpace needs a layout, not the Model tab");
+    }
+    if (!InActiveLayout(d_->active_pviewport)) {
+      // Enter the first model viewport that is on (id 1 is the paper's own).
+      d_->active_pviewport = dxf::kNoRecord;
+      for (dxf::RecordId id : d_->active_block->entities) {
+        dxf::Entity e = d_->entity(id);
+        if (e.erased() || e.type() != "VIEWPORT" || IsPaperViewport(id)) {
+          continue;
+        }
+        if ((e.GetInt(90, 0) & 131072) == 0) {
+          d_->active_pviewport = id;
+          break;
+        }
+      }
+    }
+    if (d_->active_pviewport == dxf::kNoRecord) {
+      return Status::Refused("the layout has no viewport that is on");
+    }
+    d_->mspace = true;
+    return Status();
+  }
+  Result<host::PViewportPtr> DoActivePViewport() const override {
+    if (Status s = Live(); !s.ok()) return s;
+    if (!InActiveLayout(d_->active_pviewport)) {
+      return Status::NotFound("no viewport is active");
+    }
+    return host::As<host::PViewport>(MakeEntity(d_, d_->active_pviewport));
+  }
+  Status DoSetActivePViewport(const host::PViewportPtr& viewport) override {
+    if (Status s = Live(); !s.ok()) return s;
+    dxf::RecordId id =
+        viewport ? RecordOf(*viewport, d_.get()) : dxf::kNoRecord;
+    if (!InActiveLayout(id)) {
+      return Status::InvalidArgument(
+          "the viewport is not on the active layout of this drawing");
+    }
+    if (IsPaperViewport(id)) {
+      return Status::Refused(
+          "the layout's own paper viewport cannot be made "
+          "active");
+    }
+    d_->active_pviewport = id;
+    return Status();
+  }
+  Result<host::ViewportPtr> DoActiveViewport() const override {
+    if (Status s = Live(); !s.ok()) return s;
+    return MakeTiledViewport(d_);
+  }
+  Status DoSetActiveViewport(const host::ViewportPtr& viewport) override {
+    if (Status s = Live(); !s.ok()) return s;
+    if (viewport == nullptr) return Status::InvalidArgument("no viewport");
+    return ApplyTiledViewport(*viewport, *d_);
+  }
+  Result<host::LayerPtr> DoActiveLayer() const override {
+    if (Status s = Live(); !s.ok()) return s;
+    dxf::Entity layer = d_->doc->FindTableEntry(
+        "LAYER", d_->doc->HeaderValue("$CLAYER").value_or("0"));
+    if (!layer.valid()) layer = d_->doc->FindTableEntry("LAYER", "0");
+    if (!layer.valid()) return Status::NotFound("the drawing has no layers");
+    return MakeLayer(d_, layer.id());
+  }
+  Status DoSetActiveLayer(const host::LayerPtr& layer) override {
+    if (Status s = Live(); !s.ok()) return s;
+    dxf::RecordId id = layer ? RecordOf(*layer, d_.get()) : dxf::kNoRecord;
+    if (id == dxf::kNoRecord) {
+      return Status::InvalidArgument("the layer is not from this drawing");
+    }
+    return WriteVariable(
+        *d_, "CLAYER", host::Variant(std::string(d_->entity(id).GetString(2))));
+  }
+  Result<host::TextStylePtr> DoActiveTextStyle() const override {
+    if (Status s = Live(); !s.ok()) return s;
+    dxf::Entity style = d_->doc->FindTableEntry(
+        "STYLE", d_->doc->HeaderValue("$TEXTSTYLE").value_or("Standard"));
+    if (!style.valid()) return Status::NotFound("no current text style");
+    return MakeTextStyle(d_, style.id());
+  }
+  Status DoSetActiveTextStyle(const host::TextStylePtr& style) override {
+    if (Status s = Live(); !s.ok()) return s;
+    dxf::RecordId id = style ? RecordOf(*style, d_.get()) : dxf::kNoRecord;
+    if (id == dxf::kNoRecord) {
+      return Status::InvalidArgument("the text style is not from this drawing");
+    }
+    return WriteVariable(
+        *d_, "TEXTSTYLE",
+        host::Variant(std::string(d_->entity(id).GetString(2))));
+  }
+  Result<host::SelectionSetsPtr> DoSelectionSets() const override {
+    if (Status s = Live(); !s.ok()) return s;
+    return MakeSelectionSets(d_);
+  }
+  Result<host::UtilityPtr> DoUtility() const override {
+    if (Status s = Live(); !s.ok()) return s;
+    return MakeUtility(d_);
+  }
+  Status DoSaveAs(std::string_view path, int32_t save_type) override {
+    if (Status s = Live(); !s.ok()) return s;
+    Result<std::string> release = ReleaseOfSaveType(save_type);
+    if (!release.ok()) return release.status();
+    std::filesystem::path target{std::string(path)};
+    if (target.empty()) return Status::InvalidArgument("no file name given");
+    if (!target.has_extension()) target += ".dxf";
+    if (Status s = FromDxf(d_->doc->Save(target.string())); !s.ok()) return s;
+    d_->path = std::filesystem::absolute(target).lexically_normal().string();
+    return Status();
+  }
+  Status DoClose(bool save_changes) override {
+    if (Status s = Live(); !s.ok()) return s;
+    if (save_changes) {
+      if (d_->path.empty()) {
+        return Status::Refused("the drawing has no file name to save under");
+      }
+      if (Status s = FromDxf(d_->doc->Save(d_->path)); !s.ok()) return s;
+    }
+    d_->closed = true;
+    d_->selection_sets.clear();
+    if (on_close_) on_close_(d_.get());
+    return Status();
+  }
+
+ private:
+  bool InActiveLayout(dxf::RecordId id) const {
+    if (id == dxf::kNoRecord || d_->IsModel(d_->active_block)) return false;
+    dxf::Entity e = d_->entity(id);
+    if (e.erased() || e.type() != "VIEWPORT") return false;
+    for (dxf::RecordId member : d_->active_block->entities) {
+      if (member == id) return true;
+    }
+    return false;
+  }
+  // The layout's own paper viewport has id 1 (kept even in layouts never
+  // displayed, where the others get 0).
+  bool IsPaperViewport(dxf::RecordId id) const {
+    return d_->entity(id).GetInt(69, 0) == 1;
+  }
+
+  std::weak_ptr<host::Application> application_;
+  std::function<void(const Drawing*)> on_close_;
+};
+
+// The ObjectDBX document: reads and writes drawings without making them the
+// session's active document. Each Open or DxfIn starts a new Drawing, so
+// wrappers of the previous content report it closed instead of pointing
+// into the new one.
+class DxfDbxDocument : public DatabaseImpl<host::DbxDocument> {
+ public:
+  DxfDbxDocument(std::shared_ptr<host::CallGate> gate, host::HostKind kind)
+      : DatabaseImpl(Empty(gate, kind)), kind_(kind) {}
+
+ protected:
+  Result<std::string> DoName() const override {
+    if (Status s = Live(); !s.ok()) return s;
+    return std::filesystem::path(d_->path).filename().string();
+  }
+  Status DoOpen(std::string_view path) override { return Read(path); }
+  Status DoDxfIn(std::string_view path) override { return Read(path); }
+  Status DoDxfOut(std::string_view path) override {
+    if (Status s = Live(); !s.ok()) return s;
+    return FromDxf(d_->doc->Save(std::string(path)));
+  }
+  Status DoSaveAs(std::string_view path) override {
+    if (Status s = Live(); !s.ok()) return s;
+    std::filesystem::path target{std::string(path)};
+    if (dxf::EqualsNoCase(target.extension().string(), ".dwg")) {
+      return Status::NotSupported(
+          "DbxDocument.SaveAs: the embedded engine writes DXF 2000 and later "
+          "only, not DWG");
+    }
+    return FromDxf(d_->doc->Save(target.string()));
+  }
+
+ private:
+  static std::shared_ptr<Drawing> Empty(std::shared_ptr<host::CallGate> gate,
+                                        host::HostKind kind) {
+    auto d = std::make_shared<Drawing>();
+    d->gate = std::move(gate);
+    d->kind = kind;
+    d->closed = true;  // nothing read yet
+    return d;
+  }
+  Status Read(std::string_view path) {
+    Result<std::shared_ptr<Drawing>> read =
+        ReadDrawing(std::string(path), d_->gate, nullptr, kind_);
+    if (!read.ok()) return read.status();
+    d_->closed = true;
+    d_ = *read;
+    return Status();
+  }
+
+  host::HostKind kind_;
+};
+
+}  // namespace
+
+Result<std::shared_ptr<Drawing>> ReadDrawing(
+    const std::string& path, std::shared_ptr<host::CallGate> gate,
+    host::User* user, host::HostKind kind) {
+  std::unique_ptr<dxf::Document> doc;
+  if (Status s = FromDxf(dxf::Document::Load(path, &doc)); !s.ok()) return s;
+  auto d = std::make_shared<Drawing>();
+  d->doc = std::move(doc);
+  d->path = std::filesystem::absolute(path).lexically_normal().string();
+  d->gate = std::move(gate);
+  d->user = user;
+  d->kind = kind;
+  InitSession(*d);
+  return d;
+}
+
+host::DocumentPtr MakeDocument(std::shared_ptr<Drawing> d,
+                               std::weak_ptr<host::Application> application,
+                               std::function<void(const Drawing*)> on_close) {
+  return std::make_shared<DxfDocument>(std::move(d), std::move(application),
+                                       std::move(on_close));
+}
+
+host::DbxDocumentPtr MakeDbxDocument(std::shared_ptr<host::CallGate> gate,
+                                     host::HostKind kind) {
+  return std::make_shared<DxfDbxDocument>(std::move(gate), kind);
+}
+
+const Drawing* DrawingOf(const host::Document& document) {
+  const auto* doc = dynamic_cast<const DxfDocument*>(&document);
+  return doc != nullptr ? doc->drawing() : nullptr;
+}
+
+Result<std::string> ReleaseOfSaveType(int32_t save_type) {
+  switch (save_type) {
+    case 13:
+      return std::string("AC1015");
+    case 25:
+      return std::string("AC1018");
+    case 37:
+      return std::string("AC1021");
+    case 49:
+      return std::string("AC1024");
+    case 61:
+      return std::string("AC1027");
+    case 65:
+    case 71:  // 2021 still writes the 2018 format
+      return std::string("AC1032");
+    case 1:
+    case 4:
+    case 5:
+    case 8:
+    case 9:
+    case 12:
+    case 24:
+    case 36:
+    case 48:
+    case 60:
+    case 64:
+    case 70:
+      return Status::NotSupported(
+          "save type " + std::to_string(save_type) +
+          ": the embedded engine writes DXF 2000 and later only");
+    default:
+      return Status::InvalidArgument("unknown save type " +
+                                     std::to_string(save_type));
+  }
+}
+
+}  // namespace lmt::dxfhost

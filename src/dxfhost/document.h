@@ -1,0 +1,40 @@
+// Documents of the embedded host: a drawing open in the session
+// (host::Document) and the ObjectDBX document (host::DbxDocument), both over
+// a Drawing.
+//
+// Saving: SaveAs takes the DXF save types 13 (2000), 25 (2004), 37 (2007),
+// 49 (2010), 61 (2013), 65 (2018) and 71 (2021); DWG types and the R12, R13
+// and R14 types are refused with kNotSupported, since the engine writes DXF
+// of release 2000 and later only. The engine has no release conversion yet:
+// the file is written in the drawing's own release, whatever DXF type was
+// asked for. Files are written to a temporary file renamed into place.
+#ifndef LMT_DXFHOST_DOCUMENT_H_
+#define LMT_DXFHOST_DOCUMENT_H_
+
+#include <functional>
+#include <memory>
+
+#include "dxfhost/drawing.h"
+#include "host/application.h"
+#include "host/document.h"
+
+namespace lmt::dxfhost {
+
+// `on_close` runs when the document is closed (the application forgets it).
+host::DocumentPtr MakeDocument(std::shared_ptr<Drawing> d,
+                               std::weak_ptr<host::Application> application,
+                               std::function<void(const Drawing*)> on_close);
+// An empty ObjectDBX document; Open or DxfIn fill it.
+host::DbxDocumentPtr MakeDbxDocument(std::shared_ptr<host::CallGate> gate,
+                                     host::HostKind kind);
+// The drawing of a document made by MakeDocument, or nullptr.
+const Drawing* DrawingOf(const host::Document& document);
+
+// The extension-less check of the save type: the DXF release text
+// ("AC1015".."AC1032") of a type number, kNotSupported for DWG and releases
+// before 2000, kInvalidArgument for a number no table has.
+Result<std::string> ReleaseOfSaveType(int32_t save_type);
+
+}  // namespace lmt::dxfhost
+
+#endif  // LMT_DXFHOST_DOCUMENT_H_

@@ -1,0 +1,132 @@
+#include "dxfhost/drawing.h"
+
+#include <algorithm>
+#include <cctype>
+#include <cmath>
+
+#include "dxf/viewport.h"
+
+namespace lmt::dxfhost {
+
+bool NoCaseLess::operator()(std::string_view a, std::string_view b) const {
+  return std::lexicographical_compare(
+      a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) {
+        return std::tolower(static_cast<unsigned char>(x)) <
+               std::tolower(static_cast<unsigned char>(y));
+      });
+}
+
+Status Drawing::Live() const {
+  if (closed || doc == nullptr) {
+    return Status::NotFound("the drawing was closed");
+  }
+  return Status();
+}
+
+std::vector<LayoutInfo> Drawing::Layouts() {
+  std::vector<LayoutInfo> out;
+  out.push_back(LayoutInfo{0, "Model", doc->model_space(), 0});
+  dxf::Entity root = doc->root_dictionary();
+  uint64_t dict_handle =
+      root.valid() ? doc->DictionaryLookup(root, "ACAD_LAYOUT") : 0;
+  dxf::Entity dict =
+      dict_handle ? doc->FindByHandle(dict_handle) : dxf::Entity();
+  if (!dict.valid()) {
+    // R12 keeps one paper space and no LAYOUT objects; show it as the
+    // default tab name a CAD program gives it.
+    if (doc->paper_space() != nullptr) {
+      out.push_back(LayoutInfo{0, "Layout1", doc->paper_space(), 1});
+    }
+    return out;
+  }
+  for (std::string_view value : dict.GetAll(350)) {
+    std::optional<uint64_t> h = dxf::ParseHandle(value);
+    if (!h) continue;
+    dxf::Entity layout = doc->FindByHandle(*h);
+    if (!layout.valid() || layout.type() != "LAYOUT") continue;
+    int name_at = layout.FindIn("AcDbLayout", 1);
+    int record_at = layout.FindIn("AcDbLayout", 330);
+    int tab_at = layout.FindIn("AcDbLayout", 71);
+    if (name_at < 0 || record_at < 0) continue;
+    std::string name(layout.tags()[name_at].value());
+    std::optional<uint64_t> record =
+        dxf::ParseHandle(layout.tags()[record_at].value());
+    dxf::Block* block = record ? doc->BlockByRecord(*record) : nullptr;
+    if (block == nullptr) continue;
+    if (block == doc->model_space()) {
+      out[0].handle = *h;
+      out[0].name = name;
+      continue;
+    }
+    int tab =
+        tab_at >= 0
+            ? static_cast<int>(
+                  dxf::ParseInt(layout.tags()[tab_at].value()).value_or(0))
+            : 0;
+    out.push_back(LayoutInfo{*h, name, block, tab});
+  }
+  std::stable_sort(out.begin() + 1, out.end(),
+                   [](const LayoutInfo& a, const LayoutInfo& b) {
+                     return a.tab_order < b.tab_order;
+                   });
+  return out;
+}
+
+LayoutInfo Drawing::LayoutOfBlock(const dxf::Block* block) {
+  for (LayoutInfo& info : Layouts()) {
+    if (info.block == block) return info;
+  }
+  return LayoutInfo{};
+}
+
+dxf::Block* Drawing::BlockOfEntity(dxf::RecordId id) {
+  dxf::Entity e = doc->entity(id);
+  if (dxf::Block* b = doc->BlockOf(e)) return b;
+  return e.paper_space() ? doc->paper_space() : doc->model_space();
+}
+
+std::string Drawing::SpaceName(const dxf::Block* block) {
+  if (IsModel(block)) return "Model";
+  return LayoutOfBlock(block).name;
+}
+
+Status FromDxf(const dxf::Status& s) {
+  if (s.ok()) return Status();
+  if (s.IsIOError()) return Status::IOError(s.message());
+  if (s.IsCorruption()) return Status::Corruption(s.message());
+  return Status::InvalidArgument(s.message());
+}
+
+host::Point Rotate(const host::Point& p, double angle) {
+  double c = std::cos(angle), s = std::sin(angle);
+  return host::Point{p.x * c - p.y * s, p.x * s + p.y * c, p.z};
+}
+
+ViewFrame TiledView(Drawing& d) {
+  ViewFrame v;
+  dxf::Entity vport = d.doc->FindTableEntry("VPORT", "*Active");
+  if (!vport.valid()) return v;
+  dxf::Vec3 t = vport.GetPoint(17);
+  dxf::Vec3 c = vport.GetPoint(12);
+  dxf::Vec3 dir = vport.GetPoint(16, dxf::Vec3{0, 0, 1});
+  v.target = host::Point{t.x, t.y, t.z};
+  v.view_center = host::Point{c.x, c.y, 0};
+  v.twist = vport.GetDouble(51, 0) * M_PI / 180.0;
+  v.direction = host::Point{dir.x, dir.y, dir.z};
+  return v;
+}
+
+ViewFrame ViewportView(Drawing& d, dxf::RecordId viewport) {
+  dxf::Viewport vp(d.entity(viewport));
+  ViewFrame v;
+  dxf::Vec3 t = vp.view_target();
+  dxf::Vec3 c = vp.view_center();
+  dxf::Vec3 dir = vp.view_direction();
+  v.target = host::Point{t.x, t.y, t.z};
+  v.view_center = host::Point{c.x, c.y, 0};
+  v.twist = vp.twist() * M_PI / 180.0;
+  v.direction = host::Point{dir.x, dir.y, dir.z};
+  return v;
+}
+
+}  // namespace lmt::dxfhost

@@ -1,0 +1,133 @@
+// Drawing: the state one open drawing shares with every object-model wrapper
+// made for it (entities, blocks, layouts, selection sets), plus the small
+// lookups over dxf::Document those wrappers need (layouts, spaces, the
+// coordinate systems of the session).
+//
+// Wrappers hold a shared_ptr<Drawing> and a record id, so they stay valid as
+// long as the drawing is open in the session; after Close every wrapper of
+// that drawing answers kNotFound. Session state (active layout, MSpace, UCS,
+// variables the drawing does not store) lives here and not in the file.
+#ifndef LMT_DXFHOST_DRAWING_H_
+#define LMT_DXFHOST_DRAWING_H_
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/status.h"
+#include "dxf/document.h"
+#include "host/call_gate.h"
+#include "host/host_kind.h"
+#include "host/object.h"
+#include "host/point.h"
+#include "host/user.h"
+#include "host/variant.h"
+
+namespace lmt::dxfhost {
+
+// Case-insensitive ordering for variable and set names.
+struct NoCaseLess {
+  using is_transparent = void;
+  bool operator()(std::string_view a, std::string_view b) const;
+};
+
+// One tab of the drawing as the file describes it.
+struct LayoutInfo {
+  uint64_t handle = 0;  // the LAYOUT object; 0 for R12's implied layouts
+  std::string name;
+  dxf::Block* block = nullptr;
+  int tab_order = 0;
+};
+
+// A named selection set's members (record ids, in selection order).
+struct SelectionData {
+  std::string name;
+  std::vector<dxf::RecordId> members;
+  bool deleted = false;
+};
+
+struct Drawing {
+  std::unique_ptr<dxf::Document> doc;
+  std::string path;  // full path; empty for a drawing never saved
+  std::shared_ptr<host::CallGate> gate;
+  host::User* user = nullptr;  // may be null: picks are then cancelled
+  host::HostKind kind = host::HostKind::kAutoCad;
+  bool closed = false;
+
+  // The active tab: its block (model space for the Model tab). The file's
+  // *Paper_Space layout is only the one it opens on; switching tabs is
+  // session state (see document.cc).
+  dxf::Block* active_block = nullptr;
+  // The last paper layout made active (what TILEMODE 0 returns to).
+  dxf::Block* last_paper_block = nullptr;
+  bool mspace = false;  // inside a paper viewport
+  dxf::RecordId active_pviewport = dxf::kNoRecord;
+  // The session UCS: a rotation about world Z through the origin (all the
+  // add-in makes: World, and View of a plan view).
+  double ucs_angle = 0;  // radians, UCS X axis from world X
+  bool ucs_world = true;
+  std::string ucs_name;
+  // Variables the drawing does not store.
+  std::map<std::string, host::Variant, NoCaseLess> session_vars;
+  // Annotation scale per entered viewport (by handle) until the engine can
+  // write the viewport's scale record.
+  std::map<uint64_t, std::string> viewport_anno_scales;
+  std::vector<std::shared_ptr<SelectionData>> selection_sets;
+  // External drawings read for xref extents, by full path (null: unreadable).
+  std::map<std::string, std::unique_ptr<dxf::Document>> xref_docs;
+
+  Status Live() const;
+  dxf::Entity entity(dxf::RecordId id) { return doc->entity(id); }
+
+  // Tabs in tab order, "Model" first.
+  std::vector<LayoutInfo> Layouts();
+  // The tab whose block is `block`; name empty when it is no layout block.
+  LayoutInfo LayoutOfBlock(const dxf::Block* block);
+  bool IsModel(const dxf::Block* block) const {
+    return block == doc->model_space();
+  }
+  // The block that holds entity `id` (its owner, else by the 67 flag).
+  dxf::Block* BlockOfEntity(dxf::RecordId id);
+  // "Model", a layout name, or "" for a block definition (code 410).
+  std::string SpaceName(const dxf::Block* block);
+
+  // The viewport the user works through: the entered paper viewport while
+  // MSpace is on, else nothing (tiled model space or paper space).
+  bool InViewport() const {
+    return !IsModel(active_block) && mspace &&
+           active_pviewport != dxf::kNoRecord;
+  }
+};
+
+// Display of the current view: the view target, its twist (radians) and the
+// view centre in display coordinates (DCS). See document_view.cc.
+struct ViewFrame {
+  host::Point target;
+  double twist = 0;
+  host::Point view_center;
+  host::Point direction{0, 0, 1};
+};
+
+// The model view shown in tiled model space (VPORT *Active).
+ViewFrame TiledView(Drawing& d);
+// The view of a paper viewport.
+ViewFrame ViewportView(Drawing& d, dxf::RecordId viewport);
+
+// The engine's outcome as an object-model Status.
+Status FromDxf(const dxf::Status& s);
+
+// Reads the drawing at `path` into a new Drawing (session state set from
+// its header).
+Result<std::shared_ptr<Drawing>> ReadDrawing(
+    const std::string& path, std::shared_ptr<host::CallGate> gate,
+    host::User* user, host::HostKind kind);
+
+// Rotation by `angle` radians about the origin (z kept).
+host::Point Rotate(const host::Point& p, double angle);
+
+}  // namespace lmt::dxfhost
+
+#endif  // LMT_DXFHOST_DRAWING_H_

@@ -1,0 +1,97 @@
+// Test helpers of the embedded host's tests: paths of the drawings, a
+// scratch folder, and an opened drawing with its scripted user.
+#ifndef LMT_DXFHOST_TEST_SUPPORT_H_
+#define LMT_DXFHOST_TEST_SUPPORT_H_
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <sstream>
+#include <string>
+
+#include "dxfhost/application.h"
+#include "host/object_model.h"
+#include "testing/scripted_user.h"
+
+namespace lmt::dxfhost::test {
+
+// The shared folder; a git worktree sits one level deeper than the main
+// checkout, so the configured ../shared may miss and the level above is
+// tried as well.
+inline std::string SharedDir() {
+  std::string dir = LMT_SHARED_DIR;
+  if (!std::filesystem::exists(dir + "/dxf-samples")) {
+    dir = (std::filesystem::path(dir).parent_path().parent_path() / "shared")
+              .string();
+  }
+  return dir;
+}
+inline std::string Sample(const std::string& name) {
+  return SharedDir() + "/dxf-samples/" + name;
+}
+inline std::string Testdata(const std::string& name) {
+  return std::string(LMT_TESTDATA_DIR) + "/" + name;
+}
+
+// An empty folder for this test's output.
+inline std::string ScratchDir() {
+  const ::testing::TestInfo* info =
+      ::testing::UnitTest::GetInstance()->current_test_info();
+  std::filesystem::path dir = std::filesystem::path(LMT_BINARY_DIR) /
+                              "dxfhost_scratch" / info->test_suite_name() /
+                              info->name();
+  std::filesystem::remove_all(dir);
+  std::filesystem::create_directories(dir);
+  return dir.string();
+}
+
+inline std::string ReadFile(const std::string& path) {
+  std::ifstream in(path, std::ios::binary);
+  std::stringstream s;
+  s << in.rdbuf();
+  return s.str();
+}
+
+// Runs the shared checker (ezdxf load and audit included); "" when clean,
+// else its report.
+inline std::string CheckDxf(const std::string& path) {
+  std::string report = path + ".check.txt";
+  std::string cmd = "/usr/bin/python3 " + SharedDir() +
+                    "/tools/check_dxf.py '" + path + "' > '" + report +
+                    "' 2>&1";
+  int rc = std::system(cmd.c_str());
+  std::string text = ReadFile(report);
+  return rc == 0 ? std::string() : text;
+}
+
+// One application of `kind` with one drawing open.
+struct Session {
+  explicit Session(const std::string& path,
+                   host::HostKind kind = host::HostKind::kAutoCad)
+      : app(DxfApplication::Create(kind, &user)) {
+    Result<host::DocumentsPtr> docs = app->Documents();
+    EXPECT_TRUE(docs.ok());
+    Result<host::DocumentPtr> opened = (*docs)->Open(path);
+    EXPECT_TRUE(opened.ok()) << opened.status().ToString();
+    if (opened.ok()) doc = *opened;
+  }
+
+  // The model-space entity with handle `handle`.
+  host::EntityPtr ByHandle(const std::string& handle) {
+    Result<host::ObjectPtr> o =
+        doc->ObjectIdToObject(std::stoll(handle, nullptr, 16));
+    EXPECT_TRUE(o.ok()) << handle;
+    return o.ok() ? host::As<host::Entity>(*o) : nullptr;
+  }
+
+  testing::ScriptedUser user;
+  std::shared_ptr<DxfApplication> app;
+  host::DocumentPtr doc;
+};
+
+}  // namespace lmt::dxfhost::test
+
+#endif  // LMT_DXFHOST_TEST_SUPPORT_H_
