@@ -36,7 +36,7 @@ class DxfBlock : public host::Block, public Holder {
  protected:
   Result<std::string> DoName() const override {
     if (Status s = d_->Live(); !s.ok()) return s;
-    return block_->name;
+    return d_->Decode(block_->name);
   }
   Result<bool> DoIsXRef() const override {
     if (Status s = d_->Live(); !s.ok()) return s;
@@ -83,9 +83,9 @@ class DxfBlock : public host::Block, public Holder {
     double height =
         dxf::ParseDouble(d_->doc->HeaderValue("$TEXTSIZE").value_or("2.5"))
             .value_or(2.5);
-    dxf::Entity e =
-        dxf::AddMText(*d_->doc, block_, dxf::Vec3{p.x, p.y, p.z}, height, text,
-                      dxf::EntityStyle{layer, 256}, width, 1, style);
+    dxf::Entity e = dxf::AddMText(
+        *d_->doc, block_, dxf::Vec3{p.x, p.y, p.z}, height, d_->Encode(text),
+        dxf::EntityStyle{layer, 256}, width, 1, style);
     if (!e.valid()) {
       return Status::NotSupported("this drawing's release has no MTEXT");
     }
@@ -133,7 +133,7 @@ class DxfBlock : public host::Block, public Holder {
     add(20, dxf::FormatDouble(p.y));
     add(30, dxf::FormatDouble(p.z));
     add(40, dxf::FormatDouble(height));
-    add(1, text);
+    add(1, d_->Encode(text));
     add(7, style);
     if (!r12) add(100, "AcDbText");
     dxf::Entity e = doc.AddEntity(block_, std::move(tags));
@@ -176,7 +176,7 @@ class DxfBlocks : public host::Blocks {
   }
   Result<host::BlockPtr> DoItemNamed(std::string_view name) const override {
     if (Status s = d_->Live(); !s.ok()) return s;
-    dxf::Block* b = d_->doc->FindBlock(name);
+    dxf::Block* b = d_->doc->FindBlock(d_->Encode(name));
     if (b == nullptr) {
       return Status::NotFound("block \"" + std::string(name) +
                               "\" does not exist");
@@ -318,7 +318,7 @@ class RecordBase : public Holder {
     return Status();
   }
   dxf::Entity E() const { return d_->entity(id_); }
-  std::string RecordName() const { return std::string(E().GetString(2)); }
+  std::string RecordName() const { return d_->Decode(E().GetString(2)); }
 
   std::shared_ptr<Drawing> d_;
   dxf::RecordId id_;
@@ -367,7 +367,7 @@ class DxfLayer : public host::Layer, public RecordBase {
     for (auto& block : d_->doc->blocks()) {
       for (dxf::RecordId id : block->entities) {
         dxf::Entity e = d_->entity(id);
-        if (!e.erased() && dxf::EqualsNoCase(e.layer(), name)) {
+        if (!e.erased() && dxf::EqualsNoCase(e.layer(), E().GetString(2))) {
           return Status::Refused("layer \"" + name + "\" is in use");
         }
       }
@@ -382,7 +382,7 @@ class DxfLayer : public host::Layer, public RecordBase {
  private:
   bool IsActive() const {
     return dxf::EqualsNoCase(d_->doc->HeaderValue("$CLAYER").value_or("0"),
-                             RecordName());
+                             E().GetString(2));
   }
   void SetFlag(int bit, bool on) {
     int64_t flags = E().GetInt(70, 0);
@@ -421,7 +421,7 @@ class DxfTextStyle : public host::TextStyle, public RecordBase {
     std::span<const dxf::Tag> xdata = E().XData("ACAD");
     for (const dxf::Tag& t : xdata) {
       if (t.code == 1000 && font.typeface.empty()) {
-        font.typeface = std::string(t.value());
+        font.typeface = d_->Decode(t.value());
       } else if (t.code == 1071) {
         int64_t f = dxf::ParseInt(t.value()).value_or(0);
         font.italic = (f & 0x1000000) != 0;
@@ -450,19 +450,20 @@ class DxfTextStyle : public host::TextStyle, public RecordBase {
                     (font.bold ? 0x2000000 : 0) | ((font.charset & 0xFF) << 8) |
                     (font.pitch_and_family & 0xFF);
     std::vector<dxf::Tag> tags = {
-        d_->doc->MakeTag(1001, "ACAD"), d_->doc->MakeTag(1000, font.typeface),
+        d_->doc->MakeTag(1001, "ACAD"),
+        d_->doc->MakeTag(1000, d_->Encode(font.typeface)),
         d_->doc->MakeTag(1071, dxf::FormatInt(flags))};
     e.InsertTags(static_cast<int>(e.tags().size()), tags);
-    if (!font.typeface.empty()) e.Set(3, font.typeface + ".ttf");
+    if (!font.typeface.empty()) e.Set(3, d_->Encode(font.typeface) + ".ttf");
     return Status();
   }
   Result<std::string> DoFontFile() const override {
     if (Status s = Live(); !s.ok()) return s;
-    return std::string(E().GetString(3));
+    return d_->Decode(E().GetString(3));
   }
   Status DoSetFontFile(std::string_view file) override {
     if (Status s = Live(); !s.ok()) return s;
-    E().Set(3, file);
+    E().Set(3, d_->Encode(file));
     return Status();
   }
 };
@@ -503,7 +504,7 @@ class TableCollection : public Base {
   }
   Result<ItemPtr> DoItemNamed(std::string_view name) const override {
     if (Status s = d_->Live(); !s.ok()) return s;
-    dxf::Entity e = d_->doc->FindTableEntry(table_, name);
+    dxf::Entity e = d_->doc->FindTableEntry(table_, d_->Encode(name));
     if (!e.valid() || e.erased()) {
       return Status::NotFound("\"" + std::string(name) + "\" is not in the " +
                               table_ + " table");
@@ -535,7 +536,7 @@ class DxfLayers : public TableCollection<host::Layers, host::LayerPtr> {
  protected:
   Result<host::LayerPtr> DoAdd(std::string_view name) override {
     if (Status s = d_->Live(); !s.ok()) return s;
-    dxf::Entity e = dxf::AddLayer(*d_->doc, name);
+    dxf::Entity e = dxf::AddLayer(*d_->doc, d_->Encode(name));
     if (!e.valid()) {
       return Status::InvalidArgument("\"" + std::string(name) +
                                      "\" is not a valid layer name");
@@ -560,7 +561,7 @@ class DxfTextStyles
  protected:
   Result<host::TextStylePtr> DoAdd(std::string_view name) override {
     if (Status s = d_->Live(); !s.ok()) return s;
-    dxf::Entity e = dxf::AddTextStyle(*d_->doc, name);
+    dxf::Entity e = dxf::AddTextStyle(*d_->doc, d_->Encode(name));
     if (!e.valid()) {
       return Status::InvalidArgument("\"" + std::string(name) +
                                      "\" is not a valid text style name");

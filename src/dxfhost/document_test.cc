@@ -37,6 +37,18 @@ TEST(ApplicationTest, PlaysTheChosenHostKind) {
   }
 }
 
+TEST(ApplicationTest, PreferencesOfTheSession) {
+  auto app = DxfApplication::Create(host::HostKind::kZwCad, nullptr);
+  host::PreferencesPtr prefs = *app->Preferences();
+  EXPECT_EQ(*prefs->SaveAsType() % 2, 1);  // a DXF type: the ".dxf" family
+  EXPECT_EQ(prefs->SetSaveAsType(64).code(), StatusCode::kNotSupported);
+  ASSERT_TRUE(prefs->SetSaveAsType(13).ok());
+  EXPECT_EQ(*prefs->SaveAsType(), 13);
+  ASSERT_TRUE(prefs->SetLayoutCreateViewport(false).ok());
+  EXPECT_FALSE(*prefs->LayoutCreateViewport());
+  EXPECT_EQ(app->ZoomExtents().code(), StatusCode::kNotFound);
+}
+
 TEST(ApplicationTest, DocumentsOpenAndClose) {
   auto app = DxfApplication::Create(host::HostKind::kAutoCad, nullptr);
   host::DocumentsPtr docs = *app->Documents();
@@ -371,6 +383,38 @@ TEST(FailingHostTest, RefusedCallsChangeNothing) {
   failing.Refuse("Document.*");
   EXPECT_EQ(s.doc->GetVariable("TILEMODE").status().code(),
             StatusCode::kRefused);
+}
+
+}  // namespace
+}  // namespace lmt::dxfhost
+
+namespace lmt::dxfhost {
+namespace {
+
+// A 2000 drawing keeps code-page bytes (here ANSI_1252, with \U+ escapes
+// for Cyrillic): names and texts travel as UTF-8 in
+// the object model and as the file's encoding in the file.
+TEST(DocumentTest, TextsOfCodePageDrawingsAreUtf8) {
+  std::string out = test::ScratchDir() + "/cyrillic.dxf";
+  {
+    test::Session s(test::Sample("s_AC1015.dxf"));
+    host::LayerPtr layer = *(*s.doc->Layers())->Add("Ränder");
+    EXPECT_EQ(*layer->Name(), "Ränder");
+    host::BlockPtr model = *s.doc->ModelSpace();
+    host::TextPtr text = *model->AddText("Лист №1", Point{0, 0, 0}, 2.5);
+    ASSERT_TRUE(text->SetLayer("Ränder").ok());
+    EXPECT_EQ(*text->Layer(), "Ränder");
+    ASSERT_TRUE(s.doc->SaveAs(out, 13).ok());
+  }
+  EXPECT_EQ(test::CheckDxf(out), "");
+  test::Session s(out);
+  EXPECT_TRUE((*s.doc->Layers())->Item("Ränder").ok());
+  host::SelectionSetPtr set = *(*s.doc->SelectionSets())->Add("t");
+  host::SelectionFilter f;
+  f.Add(8, std::string("Ränder"));
+  ASSERT_TRUE(set->Select(host::SelectMode::kAll, f).ok());
+  ASSERT_EQ(*set->Count(), 1);
+  EXPECT_EQ(*host::As<host::Text>(*set->Item(0))->TextString(), "Лист №1");
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include <cctype>
 #include <cmath>
 
+#include "dxf/encoding.h"
 #include "dxf/viewport.h"
 
 namespace lmt::dxfhost {
@@ -21,6 +22,14 @@ Status Drawing::Live() const {
     return Status::NotFound("the drawing was closed");
   }
   return Status();
+}
+
+std::string Drawing::Decode(std::string_view raw) const {
+  return dxf::DecodeText(raw, dxf::CodePageOf(*doc));
+}
+
+std::string Drawing::Encode(std::string_view utf8) const {
+  return dxf::EncodeText(utf8, dxf::CodePageOf(*doc));
 }
 
 std::vector<LayoutInfo> Drawing::Layouts() {
@@ -48,7 +57,7 @@ std::vector<LayoutInfo> Drawing::Layouts() {
     int record_at = layout.FindIn("AcDbLayout", 330);
     int tab_at = layout.FindIn("AcDbLayout", 71);
     if (name_at < 0 || record_at < 0) continue;
-    std::string name(layout.tags()[name_at].value());
+    std::string name = Decode(layout.tags()[name_at].value());
     std::optional<uint64_t> record =
         dxf::ParseHandle(layout.tags()[record_at].value());
     dxf::Block* block = record ? doc->BlockByRecord(*record) : nullptr;

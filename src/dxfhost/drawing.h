@@ -80,6 +80,11 @@ struct Drawing {
   std::map<std::string, std::unique_ptr<dxf::Document>> xref_docs;
 
   Status Live() const;
+
+  // File text <-> UTF-8 (the object model's text): drawings up to 2004
+  // hold code-page bytes, all hold \U+XXXX escapes.
+  std::string Decode(std::string_view raw) const;
+  std::string Encode(std::string_view utf8) const;
   dxf::Entity entity(dxf::RecordId id) { return doc->entity(id); }
 
   // Tabs in tab order, "Model" first.

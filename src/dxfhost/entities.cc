@@ -71,15 +71,16 @@ class EntityImpl : public Base, public RecordHolder {
   }
   Result<std::string> DoLayer() const override {
     if (Status s = Live(); !s.ok()) return s;
-    return std::string(E().layer());
+    return D().Decode(E().layer());
   }
   Status DoSetLayer(std::string_view layer) override {
     if (Status s = Live(); !s.ok()) return s;
-    if (!D().doc->FindTableEntry("LAYER", layer).valid()) {
+    std::string raw = D().Encode(layer);
+    if (!D().doc->FindTableEntry("LAYER", raw).valid()) {
       return Status::NotFound("layer \"" + std::string(layer) +
                               "\" does not exist");
     }
-    E().SetLayer(layer);
+    E().SetLayer(raw);
     return Status();
   }
   Result<int32_t> DoColor() const override {
@@ -96,15 +97,16 @@ class EntityImpl : public Base, public RecordHolder {
   }
   Result<std::string> DoLinetype() const override {
     if (Status s = Live(); !s.ok()) return s;
-    return std::string(E().linetype());
+    return D().Decode(E().linetype());
   }
   Status DoSetLinetype(std::string_view linetype) override {
     if (Status s = Live(); !s.ok()) return s;
-    if (!D().doc->FindTableEntry("LTYPE", linetype).valid()) {
+    std::string raw = D().Encode(linetype);
+    if (!D().doc->FindTableEntry("LTYPE", raw).valid()) {
       return Status::NotFound("linetype \"" + std::string(linetype) +
                               "\" is not loaded");
     }
-    E().SetLinetype(linetype);
+    E().SetLinetype(raw);
     return Status();
   }
   Result<int32_t> DoLineWeight() const override {
@@ -281,17 +283,17 @@ class DxfAttribute : public EntityImpl<host::Attribute> {
  protected:
   Result<std::string> DoTagString() const override {
     if (Status s = Live(); !s.ok()) return s;
-    return std::string(dxf::Attrib(E()).tag());
+    return D().Decode(dxf::Attrib(E()).tag());
   }
   Result<std::string> DoTextString() const override {
     if (Status s = Live(); !s.ok()) return s;
-    return dxf::Attrib(E()).value();
+    return D().Decode(dxf::Attrib(E()).value());
   }
   Status DoSetTextString(std::string_view text) override {
     if (Status s = Live(); !s.ok()) return s;
     // Also drops a pre-2018 multi-line attribute's stored MTEXT, which a
     // CAD program would otherwise restore over the new value.
-    dxf::SetAttribValue(*D().doc, E(), text);
+    dxf::SetAttribValue(*D().doc, E(), D().Encode(text));
     return Status();
   }
 };
@@ -304,11 +306,11 @@ class DxfBlockReference : public EntityImpl<host::BlockReference> {
   dxf::Insert I() const { return dxf::Insert(E()); }
   Result<std::string> DoName() const override {
     if (Status s = Live(); !s.ok()) return s;
-    return std::string(I().block_name());
+    return D().Decode(I().block_name());
   }
   Result<std::string> DoEffectiveName() const override {
     if (Status s = Live(); !s.ok()) return s;
-    return dxf::EffectiveBlockName(*D().doc, I());
+    return D().Decode(dxf::EffectiveBlockName(*D().doc, I()));
   }
   Result<double> DoRotation() const override {
     if (Status s = Live(); !s.ok()) return s;
@@ -364,11 +366,11 @@ class DxfText : public EntityImpl<host::Text> {
  protected:
   Result<std::string> DoTextString() const override {
     if (Status s = Live(); !s.ok()) return s;
-    return std::string(dxf::Text(E()).text());
+    return D().Decode(dxf::Text(E()).text());
   }
   Status DoSetTextString(std::string_view text) override {
     if (Status s = Live(); !s.ok()) return s;
-    dxf::Text(E()).SetText(text);
+    dxf::Text(E()).SetText(D().Encode(text));
     return Status();
   }
   Result<host::Point> DoInsertionPoint() const override {
@@ -393,15 +395,16 @@ class DxfText : public EntityImpl<host::Text> {
   }
   Result<std::string> DoStyleName() const override {
     if (Status s = Live(); !s.ok()) return s;
-    return std::string(dxf::Text(E()).style());
+    return D().Decode(dxf::Text(E()).style());
   }
   Status DoSetStyleName(std::string_view style) override {
     if (Status s = Live(); !s.ok()) return s;
-    if (!D().doc->FindTableEntry("STYLE", style).valid()) {
+    std::string raw = D().Encode(style);
+    if (!D().doc->FindTableEntry("STYLE", raw).valid()) {
       return Status::NotFound("text style \"" + std::string(style) +
                               "\" does not exist");
     }
-    E().Set(7, style);
+    E().Set(7, raw);
     return Status();
   }
 };
@@ -413,11 +416,11 @@ class DxfMText : public EntityImpl<host::MText> {
  protected:
   Result<std::string> DoTextString() const override {
     if (Status s = Live(); !s.ok()) return s;
-    return dxf::MText(E()).text();
+    return D().Decode(dxf::MText(E()).text());
   }
   Status DoSetTextString(std::string_view text) override {
     if (Status s = Live(); !s.ok()) return s;
-    dxf::MText(E()).SetText(text);
+    dxf::MText(E()).SetText(D().Encode(text));
     return Status();
   }
   Result<host::Point> DoInsertionPoint() const override {
@@ -442,15 +445,16 @@ class DxfMText : public EntityImpl<host::MText> {
   }
   Result<std::string> DoStyleName() const override {
     if (Status s = Live(); !s.ok()) return s;
-    return std::string(dxf::MText(E()).style());
+    return D().Decode(dxf::MText(E()).style());
   }
   Status DoSetStyleName(std::string_view style) override {
     if (Status s = Live(); !s.ok()) return s;
-    if (!D().doc->FindTableEntry("STYLE", style).valid()) {
+    std::string raw = D().Encode(style);
+    if (!D().doc->FindTableEntry("STYLE", raw).valid()) {
       return Status::NotFound("text style \"" + std::string(style) +
                               "\" does not exist");
     }
-    E().Set(7, style);
+    E().Set(7, raw);
     return Status();
   }
   Result<int32_t> DoAttachmentPoint() const override {
@@ -484,11 +488,11 @@ class DxfMLeader : public EntityImpl<host::MLeader> {
  protected:
   Result<std::string> DoTextString() const override {
     if (Status s = Live(); !s.ok()) return s;
-    return std::string(dxf::MLeader(E()).text());
+    return D().Decode(dxf::MLeader(E()).text());
   }
   Status DoSetTextString(std::string_view text) override {
     if (Status s = Live(); !s.ok()) return s;
-    if (!dxf::MLeader(E()).SetText(text)) {
+    if (!dxf::MLeader(E()).SetText(D().Encode(text))) {
       return Status::Refused("the multileader holds no text");
     }
     return Status();

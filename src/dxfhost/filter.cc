@@ -89,12 +89,15 @@ std::optional<std::string> EntityValue(const dxf::Entity& e, int code,
   return std::string(*v);
 }
 
-bool Test(const Node& n, const dxf::Entity& e, const std::string& space) {
+bool Test(const Node& n, const Drawing& d, const dxf::Entity& e,
+          const std::string& space) {
   if (n.op == "*") return true;
   std::optional<std::string> value = EntityValue(e, n.code, space);
   if (!value) return false;
   if (IsTextCode(n.code) && n.code != 62) {
-    bool match = WildcardMatch(*value, n.text);
+    // 410 is already the layout's decoded name.
+    bool match =
+        WildcardMatch(n.code == 410 ? *value : d.Decode(*value), n.text);
     if (n.op == "!=" || n.op == "/=" || n.op == "<>") return !match;
     return match;
   }
@@ -113,24 +116,26 @@ bool Test(const Node& n, const dxf::Entity& e, const std::string& space) {
   return false;
 }
 
-bool Eval(const Node& n, const dxf::Entity& e, const std::string& space) {
+bool Eval(const Node& n, const Drawing& d, const dxf::Entity& e,
+          const std::string& space) {
   switch (n.kind) {
     case Node::Kind::kTest:
-      return Test(n, e, space);
+      return Test(n, d, e, space);
     case Node::Kind::kAnd:
       for (const Node& c : n.children) {
-        if (!Eval(c, e, space)) return false;
+        if (!Eval(c, d, e, space)) return false;
       }
       return true;
     case Node::Kind::kOr:
       for (const Node& c : n.children) {
-        if (Eval(c, e, space)) return true;
+        if (Eval(c, d, e, space)) return true;
       }
       return false;
     case Node::Kind::kNot:
-      return !Eval(n.children[0], e, space);
+      return !Eval(n.children[0], d, e, space);
     case Node::Kind::kXor:
-      return Eval(n.children[0], e, space) != Eval(n.children[1], e, space);
+      return Eval(n.children[0], d, e, space) !=
+             Eval(n.children[1], d, e, space);
   }
   return false;
 }
@@ -214,9 +219,9 @@ Result<CompiledFilter> CompiledFilter::Compile(
   return out;
 }
 
-bool CompiledFilter::Matches(const dxf::Entity& e,
+bool CompiledFilter::Matches(const Drawing& d, const dxf::Entity& e,
                              const std::string& space) const {
-  return Eval(*root_, e, space);
+  return Eval(*root_, d, e, space);
 }
 
 }  // namespace lmt::dxfhost

@@ -18,6 +18,7 @@
 
 #include "core/status.h"
 #include "dxf/entity.h"
+#include "dxfhost/drawing.h"
 #include "host/selection_filter.h"
 
 namespace lmt::dxfhost {
@@ -29,7 +30,9 @@ class CompiledFilter {
   static Result<CompiledFilter> Compile(const host::SelectionFilter& filter);
 
   // `space` is the entity's layout name ("Model", a layout, "" in a block).
-  bool Matches(const dxf::Entity& e, const std::string& space) const;
+  // Text values compare as UTF-8, decoded from the file text of `d`.
+  bool Matches(const Drawing& d, const dxf::Entity& e,
+               const std::string& space) const;
 
   struct Node;
 

@@ -81,7 +81,7 @@ class DxfSelectionSet : public host::SelectionSet {
       for (const LayoutInfo& layout : d_->Layouts()) {
         for (dxf::RecordId id : layout.block->entities) {
           dxf::Entity e = d_->entity(id);
-          if (!e.erased() && f->Matches(e, layout.name)) Add(id);
+          if (!e.erased() && f->Matches(*d_, e, layout.name)) Add(id);
         }
       }
       return Status();
@@ -104,7 +104,7 @@ class DxfSelectionSet : public host::SelectionSet {
     double y0 = std::min(c1->y, c2->y), y1 = std::max(c1->y, c2->y);
     for (dxf::RecordId id : space->entities) {
       dxf::Entity e = d_->entity(id);
-      if (e.erased() || !f->Matches(e, space_name)) continue;
+      if (e.erased() || !f->Matches(*d_, e, space_name)) continue;
       std::optional<host::BoundingBox> box = EntityExtents(*d_, id);
       if (!box) continue;
       double ux0 = INFINITY, ux1 = -INFINITY, uy0 = INFINITY, uy1 = -INFINITY;
@@ -138,7 +138,7 @@ class DxfSelectionSet : public host::SelectionSet {
       dxf::Entity e = h ? d_->doc->FindByHandle(*h) : dxf::Entity();
       if (!e.valid() || e.erased()) continue;  // a pick of nothing
       dxf::Block* block = d_->BlockOfEntity(e.id());
-      if (f->Matches(e, d_->SpaceName(block))) Add(e.id());
+      if (f->Matches(*d_, e, d_->SpaceName(block))) Add(e.id());
     }
     return Status();
   }

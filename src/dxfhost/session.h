@@ -18,7 +18,9 @@ namespace lmt::dxfhost {
 // active tab ($TILEMODE), the UCS ($UCSNAME, $UCSXDIR).
 void InitSession(Drawing& d);
 
-// Makes `block` (model space or a layout's block) the active tab.
+// Makes `block` (model space or a layout's block) the active tab. A paper
+// layout also becomes the file's *Paper_Space (the one it opens on) and
+// $TILEMODE follows, so a saved drawing opens where the session was.
 Status ActivateBlock(Drawing& d, dxf::Block* block);
 
 // GetVariable / SetVariable (variables.cc).

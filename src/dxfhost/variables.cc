@@ -134,7 +134,7 @@ Result<host::Variant> ReadVariable(Drawing& d, std::string_view name) {
     return host::Variant(vport.valid() ? vport.GetDouble(40, 0) : 0.0);
   }
   if (Is(name, "VIEWTWIST")) return host::Variant(CurrentView(d).twist);
-  if (Is(name, "UCSNAME")) return host::Variant(d.ucs_name);
+  if (Is(name, "UCSNAME")) return host::Variant(d.Decode(d.ucs_name));
   if (Is(name, "WORLDUCS")) {
     return host::Variant(static_cast<int16_t>(d.ucs_world ? 1 : 0));
   }
@@ -151,12 +151,11 @@ Result<host::Variant> ReadVariable(Drawing& d, std::string_view name) {
     return host::Variant(std::string("1:1"));
   }
   if (Is(name, "CLAYER")) {
-    return host::Variant(
-        std::string(d.doc->HeaderValue("$CLAYER").value_or("0")));
+    return host::Variant(d.Decode(d.doc->HeaderValue("$CLAYER").value_or("0")));
   }
   if (Is(name, "TEXTSTYLE")) {
     return host::Variant(
-        std::string(d.doc->HeaderValue("$TEXTSTYLE").value_or("Standard")));
+        d.Decode(d.doc->HeaderValue("$TEXTSTYLE").value_or("Standard")));
   }
   if (Is(name, "DWGNAME") || Is(name, "DWGPREFIX")) {
     std::string path = d.path;
@@ -226,7 +225,8 @@ Status WriteVariable(Drawing& d, std::string_view name,
     Result<std::string> text = host::ToText(value);
     if (!text.ok()) return text.status();
     bool layer = Is(name, "CLAYER");
-    dxf::Entity rec = d.doc->FindTableEntry(layer ? "LAYER" : "STYLE", *text);
+    dxf::Entity rec =
+        d.doc->FindTableEntry(layer ? "LAYER" : "STYLE", d.Encode(*text));
     if (!rec.valid()) {
       return Status::InvalidArgument("\"" + *text + "\" does not exist");
     }
