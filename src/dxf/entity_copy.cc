@@ -1,9 +1,11 @@
 #include "dxf/entity_copy.h"
 
+#include <algorithm>
 #include <string>
 #include <unordered_map>
 #include <vector>
 
+#include "dxf/encoding.h"
 #include "dxf/viewport.h"
 #include "dxf/viewport_edit.h"
 
@@ -22,7 +24,12 @@ bool StartsWithNoCase(std::string_view s, std::string_view prefix) {
 
 class Copier {
  public:
-  Copier(Document& from, Document& to) : from_(from), to_(to) {}
+  Copier(Document& from, Document& to)
+      : from_(from),
+        to_(to),
+        from_cp_(CodePageOf(from)),
+        to_cp_(CodePageOf(to)),
+        reencode_(from_cp_ != to_cp_) {}
 
   std::vector<Entity> Run(std::span<const RecordId> ids, Block* target) {
     std::vector<Entity> out;
@@ -98,6 +105,15 @@ class Copier {
         }
       }
       if (skipping) continue;
+      if (reencode_ &&
+          TypeOfCode(static_cast<int>(tag.code)) == ValueType::kString &&
+          std::any_of(tag.value().begin(), tag.value().end(), [](char c) {
+            return static_cast<unsigned char>(c) >= 0x80;
+          })) {
+        out.push_back(to_.MakeTag(
+            tag.code, EncodeText(DecodeText(tag.value(), from_cp_), to_cp_)));
+        continue;
+      }
       out.push_back(to_.MakeTag(tag.code, tag.value()));
     }
     return out;
@@ -268,6 +284,10 @@ class Copier {
 
   Document& from_;
   Document& to_;
+  // Text moves between drawings of different encodings.
+  CodePage from_cp_;
+  CodePage to_cp_;
+  bool reencode_;
   std::unordered_map<uint64_t, uint64_t> handles_;
   std::vector<Entity> made_;
   std::vector<std::pair<Entity, std::string>> scales_;

@@ -1,10 +1,14 @@
 #include "dxfhost/collections.h"
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
 #include "dxf/builders.h"
+#include "dxf/layout_edit.h"
+#include "dxf/viewport_edit.h"
 #include "dxfhost/entities.h"
+#include "dxfhost/session.h"
 
 namespace lmt::dxfhost {
 namespace {
@@ -69,11 +73,45 @@ class DxfBlock : public host::Block, public Holder {
     for (dxf::RecordId id : Live()) out.push_back(MakeEntity(d_, id));
     return out;
   }
-  Result<host::PViewportPtr> DoAddPViewport(const host::Point&, double,
-                                            double) override {
-    return Status::NotSupported(
-        "Block.AddPViewport: the embedded drawing engine cannot create "
-        "viewports yet");
+  Result<host::PViewportPtr> DoAddPViewport(const host::Point& center,
+                                            double width,
+                                            double height) override {
+    if (Status s = d_->Live(); !s.ok()) return s;
+    if (d_->IsModel(block_) || d_->SpaceName(block_).empty()) {
+      return Status::InvalidArgument(
+          "viewports can only be added to a paper-space layout");
+    }
+    if (!(width > 0) || !(height > 0)) {
+      return Status::InvalidArgument(
+          "viewport width and height must be "
+          "positive");
+    }
+    // A new viewport takes the next free id and stacking number of its
+    // layout and shows model space 1:1 around the origin until the caller
+    // sets its view.
+    int id = 1, status = 0;
+    for (dxf::RecordId rid : block_->entities) {
+      dxf::Entity e = d_->entity(rid);
+      if (e.erased() || e.type() != "VIEWPORT") continue;
+      id = std::max(id, dxf::Viewport(e).id());
+      status = std::max(status, dxf::Viewport(e).status());
+    }
+    dxf::ViewportSpec spec;
+    spec.center = dxf::Vec3{center.x, center.y, center.z};
+    spec.width = width;
+    spec.height = height;
+    spec.view_height = height;
+    spec.id = id + 1;
+    spec.status = status + 1;
+    spec.layer = std::string(d_->doc->HeaderValue("$CLAYER").value_or("0"));
+    dxf::Viewport vp = dxf::AddViewport(*d_->doc, block_, spec);
+    if (!vp.valid()) {
+      return Status::NotSupported(
+          "this drawing's release has no viewports "
+          "of layouts");
+    }
+    // Viewport::id() is the viewport number (69); the record is Entity's.
+    return host::As<host::PViewport>(MakeEntity(d_, vp.Entity::id()));
   }
   Result<host::MTextPtr> DoAddMText(const host::Point& p, double width,
                                     std::string_view text) override {
@@ -206,21 +244,38 @@ class DxfLayout : public host::Layout, public Holder {
  protected:
   Result<std::string> DoName() const override {
     if (Status s = d_->Live(); !s.ok()) return s;
+    if (info_.handle != 0 && !Object().valid()) {
+      return Status::NotFound("the layout was deleted");
+    }
     return d_->SpaceName(info_.block);
   }
-  Status DoSetName(std::string_view) override {
-    return Status::NotSupported(
-        "Layout.SetName: renaming layouts needs layout editing in the "
-        "embedded drawing engine");
+  Status DoSetName(std::string_view name) override {
+    if (Status s = d_->Live(); !s.ok()) return s;
+    dxf::Entity layout = Object();
+    if (!layout.valid()) return Status::NotFound("the layout has no object");
+    dxf::Status s =
+        dxf::RenameLayout(*d_->doc, dxf::Layout(layout), d_->Encode(name));
+    if (!s.ok()) return Status::InvalidArgument(s.message());
+    return Status();
   }
   Result<host::BlockPtr> DoBlock() const override {
     if (Status s = d_->Live(); !s.ok()) return s;
     return MakeBlock(d_, info_.block);
   }
-  Status DoCopyFrom(const host::LayoutPtr&) override {
-    return Status::NotSupported(
-        "Layout.CopyFrom: copying page set-ups needs layout editing in the "
-        "embedded drawing engine");
+  Status DoCopyFrom(const host::LayoutPtr& from) override {
+    if (Status s = d_->Live(); !s.ok()) return s;
+    const auto* source = dynamic_cast<const DxfLayout*>(from.get());
+    if (source == nullptr) {
+      return Status::InvalidArgument("the layout is not from this host");
+    }
+    if (Status s = source->d_->Live(); !s.ok()) return s;
+    dxf::Entity settings = source->Object();
+    dxf::Entity layout = Object();
+    if (!settings.valid() || !layout.valid()) {
+      return Status::NotFound("the layout has no page setup");
+    }
+    dxf::CopyPageSetup(*d_->doc, settings, dxf::Layout(layout));
+    return Status();
   }
   Result<int32_t> DoPlotType() const override {
     if (Status s = d_->Live(); !s.ok()) return s;
@@ -246,9 +301,35 @@ class DxfLayout : public host::Layout, public Holder {
     return Status();
   }
   Status DoDelete() override {
-    return Status::NotSupported(
-        "Layout.Delete: deleting layouts needs layout editing in the "
-        "embedded drawing engine");
+    if (Status s = d_->Live(); !s.ok()) return s;
+    dxf::Entity layout = Object();
+    if (!layout.valid() || layout.erased()) {
+      return Status::NotFound("the layout was deleted");
+    }
+    dxf::Block* block = info_.block;
+    // Leave the layout first when the session is in it, as a CAD program
+    // does: the next layout in tab order takes its place.
+    if (d_->active_block == block || d_->last_paper_block == block) {
+      std::vector<LayoutInfo> all = d_->Layouts();  // Model first
+      size_t at = 0;
+      while (at < all.size() && all[at].block != block) ++at;
+      dxf::Block* next = nullptr;
+      if (at + 1 < all.size()) {
+        next = all[at + 1].block;
+      } else if (at >= 2 && at < all.size()) {
+        next = all[at - 1].block;
+      }
+      if (next == nullptr) {
+        return Status::Refused("the last paper layout cannot be deleted");
+      }
+      if (d_->active_block == block) {
+        if (Status s = ActivateBlock(*d_, next); !s.ok()) return s;
+      }
+      if (d_->last_paper_block == block) d_->last_paper_block = next;
+    }
+    dxf::Status s = dxf::DeleteLayout(*d_->doc, dxf::Layout(layout));
+    if (!s.ok()) return Status::Refused(s.message());
+    return Status();
   }
 
  private:
@@ -292,9 +373,13 @@ class DxfLayouts : public host::Layouts {
     }
     return out;
   }
-  Result<host::LayoutPtr> DoAdd(std::string_view) override {
-    return Status::NotSupported(
-        "Layouts.Add: the embedded drawing engine cannot create layouts yet");
+  Result<host::LayoutPtr> DoAdd(std::string_view name) override {
+    if (Status s = d_->Live(); !s.ok()) return s;
+    dxf::Layout layout{dxf::Entity()};
+    dxf::Status s = dxf::AddLayout(*d_->doc, d_->Encode(name), &layout);
+    if (!s.ok()) return Status::InvalidArgument(s.message());
+    return MakeLayout(d_,
+                      d_->LayoutOfBlock(dxf::LayoutBlock(*d_->doc, layout)));
   }
 
  private:

@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "dxf/entity_copy.h"
+#include "dxf/version.h"
 #include "dxfhost/collections.h"
 #include "dxfhost/entities.h"
 #include "dxfhost/selection.h"
@@ -59,10 +61,30 @@ class DatabaseImpl : public Base {
     return MakeLayouts(d_);
   }
   Result<std::vector<host::EntityPtr>> DoCopyObjects(
-      const std::vector<host::EntityPtr>&, const host::BlockPtr&) override {
-    return Status::NotSupported(
-        "Database.CopyObjects: deep copies between blocks need the embedded "
-        "drawing engine's copy support");
+      const std::vector<host::EntityPtr>& objects,
+      const host::BlockPtr& owner) override {
+    if (Status s = Live(); !s.ok()) return s;
+    dxf::Block* target = owner ? BlockOf(*owner, d_.get()) : nullptr;
+    if (target == nullptr) {
+      return Status::InvalidArgument(
+          "the owner block is not from this drawing");
+    }
+    std::vector<dxf::RecordId> ids;
+    for (const host::EntityPtr& e : objects) {
+      dxf::RecordId id = e ? RecordOf(*e, d_.get()) : dxf::kNoRecord;
+      if (id == dxf::kNoRecord || d_->entity(id).erased()) {
+        return Status::InvalidArgument(
+            "CopyObjects: an object is not a live entity of this drawing");
+      }
+      ids.push_back(id);
+    }
+    // A layout's own (id 1) viewport is not copied into another layout,
+    // which has its own; the result then has fewer items than the input.
+    std::vector<host::EntityPtr> out;
+    for (dxf::Entity e : dxf::CopyEntities(*d_->doc, ids, *d_->doc, target)) {
+      out.push_back(MakeEntity(d_, e.id()));
+    }
+    return out;
   }
   Result<host::ObjectPtr> DoObjectIdToObject(int64_t object_id) const override {
     if (Status s = Live(); !s.ok()) return s;
@@ -263,6 +285,10 @@ class DxfDocument : public DatabaseImpl<host::Document> {
     std::filesystem::path target{std::string(path)};
     if (target.empty()) return Status::InvalidArgument("no file name given");
     if (!target.has_extension()) target += ".dxf";
+    if (d_->doc->version() != *release) {
+      dxf::Status s = dxf::ConvertVersion(*d_->doc, *release);
+      if (!s.ok()) return Status::NotSupported(s.message());
+    }
     if (Status s = FromDxf(d_->doc->Save(target.string())); !s.ok()) return s;
     d_->path = std::filesystem::absolute(target).lexically_normal().string();
     return Status();
@@ -402,11 +428,16 @@ Result<std::string> ReleaseOfSaveType(int32_t save_type) {
     case 65:
     case 71:  // 2021 still writes the 2018 format
       return std::string("AC1032");
-    case 1:
+    case 1:  // R12 DXF
+      return Status::NotSupported("save type 1: " +
+                                  dxf::CheckTargetVersion("AC1009").message());
+    case 5:  // R13 DXF
+    case 9:  // R14 DXF
+      return Status::NotSupported("save type " + std::to_string(save_type) +
+                                  ": " +
+                                  dxf::CheckTargetVersion("AC1014").message());
     case 4:
-    case 5:
     case 8:
-    case 9:
     case 12:
     case 24:
     case 36:
@@ -416,7 +447,8 @@ Result<std::string> ReleaseOfSaveType(int32_t save_type) {
     case 70:
       return Status::NotSupported(
           "save type " + std::to_string(save_type) +
-          ": the embedded engine writes DXF 2000 and later only");
+          " is DWG, a closed binary format the embedded engine cannot "
+          "write; save as DXF 2000 or later (13, 25, 37, 49, 61, 65)");
     default:
       return Status::InvalidArgument("unknown save type " +
                                      std::to_string(save_type));

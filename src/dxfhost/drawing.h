@@ -72,9 +72,6 @@ struct Drawing {
   std::string ucs_name;
   // Variables the drawing does not store.
   std::map<std::string, host::Variant, NoCaseLess> session_vars;
-  // Annotation scale per entered viewport (by handle) until the engine can
-  // write the viewport's scale record.
-  std::map<uint64_t, std::string> viewport_anno_scales;
   std::vector<std::shared_ptr<SelectionData>> selection_sets;
   // External drawings read for xref extents, by full path (null: unreadable).
   std::map<std::string, std::unique_ptr<dxf::Document>> xref_docs;
