@@ -86,9 +86,9 @@ class DxfBlock : public host::Block, public Holder {
           "viewport width and height must be "
           "positive");
     }
-    // A new viewport takes the next free id and stacking number of its
-    // layout and shows model space 1:1 around the origin until the caller
-    // sets its view.
+    // A new viewport takes the next free id of its layout, starts switched
+    // off as in a CAD program (Display switches it on) and shows model
+    // space 1:1 around the origin until the caller sets its view.
     int id = 1, status = 0;
     for (dxf::RecordId rid : block_->entities) {
       dxf::Entity e = d_->entity(rid);
@@ -103,6 +103,7 @@ class DxfBlock : public host::Block, public Holder {
     spec.view_height = height;
     spec.id = id + 1;
     spec.status = status + 1;
+    spec.on = false;
     spec.layer = std::string(d_->doc->HeaderValue("$CLAYER").value_or("0"));
     dxf::Viewport vp = dxf::AddViewport(*d_->doc, block_, spec);
     if (!vp.valid()) {
@@ -375,8 +376,14 @@ class DxfLayouts : public host::Layouts {
   }
   Result<host::LayoutPtr> DoAdd(std::string_view name) override {
     if (Status s = d_->Live(); !s.ok()) return s;
+    std::string raw = d_->Encode(name);
+    if (dxf::IsValidName(*d_->doc, raw) &&
+        !dxf::IsFreeLayoutName(*d_->doc, raw)) {
+      return Status::Refused("layout \"" + std::string(name) +
+                             "\" already exists");
+    }
     dxf::Layout layout{dxf::Entity()};
-    dxf::Status s = dxf::AddLayout(*d_->doc, d_->Encode(name), &layout);
+    dxf::Status s = dxf::AddLayout(*d_->doc, raw, &layout);
     if (!s.ok()) return Status::InvalidArgument(s.message());
     return MakeLayout(d_,
                       d_->LayoutOfBlock(dxf::LayoutBlock(*d_->doc, layout)));

@@ -56,8 +56,10 @@ TEST(LayoutsTest, AddRenameDelete) {
   host::LayoutsPtr layouts = *s.doc->Layouts();
   host::LayoutPtr sheet = *layouts->Add("Лист 1");
   EXPECT_EQ(*sheet->Name(), "Лист 1");
-  EXPECT_EQ(layouts->Add("PATTERN").status().code(),
-            StatusCode::kInvalidArgument);
+  EXPECT_EQ(layouts->Add("PATTERN").status().code(), StatusCode::kRefused);
+  EXPECT_EQ(layouts->Add("Model").status().code(), StatusCode::kRefused);
+  EXPECT_EQ(layouts->Add("a|b").status().code(), StatusCode::kInvalidArgument);
+  EXPECT_EQ(*(*sheet->Block())->Count(), 1);  // its own viewport
   ASSERT_TRUE(sheet->SetName("Sheet 2").ok());
   EXPECT_EQ(Names(s.doc), (std::vector<std::string>{"Model", "Layout1",
                                                     "Pattern", "Sheet 2"}));
@@ -98,6 +100,7 @@ TEST(LayoutsTest, StandardViewportShowsExactlyItsFrame) {
   Result<host::PViewportPtr> added = paper->AddPViewport(c, w, h);
   ASSERT_TRUE(added.ok()) << added.status().ToString();
   host::PViewportPtr vp = *added;
+  EXPECT_FALSE(*vp->ViewportOn());  // until Display
   ASSERT_TRUE(vp->SetDirection(Point{0, 0, 1}).ok());
   ASSERT_TRUE(vp->SetStandardScale(host::kCustomScale).ok());
   ASSERT_TRUE(vp->SetCustomScale(scale).ok());
