@@ -33,7 +33,9 @@ void Renumber(const std::vector<Layout>& paper) {
 }
 
 std::string FreePaperBlockName(Document& doc) {
-  for (int n = 0;; ++n) {
+  // Numbers may have gaps; starting at the block count finds a free one at
+  // once in drawings with a thousand layouts.
+  for (size_t n = doc.blocks().size();; ++n) {
     std::string name = "*Paper_Space" + std::to_string(n);
     if (doc.FindBlock(name) == nullptr) return name;
   }
