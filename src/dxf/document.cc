@@ -372,6 +372,30 @@ void Document::SetHeader(std::string_view name, std::span<const Tag> values) {
   t.insert(t.end(), copy.begin(), copy.end());
 }
 
+bool Document::RemoveHeader(std::string_view name) {
+  if (header_ == kNoRecord || !HeaderValue(name)) return false;
+  std::vector<Tag>& t = db_.Detach(header_);
+  for (size_t i = 0; i < t.size(); ++i) {
+    if (t[i].code == 9 && t[i].value() == name) {
+      size_t j = i + 1;
+      while (j < t.size() && t[j].code != 9) ++j;
+      t.erase(t.begin() + i, t.begin() + j);
+      return true;
+    }
+  }
+  return false;
+}
+
+bool Document::DropRawSection(std::string_view name) {
+  auto raw = std::find_if(raw_sections_.begin(), raw_sections_.end(),
+                          [&](const RawSection& r) { return r.name == name; });
+  if (raw == raw_sections_.end()) return false;
+  raw_sections_.erase(raw);
+  std::erase_if(section_order_,
+                [&](const SectionRef& s) { return s.name == name; });
+  return true;
+}
+
 void Document::SetHeader(std::string_view name, int code,
                          std::string_view value) {
   Tag t = db_.MakeTag(code, value);
@@ -421,6 +445,29 @@ Entity Document::AddTableEntry(std::string_view table_name,
   if (!IsR12()) e.SetOwner(entity(t->head).handle());
   t->entries.push_back(id);
   return e;
+}
+
+Entity Document::EnsureClass(std::string_view dxf_name,
+                             std::string_view cpp_name, int proxy_flags,
+                             bool is_entity, std::string_view application) {
+  for (RecordId id : classes_) {
+    Entity c = entity(id);
+    if (!c.erased() && c.GetString(1) == dxf_name) return c;
+  }
+  if (IsR12() ||
+      std::none_of(section_order_.begin(), section_order_.end(),
+                   [](const auto& s) { return s.name == "CLASSES"; })) {
+    return Entity();
+  }
+  std::vector<Tag> t = {MakeTag(0, "CLASS"), MakeTag(1, dxf_name),
+                        MakeTag(2, cpp_name), MakeTag(3, application),
+                        MakeTag(90, FormatInt(proxy_flags))};
+  if (version() >= "AC1018") t.push_back(MakeTag(91, "0"));
+  t.push_back(MakeTag(280, "0"));
+  t.push_back(MakeTag(281, is_entity ? "1" : "0"));
+  RecordId id = db_.Create(std::move(t));
+  classes_.push_back(id);
+  return entity(id);
 }
 
 Block* Document::FindBlock(std::string_view name) {
@@ -518,6 +565,23 @@ bool Document::RenameBlock(Block* block, std::string_view name) {
   AssignBlockRoles();
   // A block made up for a file without one stays model space.
   if (model && model->begin == kNoRecord && model_ != model) model_ = model;
+  return true;
+}
+
+bool Document::RemoveBlock(Block* block) {
+  if (block == nullptr || block == model_ || block == paper_) return false;
+  std::vector<Entity> doomed;
+  for (RecordId id : block->entities) doomed.push_back(entity(id));
+  EraseAll(doomed);
+  for (RecordId id : {block->begin, block->end}) {
+    if (id != kNoRecord) db_.MarkErased(id);
+  }
+  if (Entity record = FindByHandle(block->record_handle); record.valid()) {
+    Erase(record);  // takes its extension dictionary (ACAD_SORTENTS, ...)
+    if (Table* t = table("BLOCK_RECORD")) std::erase(t->entries, record.id());
+  }
+  block_by_record_.erase(block->record_handle);
+  std::erase_if(blocks_, [&](const auto& b) { return b.get() == block; });
   return true;
 }
 

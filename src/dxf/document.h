@@ -99,6 +99,8 @@ class Document {
   // Replaces the variable's value tags, or appends the variable.
   void SetHeader(std::string_view name, std::span<const Tag> values);
   void SetHeader(std::string_view name, int code, std::string_view value);
+  // Removes the variable with its values; false when absent.
+  bool RemoveHeader(std::string_view name);
   // "AC1032"; "AC1009" when absent (R12 files may omit it).
   std::string_view version() const;
   bool IsR12() const { return version() <= "AC1009"; }
@@ -119,6 +121,12 @@ class Document {
   Entity FindTableEntry(std::string_view table, std::string_view name);
   std::vector<Table>& tables() { return tables_; }
   const std::vector<RecordId>& classes() const { return classes_; }
+  // The CLASS record whose DXF name (1) is `dxf_name`, added when absent
+  // (no 91 in 2000 files, which refuse it). Invalid for R12 or a drawing
+  // without a CLASSES section.
+  Entity EnsureClass(std::string_view dxf_name, std::string_view cpp_name,
+                     int proxy_flags, bool is_entity,
+                     std::string_view application = "ObjectDBX Classes");
   // Adds an entry at the end of `table`, with a new handle and owner.
   // `tags` start with `0 TYPE`; the handle and owner are inserted.
   Entity AddTableEntry(std::string_view table, std::vector<Tag> tags);
@@ -146,6 +154,13 @@ class Document {
   // False (nothing changed) when another block has the name.
   bool RenameBlock(Block* block, std::string_view name);
 
+  // Removes a block definition: its entities (as EraseAll), BLOCK, ENDBLK
+  // and BLOCK_RECORD with the record's extension dictionary. `block` is
+  // invalid afterwards. Model space and the active layout (*Paper_Space)
+  // are refused: false, nothing changed. References to the block (INSERTs,
+  // a LAYOUT's 330) are the caller's.
+  bool RemoveBlock(Block* block);
+
   // Appends a new entity to `block`: gives it a handle, sets its owner to
   // the block record (R2000+) and 67 for paper space. `tags` start with
   // `0 TYPE` and normally hold `100 AcDbEntity` and the layer.
@@ -156,6 +171,10 @@ class Document {
   void Erase(Entity e);
   // Erases all of them, compacting each block's list once.
   void EraseAll(std::span<const Entity> entities);
+
+  // Drops a section kept verbatim (ACDSDATA, THUMBNAILIMAGE, ...); false
+  // when there is none or it is one the Document understands.
+  bool DropRawSection(std::string_view name);
 
   // ---- objects ----
   const std::vector<RecordId>& objects() const { return objects_; }

@@ -25,6 +25,15 @@ bool HaveEzdxf();
 // ezdxf (HaveEzdxf) it returns "": the Linux run of the same test checks.
 std::string CheckWithEzdxf(const std::string& path);
 
+// CheckWithEzdxf that also fails on structural problems, ezdxf audit
+// errors or fixes, or a failed load (check_dxf.py itself always exits 0).
+// Returns "" when clean, else the checker's report.
+std::string CheckStrict(const std::string& path);
+
+// What ezdxf reads of the drawing's layouts, viewports and attributes, as
+// printed by testdata/dxf/ezdxf_layouts.py; "" when ezdxf fails.
+std::string EzdxfLayouts(const std::string& path);
+
 // The text of entity `handle` in `path` as ezdxf reads it (UTF-8, \U+XXXX
 // resolved); "" when ezdxf fails.
 std::string EzdxfText(const std::string& path, uint64_t handle);

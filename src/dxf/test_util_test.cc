@@ -94,4 +94,23 @@ std::string CheckWithEzdxf(const std::string& path) {
   return rc == 0 ? std::string() : out;
 }
 
+std::string CheckStrict(const std::string& path) {
+  int rc = 0;
+  std::string out = Run("/usr/bin/python3 '" + SharedDir() +
+                            "/tools/check_dxf.py' '" + path + "' 2>&1",
+                        &rc);
+  bool clean = rc == 0 &&
+               out.find(" 0 structural problem(s)") != std::string::npos &&
+               out.find("audit errors 0, fixes 0") != std::string::npos;
+  return clean ? std::string() : out;
+}
+
+std::string EzdxfLayouts(const std::string& path) {
+  int rc = 0;
+  std::string out = Run("/usr/bin/python3 '" + std::string(LMT_TESTDATA_DIR) +
+                            "/dxf/ezdxf_layouts.py' '" + path + "' 2>&1",
+                        &rc);
+  return rc == 0 ? out : std::string();
+}
+
 }  // namespace lmt::dxf::testing

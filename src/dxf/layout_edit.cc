@@ -1,0 +1,375 @@
+#include "dxf/layout_edit.h"
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "dxf/builders.h"
+#include "dxf/viewport_edit.h"
+
+namespace lmt::dxf {
+namespace {
+
+Entity LayoutDictionary(Document& doc) {
+  Entity root = doc.root_dictionary();
+  if (!root.valid()) return Entity();
+  return doc.FindByHandle(doc.DictionaryLookup(root, "ACAD_LAYOUT"));
+}
+
+std::vector<Layout> PaperLayouts(Document& doc) {
+  std::vector<Layout> out;
+  for (const Layout& l : Layouts(doc)) {
+    if (!l.is_model()) out.push_back(l);
+  }
+  return out;
+}
+
+void Renumber(const std::vector<Layout>& paper) {
+  for (size_t i = 0; i < paper.size(); ++i) {
+    Layout l = paper[i];
+    int at = l.FindIn("AcDbLayout", 71);
+    if (at >= 0) l.SetValueAt(at, FormatInt(static_cast<int64_t>(i) + 1));
+  }
+}
+
+std::string FreePaperBlockName(Document& doc) {
+  // Numbers may have gaps; starting at the block count finds a free one at
+  // once in drawings with a thousand layouts.
+  for (size_t n = doc.blocks().size();; ++n) {
+    std::string name = "*Paper_Space" + std::to_string(n);
+    if (doc.FindBlock(name) == nullptr) return name;
+  }
+}
+
+// Value of `code` inside the subclass, or `fallback`.
+double FieldDouble(const Entity& e, std::string_view subclass, int code,
+                   double fallback = 0) {
+  int i = e.FindIn(subclass, code);
+  return i >= 0 ? ParseDouble(e.tags()[i].value()).value_or(fallback)
+                : fallback;
+}
+
+void SetField(Entity e, std::string_view subclass, int code,
+              std::string_view value) {
+  int i = e.FindIn(subclass, code);
+  if (i >= 0) e.SetValueAt(i, value);
+}
+
+// Paper limits of a page setup (CAD programs' arithmetic): the paper in
+// layout units, rotated, shifted by the printable-area origin and the plot
+// offset.
+void PaperLimits(const Entity& layout, double* x0, double* y0, double* x1,
+                 double* y1) {
+  constexpr std::string_view kPs = "AcDbPlotSettings";
+  double u = layout.FindIn(kPs, 72) >= 0 && FieldDouble(layout, kPs, 72) == 0
+                 ? 25.4
+                 : 1.0;
+  double w = FieldDouble(layout, kPs, 44) / u;
+  double h = FieldDouble(layout, kPs, 45) / u;
+  int rotation = static_cast<int>(FieldDouble(layout, kPs, 73));
+  // Margins left, bottom, right, top on the unrotated sheet; the ones that
+  // end up at the lower left depend on the rotation.
+  static constexpr int kShiftCodes[4][2] = {
+      {40, 41}, {41, 40}, {42, 43}, {43, 42}};
+  const int* codes = kShiftCodes[rotation & 3];
+  if (rotation == 1 || rotation == 3) std::swap(w, h);
+  double sx =
+      (FieldDouble(layout, kPs, codes[0]) + FieldDouble(layout, kPs, 46)) / u;
+  double sy =
+      (FieldDouble(layout, kPs, codes[1]) + FieldDouble(layout, kPs, 47)) / u;
+  if (!(w > 0) || !(h > 0)) {
+    w = 297;
+    h = 210;
+  }
+  *x0 = -sx;
+  *y0 = -sy;
+  *x1 = w - sx;
+  *y1 = h - sy;
+}
+
+// A page setup for drawings without a paper layout to copy: no device, an
+// A4 sheet turned to landscape, millimetres, plotted 1:1.
+std::vector<Tag> DefaultPlotSettings(Document& doc) {
+  std::vector<Tag> t;
+  auto add = [&](int code, std::string_view v) {
+    t.push_back(doc.MakeTag(code, v));
+  };
+  add(1, "");
+  add(2, "none_device");
+  add(4, "ISO_A4_(210.00_x_297.00_MM)");
+  add(6, "");
+  for (int code : {40, 41, 42, 43}) add(code, "0.0");
+  add(44, "210.0");
+  add(45, "297.0");
+  for (int code : {46, 47, 48, 49, 140, 141}) add(code, "0.0");
+  add(142, "1.0");
+  add(143, "1.0");
+  add(70, "688");
+  add(72, "1");
+  add(73, "1");
+  add(74, "5");
+  add(7, "");
+  add(75, "16");
+  add(147, "1.0");
+  if (doc.version() >= "AC1018") {  // shade plot codes
+    add(76, "0");
+    add(77, "2");
+    add(78, "300");
+  }
+  add(148, "0.0");
+  add(149, "0.0");
+  return t;
+}
+
+// The AcDbPlotSettings codes of `from` as tags stored in `doc`.
+std::vector<Tag> PlotSettingsOf(Document& doc, const Entity& from) {
+  std::vector<Tag> out;
+  int m = from.FindSubclass("AcDbPlotSettings");
+  if (m < 0) return out;
+  int end = from.SubclassEnd(m);
+  bool old = doc.version() < "AC1018";
+  for (int i = m + 1; i < end; ++i) {
+    const Tag& tag = from.tags()[i];
+    if (old && (tag.code == 76 || tag.code == 77 || tag.code == 78)) continue;
+    if (doc.version() < "AC1015" && tag.code == 333) continue;
+    out.push_back(doc.MakeTag(tag.code, tag.value()));
+  }
+  return out;
+}
+
+void SetLimits(Layout layout) {
+  double x0, y0, x1, y1;
+  PaperLimits(layout, &x0, &y0, &x1, &y1);
+  SetField(layout, "AcDbLayout", 10, FormatDouble(x0));
+  SetField(layout, "AcDbLayout", 20, FormatDouble(y0));
+  SetField(layout, "AcDbLayout", 11, FormatDouble(x1));
+  SetField(layout, "AcDbLayout", 21, FormatDouble(y1));
+}
+
+}  // namespace
+
+Layout FindLayout(Document& doc, std::string_view name) {
+  for (const Layout& l : Layouts(doc)) {
+    if (EqualsNoCase(l.name(), name)) return l;
+  }
+  return Layout(Entity());
+}
+
+bool IsFreeLayoutName(Document& doc, std::string_view name) {
+  return IsValidName(doc, name) && !EqualsNoCase(name, "Model") &&
+         !FindLayout(doc, name).valid();
+}
+
+Status AddLayout(Document& doc, std::string_view name, Layout* out) {
+  if (doc.IsR12()) {
+    return Status::InvalidArgument(
+        "R12 drawings have a single paper space and no layouts");
+  }
+  if (!IsFreeLayoutName(doc, name)) {
+    return Status::InvalidArgument("\"" + std::string(name) +
+                                   "\" is not a free layout name");
+  }
+  Entity dict = LayoutDictionary(doc);
+  if (!dict.valid()) {
+    return Status::InvalidArgument("the drawing has no layout dictionary");
+  }
+  std::vector<Layout> paper = PaperLayouts(doc);
+  int tab = 0;
+  for (const Layout& l : Layouts(doc)) tab = std::max(tab, l.tab_order());
+  std::string block_name =
+      doc.paper_space() == nullptr ? "*Paper_Space" : FreePaperBlockName(doc);
+  Block* block = doc.AddBlock(block_name);
+  Entity record = doc.FindByHandle(block->record_handle);
+
+  std::vector<Tag> t = {doc.MakeTag(0, "LAYOUT"),
+                        doc.MakeTag(100, "AcDbPlotSettings")};
+  std::vector<Tag> plot = paper.empty() ? DefaultPlotSettings(doc)
+                                        : PlotSettingsOf(doc, paper.front());
+  t.insert(t.end(), plot.begin(), plot.end());
+  auto add = [&](int code, std::string_view v) {
+    t.push_back(doc.MakeTag(code, v));
+  };
+  add(100, "AcDbLayout");
+  add(1, name);
+  add(70, "1");
+  add(71, FormatInt(tab + 1));
+  for (int code : {10, 20, 11, 21, 12, 22, 32}) add(code, "0.0");
+  for (int code : {14, 24, 34}) add(code, "1e+20");
+  for (int code : {15, 25, 35}) add(code, "-1e+20");
+  add(146, "0.0");
+  for (int code : {13, 23, 33}) add(code, "0.0");
+  add(16, "1.0");
+  add(26, "0.0");
+  add(36, "0.0");
+  add(17, "0.0");
+  add(27, "1.0");
+  add(37, "0.0");
+  add(76, "0");
+  add(330, FormatHandle(block->record_handle));
+  add(331, "0");
+  Layout layout(doc.AddObject(std::move(t), dict.handle()));
+  layout.AddReactor(dict.handle());
+  SetLimits(layout);
+  if (record.valid()) record.Set(340, FormatHandle(layout.handle()));
+  doc.AddToDictionary(dict, name, layout.handle());
+
+  // The layout's view of its own paper, a little larger than the sheet.
+  double x0, y0, x1, y1;
+  PaperLimits(layout, &x0, &y0, &x1, &y1);
+  ViewportSpec main;
+  main.center = Vec3{(x0 + x1) / 2, (y0 + y1) / 2, 0};
+  main.width = (x1 - x0) * 1.1;
+  main.height = (y1 - y0) * 1.1;
+  main.view_center_x = main.center.x;
+  main.view_center_y = main.center.y;
+  main.view_height = main.height;
+  main.id = 1;
+  main.status = 1;
+  Viewport vp = AddViewport(doc, block, main);
+  SetField(layout, "AcDbLayout", 331, FormatHandle(vp.handle()));
+  if (out != nullptr) *out = layout;
+  return Status::Ok();
+}
+
+Status RenameLayout(Document& doc, Layout layout, std::string_view name) {
+  if (!layout.valid() || layout.is_model()) {
+    return Status::InvalidArgument("the Model layout cannot be renamed");
+  }
+  Layout same = FindLayout(doc, name);
+  if (!IsValidName(doc, name) || EqualsNoCase(name, "Model") ||
+      (same.valid() && !(same == layout))) {
+    return Status::InvalidArgument("\"" + std::string(name) +
+                                   "\" is not a free layout name");
+  }
+  Entity dict = LayoutDictionary(doc);
+  std::string old(layout.name());
+  if (dict.valid()) {
+    RemoveFromDictionary(dict, old);
+    doc.AddToDictionary(dict, name, layout.handle());
+  }
+  SetField(layout, "AcDbLayout", 1, name);
+  return Status::Ok();
+}
+
+Status DeleteLayout(Document& doc, Layout layout) {
+  if (!layout.valid() || layout.is_model()) {
+    return Status::InvalidArgument("the Model layout cannot be deleted");
+  }
+  std::vector<Layout> paper = PaperLayouts(doc);
+  if (paper.size() <= 1) {
+    return Status::InvalidArgument("the last paper layout cannot be deleted");
+  }
+  Block* block = LayoutBlock(doc, layout);
+  if (block != nullptr && block == doc.paper_space()) {
+    auto it = std::find(paper.begin(), paper.end(), layout);
+    Layout next = (it + 1 != paper.end()) ? *(it + 1) : paper.front();
+    if (next == layout) next = paper.back();
+    if (Status s = MakeLayoutActive(doc, next); !s.ok()) return s;
+  }
+  if (Entity dict = LayoutDictionary(doc); dict.valid()) {
+    RemoveFromDictionary(dict, layout.name());
+  }
+  if (block != nullptr) doc.RemoveBlock(block);
+  doc.Erase(layout);
+  std::erase(paper, layout);
+  Renumber(paper);
+  return Status::Ok();
+}
+
+Status MoveLayout(Document& doc, Layout layout, int position) {
+  if (!layout.valid() || layout.is_model()) {
+    return Status::InvalidArgument("the Model layout cannot be moved");
+  }
+  std::vector<Layout> paper = PaperLayouts(doc);
+  std::erase(paper, layout);
+  size_t at = static_cast<size_t>(
+      std::clamp(position - 1, 0, static_cast<int>(paper.size())));
+  paper.insert(paper.begin() + static_cast<std::ptrdiff_t>(at), layout);
+  Renumber(paper);
+  return Status::Ok();
+}
+
+Status MakeLayoutActive(Document& doc, Layout layout) {
+  if (!layout.valid() || layout.is_model()) {
+    return Status::InvalidArgument("only a paper layout can be made active");
+  }
+  Block* block = LayoutBlock(doc, layout);
+  if (block == nullptr) {
+    return Status::InvalidArgument("layout \"" + std::string(layout.name()) +
+                                   "\" has no block");
+  }
+  Block* current = doc.paper_space();
+  if (block != current) {
+    std::string old_name = block->name;
+    if (current != nullptr &&
+        !doc.RenameBlock(current, FreePaperBlockName(doc))) {
+      return Status::InvalidArgument("cannot rename the active layout's block");
+    }
+    if (!doc.RenameBlock(block, "*Paper_Space")) {
+      if (current != nullptr) doc.RenameBlock(current, "*Paper_Space");
+      return Status::InvalidArgument("cannot rename \"" + old_name + "\"");
+    }
+  }
+  doc.SetHeader("$TILEMODE", 70, "0");
+  auto point = [&](std::string_view var, int code, bool z) {
+    int i = layout.FindIn("AcDbLayout", code);
+    if (i < 0) return;
+    std::vector<Tag> v;
+    for (int k = 0; k < (z ? 3 : 2); ++k) {
+      int at = i + k;
+      if (at >= static_cast<int>(layout.tags().size()) ||
+          layout.tags()[at].code != static_cast<uint32_t>(code + 10 * k)) {
+        break;
+      }
+      v.push_back(doc.MakeTag(code + 10 * k, layout.tags()[at].value()));
+    }
+    doc.SetHeader(var, v);
+  };
+  point("$PINSBASE", 12, true);
+  point("$PEXTMIN", 14, true);
+  point("$PEXTMAX", 15, true);
+  point("$PLIMMIN", 10, false);
+  point("$PLIMMAX", 11, false);
+  return Status::Ok();
+}
+
+void CopyPageSetup(Document& doc, const Entity& from, Layout to) {
+  int m = to.FindSubclass("AcDbPlotSettings");
+  if (m < 0 || from.FindSubclass("AcDbPlotSettings") < 0) return;
+  int keep_model =
+      static_cast<int>(FieldDouble(to, "AcDbPlotSettings", 70)) & 1024;
+  std::vector<Tag> copy = PlotSettingsOf(doc, from);
+  to.EraseTags(m + 1, to.SubclassEnd(m));
+  to.InsertTags(m + 1, copy);
+  int flags = static_cast<int>(FieldDouble(to, "AcDbPlotSettings", 70));
+  SetField(to, "AcDbPlotSettings", 70, FormatInt((flags & ~1024) | keep_model));
+  SetLimits(to);
+}
+
+void EraseLayoutContents(Document& doc, const Layout& layout,
+                         bool keep_main_viewport) {
+  Block* block = LayoutBlock(doc, layout);
+  if (block == nullptr) return;
+  Entity main = keep_main_viewport ? MainViewport(doc, layout) : Entity();
+  std::vector<Entity> doomed;
+  for (RecordId id : block->entities) {
+    Entity e = doc.entity(id);
+    if (!e.erased() && !(main.valid() && e == main)) doomed.push_back(e);
+  }
+  doc.EraseAll(doomed);
+}
+
+Entity MainViewport(Document& doc, const Layout& layout) {
+  Block* block = LayoutBlock(doc, layout);
+  if (block == nullptr) return Entity();
+  Entity first;
+  for (RecordId id : block->entities) {
+    Entity e = doc.entity(id);
+    if (e.erased() || e.type() != "VIEWPORT") continue;
+    if (Viewport(e).id() == 1) return e;
+    if (!first.valid()) first = e;
+  }
+  return first;
+}
+
+}  // namespace lmt::dxf

@@ -1,0 +1,72 @@
+// Layout editing: create, rename, delete, reorder and activate paper-space
+// layouts, copy page setups, and clear a layout's contents.
+//
+// Every edit keeps the links CAD programs and their audits check: the
+// BLOCK_RECORD 340 <-> LAYOUT 330 pair, the ACAD_LAYOUT entry under the
+// layout's own name, the LAYOUT's owner and reactor (ACAD_LAYOUT), unique tab
+// orders 1..n, and a main (id 1) viewport in every layout. R2000 and later
+// only: R12 has one implied paper space, and these calls refuse it.
+#ifndef LMT_DXF_LAYOUT_EDIT_H_
+#define LMT_DXF_LAYOUT_EDIT_H_
+
+#include <string_view>
+
+#include "dxf/document.h"
+#include "dxf/objects.h"
+#include "dxf/status.h"
+
+namespace lmt::dxf {
+
+// The layout named `name` (case-insensitive; "Model" included), invalid
+// Entity inside when none.
+Layout FindLayout(Document& doc, std::string_view name);
+
+// True when `name` can name a new paper layout: a valid table name, not
+// "Model", not taken (case-insensitive).
+bool IsFreeLayoutName(Document& doc, std::string_view name);
+
+// Creates a paper layout at the end of the tab order: BLOCK_RECORD
+// *Paper_SpaceN (first free N), BLOCK/ENDBLK, the LAYOUT object (page setup
+// copied from the first existing paper layout, else none_device on an A4
+// landscape sheet), its ACAD_LAYOUT entry and its main viewport (id 1,
+// centred on the paper). InvalidArgument for a bad or taken name or an R12
+// drawing.
+Status AddLayout(Document& doc, std::string_view name, Layout* out);
+
+// Renames: LAYOUT code 1 and the ACAD_LAYOUT key. The block keeps its name.
+Status RenameLayout(Document& doc, Layout layout, std::string_view name);
+
+// Deletes a paper layout with its block, entities and everything they own,
+// then renumbers the remaining tab orders 1..n. The active layout hands
+// *Paper_Space to the next one in tab order first. "Model" and the last
+// paper layout are refused (InvalidArgument).
+Status DeleteLayout(Document& doc, Layout layout);
+
+// Moves a paper layout to tab position `position` (1 = first after Model,
+// clamped to 1..n) and renumbers all paper layouts 1..n.
+Status MoveLayout(Document& doc, Layout layout, int position);
+
+// Makes a paper layout the one the file opens on: its block becomes
+// *Paper_Space (entities move between BLOCKS and ENTITIES), the previous
+// one takes a free *Paper_SpaceN name, $TILEMODE becomes 0 and the paper
+// header variables ($PLIMMIN, $PLIMMAX, $PEXTMIN, $PEXTMAX, $PINSBASE) are
+// copied from the LAYOUT.
+Status MakeLayoutActive(Document& doc, Layout layout);
+
+// Copies the page setup (every AcDbPlotSettings code) of `from`, which may
+// live in another document, onto `to`, keeping `to`'s model-type flag
+// (1024), then recomputes `to`'s limits from the paper.
+void CopyPageSetup(Document& doc, const Entity& from, Layout to);
+
+// Erases every entity of the layout's block; the main (id 1) viewport stays
+// when `keep_main_viewport`.
+void EraseLayoutContents(Document& doc, const Layout& layout,
+                         bool keep_main_viewport);
+
+// The layout's main viewport: id 1, else its first VIEWPORT; invalid when
+// there is none.
+Entity MainViewport(Document& doc, const Layout& layout);
+
+}  // namespace lmt::dxf
+
+#endif  // LMT_DXF_LAYOUT_EDIT_H_
