@@ -72,81 +72,68 @@ constexpr auto kLispCaptions = JoinCaptions(
     }),
     kFilesAndSaving, kSaveVersion, kStartCancel);
 
+// Where the replace windows look: the tabs, then the blocks.
+constexpr auto kScope = std::to_array<CaptionEntry>({
+    {"OptionNameLayouts0", "All Tabs", "Все вкладки"},
+    {"OptionNameLayouts1", "Only in Model", "Только в Модели"},
+    {"OptionNameLayouts2", "Only in Layouts", "Только на Листах"},
+    {"OptionNameLayouts3", "Only in the tab:", "Только во вкладке:"},
+    {"OptionNameBlock0", "All blocks", "Все блоки"},
+    {"OptionNameBlock1", "Only in block:", "Только в блоке:"},
+});
+
+// The three numbered replacement groups of each replace window differ only
+// in their number.
+#define LMT_ATRIBUT_GROUP(n)                                             \
+  std::to_array<CaptionEntry>({                                          \
+      {"CheckAtribut" #n, "Replace", "Заменить"},                        \
+      {"TXTNameAtribut" #n, "Tag Attribute :", "Тег атрибута :"},        \
+      {"OptionValueAtribut" #n "0", "New value", "Новое значение"},      \
+      {"OptionValueAtribut" #n "1", "Replace part:", "Заменить часть:"}, \
+      {"OptionValueAtribut" #n "2", "Keep value", "Оставить значение"},  \
+      {"TXTZamNaAtribut" #n, "with", "на"},                              \
+      {"CheckPrefixAtribut" #n, "Prefix", "Префикс"},                    \
+      {"CheckSuffixAtribut" #n, "Suffix", "Суффикс"},                    \
+  })
+#define LMT_TEXT_GROUP(n)                                                     \
+  std::to_array<CaptionEntry>({                                               \
+      {"CheckTEXT" #n, "Replace", "Заменить"},                                \
+      {"TXTNameTEXT" #n, "Text :", "Текст :"},                                \
+      {"OptionValueTEXT" #n "0", "New value", "Новое значение"},              \
+      {"OptionValueTEXT" #n "1", "Replace part with:", "Заменить часть на:"}, \
+      {"OptionValueTEXT" #n "2", "Keep value", "Оставить значение"},          \
+      {"CheckPrefixTEXT" #n, "Prefix", "Префикс"},                            \
+      {"CheckSuffixTEXT" #n, "Suffix", "Суффикс"},                            \
+  })
+
 constexpr auto kAtributCaptions = JoinCaptions(
     std::to_array<CaptionEntry>({
         {"OknoFunctionReplaceAtribut", "Replace attributes in many files",
          "Замена атрибутов во многих файлах"},
-        {"OptionNameLayouts0", "All Tabs", "Все вкладки"},
-        {"OptionNameLayouts1", "Only in Model", "Только в Модели"},
-        {"OptionNameLayouts2", "Only in Layouts", "Только на Листах"},
-        {"OptionNameLayouts3", "Only in the tab:", "Только во вкладке:"},
-        {"OptionNameBlock0", "All blocks", "Все блоки"},
-        {"OptionNameBlock1", "Only in block:", "Только в блоке:"},
+    }),
+    kScope,
+    std::to_array<CaptionEntry>({
         {"CheckBlockVnutriBloka",
          "Process block inside block (it takes a lot of time)",
          "Обрабатывать блок внутри блока (занимает много времени)"},
-        {"CheckAtribut1", "Replace", "Заменить"},
-        {"TXTNameAtribut1", "Tag Attribute :", "Тег атрибута :"},
-        {"OptionValueAtribut10", "New value", "Новое значение"},
-        {"OptionValueAtribut11", "Replace part:", "Заменить часть:"},
-        {"OptionValueAtribut12", "Keep value", "Оставить значение"},
-        {"TXTZamNaAtribut1", "with", "на"},
-        {"CheckPrefixAtribut1", "Prefix", "Префикс"},
-        {"CheckSuffixAtribut1", "Suffix", "Суффикс"},
-        {"CheckAtribut2", "Replace", "Заменить"},
-        {"TXTNameAtribut2", "Tag Attribute :", "Тег атрибута :"},
-        {"OptionValueAtribut20", "New value", "Новое значение"},
-        {"OptionValueAtribut21", "Replace part:", "Заменить часть:"},
-        {"OptionValueAtribut22", "Keep value", "Оставить значение"},
-        {"TXTZamNaAtribut2", "with", "на"},
-        {"CheckPrefixAtribut2", "Prefix", "Префикс"},
-        {"CheckSuffixAtribut2", "Suffix", "Суффикс"},
-        {"CheckAtribut3", "Replace", "Заменить"},
-        {"TXTNameAtribut3", "Tag Attribute :", "Тег атрибута :"},
-        {"OptionValueAtribut30", "New value", "Новое значение"},
-        {"OptionValueAtribut31", "Replace part:", "Заменить часть:"},
-        {"OptionValueAtribut32", "Keep value", "Оставить значение"},
-        {"TXTZamNaAtribut3", "with", "на"},
-        {"CheckPrefixAtribut3", "Prefix", "Префикс"},
-        {"CheckSuffixAtribut3", "Suffix", "Суффикс"},
     }),
+    LMT_ATRIBUT_GROUP(1), LMT_ATRIBUT_GROUP(2), LMT_ATRIBUT_GROUP(3),
     kFilesAndSaving, kSaveAs, kStartCancel);
 
 constexpr auto kTextCaptions = JoinCaptions(
     std::to_array<CaptionEntry>({
         {"OknoFunctionReplaceText", "Replace text in many files",
          "Замена текста во многих файлах"},
-        {"OptionNameLayouts0", "All Tabs", "Все вкладки"},
-        {"OptionNameLayouts1", "Only in Model", "Только в Модели"},
-        {"OptionNameLayouts2", "Only in Layouts", "Только на Листах"},
-        {"OptionNameLayouts3", "Only in the tab:", "Только во вкладке:"},
-        {"OptionNameBlock0", "All blocks", "Все блоки"},
-        {"OptionNameBlock1", "Only in block:", "Только в блоке:"},
+    }),
+    kScope,
+    std::to_array<CaptionEntry>({
         {"CheckTEXT", "Replace text", "Заменять текст"},
         {"CheckBlock", "Replace text inside blocks",
          "Заменять текст внутри блоков"},
         {"CheckLeader", "Replace text in leaders", "Заменять текст в выносках"},
-        {"CheckTEXT1", "Replace", "Заменить"},
-        {"TXTNameTEXT1", "Text :", "Текст :"},
-        {"OptionValueTEXT10", "New value", "Новое значение"},
-        {"OptionValueTEXT11", "Replace part with:", "Заменить часть на:"},
-        {"OptionValueTEXT12", "Keep value", "Оставить значение"},
-        {"CheckPrefixTEXT1", "Prefix", "Префикс"},
-        {"CheckSuffixTEXT1", "Suffix", "Суффикс"},
-        {"CheckTEXT2", "Replace", "Заменить"},
-        {"TXTNameTEXT2", "Text :", "Текст :"},
-        {"OptionValueTEXT20", "New value", "Новое значение"},
-        {"OptionValueTEXT21", "Replace part with:", "Заменить часть на:"},
-        {"OptionValueTEXT22", "Keep value", "Оставить значение"},
-        {"CheckPrefixTEXT2", "Prefix", "Префикс"},
-        {"CheckSuffixTEXT2", "Suffix", "Суффикс"},
-        {"CheckTEXT3", "Replace", "Заменить"},
-        {"TXTNameTEXT3", "Text :", "Текст :"},
-        {"OptionValueTEXT30", "New value", "Новое значение"},
-        {"OptionValueTEXT31", "Replace part with:", "Заменить часть на:"},
-        {"OptionValueTEXT32", "Keep value", "Оставить значение"},
-        {"CheckPrefixTEXT3", "Prefix", "Префикс"},
-        {"CheckSuffixTEXT3", "Suffix", "Суффикс"},
+    }),
+    LMT_TEXT_GROUP(1), LMT_TEXT_GROUP(2), LMT_TEXT_GROUP(3),
+    std::to_array<CaptionEntry>({
         {"OptionTextOrList0", "Fields", "Поля"},
         {"OptionTextOrList1", "List", "Список"},
         {"OptionValueList0", "New value", "Новое значение"},
@@ -157,6 +144,9 @@ constexpr auto kTextCaptions = JoinCaptions(
         {"CommandVstavitSpisok", "Paste list", "Вставить список"},
     }),
     kFilesAndSaving, kSaveAs, kStartCancel);
+
+#undef LMT_ATRIBUT_GROUP
+#undef LMT_TEXT_GROUP
 
 constexpr auto kImportCaptions = JoinCaptions(
     std::to_array<CaptionEntry>({
