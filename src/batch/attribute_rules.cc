@@ -1,6 +1,6 @@
 #include "batch/attribute_rules.h"
 
-#include "batch/text_case.h"
+#include "core/text_case.h"
 
 namespace lmt::batch {
 
@@ -18,7 +18,7 @@ LayoutScope LayoutScopeFromIndex(int index) {
 }
 
 bool LayoutInScope(std::string_view layout_name, const ScopeOptions& scope) {
-  bool is_model = EqualsIgnoreCase(layout_name, kModelLayoutName);
+  bool is_model = core::EqualsIgnoreCase(layout_name, kModelLayoutName);
   switch (scope.layouts) {
     case LayoutScope::kAll:
       return true;
@@ -27,14 +27,14 @@ bool LayoutInScope(std::string_view layout_name, const ScopeOptions& scope) {
     case LayoutScope::kLayoutsOnly:
       return !is_model;
     case LayoutScope::kNamedTab:
-      return EqualsIgnoreCase(layout_name, scope.tab_name);
+      return core::EqualsIgnoreCase(layout_name, scope.tab_name);
   }
   return true;
 }
 
 bool BlockInScope(std::string_view effective_name, const ScopeOptions& scope) {
   return !scope.only_named_block ||
-         EqualsIgnoreCase(effective_name, scope.block_name);
+         core::EqualsIgnoreCase(effective_name, scope.block_name);
 }
 
 std::optional<std::string> RewriteAttribute(const AttributeGroups& groups,
@@ -42,18 +42,18 @@ std::optional<std::string> RewriteAttribute(const AttributeGroups& groups,
                                             std::string_view value) {
   std::optional<std::string> out;
   for (const AttributeGroup& group : groups) {
-    if (!group.enabled || !EqualsIgnoreCase(group.tag, tag)) continue;
+    if (!group.enabled || !core::EqualsIgnoreCase(group.tag, tag)) continue;
     out = ApplyValueRule(group.rule, out ? std::string_view(*out) : value);
   }
   return out;
 }
 
 bool ProcessedDefinitions::Contains(std::string_view name) const {
-  return names_.find(FoldText(name)) != names_.end();
+  return names_.find(core::FoldText(name)) != names_.end();
 }
 
 bool ProcessedDefinitions::Add(std::string_view name) {
-  return names_.insert(FoldText(name)).second;
+  return names_.insert(core::FoldText(name)).second;
 }
 
 }  // namespace lmt::batch

@@ -4,8 +4,8 @@
 #include <system_error>
 
 #include "batch/paths.h"
-#include "batch/text_case.h"
 #include "core/check.h"
+#include "core/text_case.h"
 
 namespace lmt::batch {
 namespace {
@@ -14,9 +14,9 @@ namespace fs = std::filesystem;
 
 bool HasExtension(const std::string& name,
                   std::span<const std::string_view> extensions) {
-  std::string folded = FoldText(name);
+  std::string folded = core::FoldText(name);
   for (std::string_view ext : extensions) {
-    std::string want = FoldText(ext);
+    std::string want = core::FoldText(ext);
     if (folded.size() >= want.size() &&
         folded.compare(folded.size() - want.size(), want.size(), want) == 0) {
       return true;
@@ -31,8 +31,8 @@ struct Listed {
 };
 
 bool NameOrder(const Listed& a, const Listed& b) {
-  std::string fa = FoldText(a.name);
-  std::string fb = FoldText(b.name);
+  std::string fa = core::FoldText(a.name);
+  std::string fb = core::FoldText(b.name);
   if (fa != fb) return fa < fb;
   return a.name < b.name;
 }

@@ -5,13 +5,15 @@
 
 #include "batch/batch_messages.h"
 #include "batch/paths.h"
-#include "batch/text_case.h"
 #include "core/numbers.h"
+#include "core/text_case.h"
 
 namespace lmt::batch {
 namespace {
 
-bool IsPdf(std::string_view format) { return EqualsIgnoreCase(format, ".pdf"); }
+bool IsPdf(std::string_view format) {
+  return core::EqualsIgnoreCase(format, ".pdf");
+}
 
 int PagesOf(const std::string& path) {
   std::ifstream in(PathFromUtf8(path), std::ios::binary);

@@ -3,7 +3,7 @@
 #include <system_error>
 
 #include "batch/paths.h"
-#include "batch/text_case.h"
+#include "core/text_case.h"
 
 namespace lmt::batch {
 namespace {
@@ -38,7 +38,7 @@ Result<SaveTargetPlan> PlanSaveTarget(
       if (!exists(folder)) plan.folder_to_create = folder;
     }
   }
-  std::string stem = DropLastCodePoints(name, 4);
+  std::string stem = core::DropLastCodePoints(name, 4);
   std::string candidate = stem;
   for (int k = 1;; ++k) {
     fs::path taken =

@@ -3,8 +3,8 @@
 #include <array>
 #include <charconv>
 
-#include "batch/text_case.h"
 #include "core/check.h"
+#include "core/text_case.h"
 
 namespace lmt::batch {
 namespace {
@@ -76,11 +76,11 @@ std::string SaveAsExtension(int index, std::string_view source_name) {
   if (index == 2) return "dxf";
   std::size_t dot = source_name.rfind('.');
   if (dot == std::string_view::npos) return std::string();
-  return FoldText(source_name.substr(dot + 1));
+  return core::FoldText(source_name.substr(dot + 1));
 }
 
 bool IsDxfPath(std::string_view path) {
-  return FindIgnoreCase(path, ".dxf") != std::string_view::npos;
+  return core::FindIgnoreCase(path, ".dxf") != std::string_view::npos;
 }
 
 }  // namespace lmt::batch

@@ -14,6 +14,7 @@
 #include "core/windows.h"
 #include "dxfhost/application.h"
 #include "host/session.h"
+#include "testing/dxf_check.h"
 #include "testing/fake_runtime.h"
 #include "testing/scripted_user.h"
 #include "testing/temp_dir.h"
@@ -60,6 +61,7 @@ class SessionRunTest : public ::testing::TestWithParam<host::HostKind> {
 };
 
 TEST_P(SessionRunTest, ReplaceAttributesReadsTheWindow) {
+  LMT_SKIP_WITHOUT_EZDXF();
   core::OknoFunctionReplaceAtribut& w = windows_.okno_function_replace_atribut;
   w.files = {{"a.dxf", PathToUtf8(dir_ / "a.dxf")}, {"", "ignored.dxf"}};
   w.option_name_layouts.Select(2);  // layouts only

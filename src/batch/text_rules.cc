@@ -1,7 +1,7 @@
 #include "batch/text_rules.h"
 
 #include "batch/batch_messages.h"
-#include "batch/text_case.h"
+#include "core/text_case.h"
 
 namespace lmt::batch {
 namespace {
@@ -33,12 +33,13 @@ std::string ApplyList(const TextOptions& options, TextFormat format,
   for (const ReplacementPair& pair : options.list) {
     if (pair.find.empty()) continue;
     if (options.list_match == ListMatch::kWholeText) {
-      if (EqualsIgnoreCase(plain, pair.find)) {
+      if (core::EqualsIgnoreCase(plain, pair.find)) {
         out = EscapeContent(pair.replace, format);
         matched = true;
         break;
       }
-    } else if (FindIgnoreCase(plain, pair.find) != std::string_view::npos) {
+    } else if (core::FindIgnoreCase(plain, pair.find) !=
+               std::string_view::npos) {
       matched = true;
       break;
     }
@@ -87,7 +88,7 @@ std::optional<std::string> RewriteText(const TextOptions& options,
   } else {
     for (const TextGroup& group : options.groups) {
       if (!group.enabled || group.find.empty()) continue;
-      if (FindIgnoreCase(PlainContent(out, format), group.find) ==
+      if (core::FindIgnoreCase(PlainContent(out, format), group.find) ==
           std::string_view::npos) {
         continue;
       }

@@ -3,7 +3,7 @@
 #include <charconv>
 #include <vector>
 
-#include "batch/text_case.h"
+#include "core/text_case.h"
 
 namespace lmt::batch {
 namespace {
@@ -33,11 +33,11 @@ char32_t Key(std::string_view content, const Piece& p) {
   if (p.value == 0xFFFD && p.size == 1) {
     return 0x110000 + static_cast<unsigned char>(content[p.offset]);
   }
-  return FoldCase(p.value);
+  return core::FoldCase(p.value);
 }
 
 std::vector<Piece> Split(std::string_view s, TextFormat format) {
-  std::vector<CodePoint> cps = DecodeUtf8(s);
+  std::vector<core::CodePoint> cps = core::DecodeUtf8(s);
   std::vector<Piece> pieces;
   pieces.reserve(cps.size());
   std::size_t i = 0;  // index into cps
@@ -45,7 +45,7 @@ std::vector<Piece> Split(std::string_view s, TextFormat format) {
     return cp_index < cps.size() ? cps[cp_index].offset : s.size();
   };
   while (i < cps.size()) {
-    const CodePoint& cp = cps[i];
+    const core::CodePoint& cp = cps[i];
     if (format == TextFormat::kPlain) {
       pieces.push_back({false, cp.value, cp.offset, cp.size});
       ++i;
@@ -101,7 +101,7 @@ std::string ReplaceInContent(std::string_view content, TextFormat format,
   for (const ReplacementPair& pair : pairs) {
     std::vector<char32_t> keys;
     std::string_view find = pair.find;
-    for (const CodePoint& cp : DecodeUtf8(find)) {
+    for (const core::CodePoint& cp : core::DecodeUtf8(find)) {
       keys.push_back(Key(find, {false, cp.value, cp.offset, cp.size}));
     }
     finds.push_back(std::move(keys));
@@ -145,7 +145,7 @@ std::string PlainContent(std::string_view content, TextFormat format) {
       if (p.value == 0xFFFD && p.size == 1) {
         out.push_back(content[p.offset]);
       } else {
-        AppendUtf8(p.value, out);
+        core::AppendUtf8(p.value, out);
       }
     } else if (p.value == 'P') {
       out.push_back('\n');

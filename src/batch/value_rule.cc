@@ -1,6 +1,6 @@
 #include "batch/value_rule.h"
 
-#include "batch/text_case.h"
+#include "core/text_case.h"
 
 namespace lmt::batch {
 
@@ -22,7 +22,7 @@ std::string ApplyValueRule(const ValueRule& rule, std::string_view value) {
       out = rule.new_value;
       break;
     case ValueMode::kReplace:
-      out = ReplaceIgnoreCase(value, rule.search, rule.replacement);
+      out = core::ReplaceIgnoreCase(value, rule.search, rule.replacement);
       break;
     case ValueMode::kKeep:
       out = std::string(value);

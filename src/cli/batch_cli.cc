@@ -6,6 +6,7 @@
 #include "batch/paths.h"
 #include "cli/cli_options.h"
 #include "dxfhost/application.h"
+#include "host/connection.h"
 #include "host/host_kind.h"
 
 namespace lmt::cli {
@@ -68,6 +69,29 @@ int ReportBatch(const batch::BatchReport& report, std::ostream& out,
     err << message << "\n";
   }
   return report.failures.empty() ? kExitOk : kExitFileError;
+}
+
+int RunReplaceCommand(CommandContext& context, std::string_view command,
+                      std::vector<core::BatchFile>& files,
+                      const std::string& caption, const ReplaceFiles& run) {
+  if (context.options.args.empty()) {
+    context.err << "layomat: " << command << " needs at least one FILE\n";
+    return kExitUsage;
+  }
+  core::Windows& windows = context.addin.windows();
+  files = FileRows(context.options.args);
+  BatchCliUser user(context.options, context.err,
+                    context.addin.globals().product_name, StderrIsTerminal());
+  std::shared_ptr<host::Application> app = EmbeddedHost(windows, user);
+  Result<host::DbxDocumentPtr> dbx = host::CreateDbxDocument(*app);
+  if (!dbx.ok()) {
+    context.err << "layomat: " << dbx.status().message() << "\n";
+    return kExitRefused;
+  }
+  batch::BatchUi ui(user, context.addin.globals().messages,
+                    context.addin.globals().product_name, caption);
+  ui.running = true;
+  return ReportBatch(run(**dbx, ui), context.out, context.err);
 }
 
 }  // namespace lmt::cli

@@ -4,6 +4,7 @@
 #ifndef LMT_CLI_BATCH_CLI_H_
 #define LMT_CLI_BATCH_CLI_H_
 
+#include <functional>
 #include <memory>
 #include <ostream>
 #include <string>
@@ -12,9 +13,11 @@
 #include "batch/batch_run.h"
 #include "cli/cli_options.h"
 #include "cli/cli_user.h"
+#include "cli/registry.h"
 #include "core/batch_windows.h"
 #include "core/windows.h"
 #include "host/application.h"
+#include "host/document.h"
 #include "host/user.h"
 
 namespace lmt::cli {
@@ -43,6 +46,19 @@ std::shared_ptr<host::Application> EmbeddedHost(core::Windows& windows,
 // kExitFileError when any file failed, else kExitOk.
 int ReportBatch(const batch::BatchReport& report, std::ostream& out,
                 std::ostream& err);
+
+// What a replace command runs on the database document, with the batch
+// window's messages and caption.
+using ReplaceFiles =
+    std::function<batch::BatchReport(host::DbxDocument&, batch::BatchUi&)>;
+
+// The body of the replace commands: at least one FILE (else kExitUsage with
+// "layomat: COMMAND needs at least one FILE"), the arguments into the
+// window's file table `files`, `run` on a database document of the embedded
+// host (kExitRefused when none can be made), the report printed.
+int RunReplaceCommand(CommandContext& context, std::string_view command,
+                      std::vector<core::BatchFile>& files,
+                      const std::string& caption, const ReplaceFiles& run);
 
 }  // namespace lmt::cli
 

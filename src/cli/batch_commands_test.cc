@@ -12,7 +12,7 @@
 #include <fstream>
 #include <string>
 
-#include "core/scoped_temp_dir.h"
+#include "testing/temp_dir.h"
 
 namespace lmt::cli {
 namespace {
@@ -24,7 +24,7 @@ struct Outcome {
   std::string output;  // stdout and stderr together
 };
 
-Outcome Layomat(const std::string& args, const core::ScopedTempDir& home) {
+Outcome Layomat(const std::string& args, const testing::TempDir& home) {
   const std::string command =
       "cd '" + home.path().string() + "' && XDG_CONFIG_HOME='" +
       home.path().string() + "' '" LMT_BINARY_DIR "/layomat' " + args + " 2>&1";
@@ -57,7 +57,7 @@ void CopyDrawing(const char* source, const fs::path& target) {
 }
 
 TEST(BatchCommandsTest, ReplaceAttributesIntoNewFolderWithABadFile) {
-  core::ScopedTempDir home;
+  testing::TempDir home;
   CopyDrawing("attributes.dxf", home / "a.dxf");
   std::ofstream(home / "bad.dxf") << "junk";
   CopyDrawing("attributes.dxf", home / "c.dxf");
@@ -84,7 +84,7 @@ TEST(BatchCommandsTest, ReplaceAttributesIntoNewFolderWithABadFile) {
 }
 
 TEST(BatchCommandsTest, ReplaceTextOverTheSourceExitsZero) {
-  core::ScopedTempDir home;
+  testing::TempDir home;
   CopyDrawing("texts.dxf", home / "t.dxf");
   Outcome run = Layomat(
       "replace-text t.dxf"
@@ -103,7 +103,7 @@ TEST(BatchCommandsTest, ReplaceTextOverTheSourceExitsZero) {
 }
 
 TEST(BatchCommandsTest, RunScriptRefusesWhatTheEmbeddedHostDoesNotKnow) {
-  core::ScopedTempDir home;
+  testing::TempDir home;
   CopyDrawing("attributes.dxf", home / "a.dxf");
   std::ofstream(home / "s.scr") << "_PURGE _ALL";
   Outcome run = Layomat(

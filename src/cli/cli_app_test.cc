@@ -7,7 +7,7 @@
 #include "cli/registry.h"
 #include "core/file_util.h"
 #include "core/ini_unicode.h"
-#include "core/scoped_temp_dir.h"
+#include "testing/temp_dir.h"
 
 namespace lmt::cli {
 namespace {
@@ -55,7 +55,7 @@ class CliAppTest : public ::testing::Test {
     return RunLayomat(args, out_, err_, env_);
   }
 
-  core::ScopedTempDir dir_;
+  testing::TempDir dir_;
   CliEnvironment env_;
   std::ostringstream out_;
   std::ostringstream err_;

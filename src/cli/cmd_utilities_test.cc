@@ -15,21 +15,16 @@
 #include <vector>
 
 #include "cli/drawing_output.h"
-#include "core/scoped_temp_dir.h"
+#include "testing/dxf_check.h"
+#include "testing/temp_dir.h"
 
 namespace lmt::cli {
 namespace {
 
 namespace fs = std::filesystem;
 
-std::string SharedDir() {
-  // A git worktree sits one level deeper than the main checkout.
-  std::string dir = LMT_SHARED_DIR;
-  if (!fs::exists(dir + "/dxf-samples")) {
-    dir = (fs::path(dir).parent_path().parent_path() / "shared").string();
-  }
-  return dir;
-}
+using testing::SharedDir;
+
 const std::string kTestdata = std::string(LMT_TESTDATA_DIR) + "/utilities/";
 
 struct Ran {
@@ -85,7 +80,7 @@ class UtilityCommandsTest : public ::testing::Test {
     EXPECT_EQ(names, expected);
   }
 
-  core::ScopedTempDir dir_;
+  testing::TempDir dir_;
 };
 
 TEST_F(UtilityCommandsTest, ViewportsOffWritesOutAndLeavesTheSourceAlone) {
@@ -97,6 +92,8 @@ TEST_F(UtilityCommandsTest, ViewportsOffWritesOutAndLeavesTheSourceAlone) {
   std::string out = Describe("out.dxf");
   EXPECT_NE(out.find("vp 9C A3 4 off"), std::string::npos) << out;
   EXPECT_NE(out.find("vp 9B A3 1 on"), std::string::npos) << out;
+  // sheets.dxf itself is clean, so no problem is allowed.
+  EXPECT_EQ(testing::DxfProblems((dir_ / "out.dxf").string()), "");
   ExpectFiles({"out.dxf", "sheets.dxf"});
 }
 
@@ -118,6 +115,7 @@ TEST_F(UtilityCommandsTest, DeleteOutsideGoesToThePickedViewportsLayout) {
     if (line.rfind("msp ", 0) == 0) model += line.substr(4, 2) + " ";
   }
   EXPECT_EQ(model, "8A 8B 8E 8F ");
+  EXPECT_EQ(testing::DxfProblems((dir_ / "out.dxf").string()), "");
   EXPECT_NE(out.find("psp A3 9D LINE"), std::string::npos);
 }
 

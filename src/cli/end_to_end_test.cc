@@ -10,7 +10,7 @@
 
 #include "core/file_util.h"
 #include "core/ini_unicode.h"
-#include "core/scoped_temp_dir.h"
+#include "testing/temp_dir.h"
 
 namespace lmt::cli {
 namespace {
@@ -20,7 +20,7 @@ struct Outcome {
   std::string output;  // stdout and stderr together
 };
 
-Outcome Layomat(const std::string& args, const core::ScopedTempDir& home) {
+Outcome Layomat(const std::string& args, const testing::TempDir& home) {
   const std::string command = "XDG_CONFIG_HOME='" + home.path().string() +
                               "' '" LMT_BINARY_DIR "/layomat' " + args +
                               " 2>&1";
@@ -36,7 +36,7 @@ Outcome Layomat(const std::string& args, const core::ScopedTempDir& home) {
 }
 
 TEST(EndToEndTest, VersionAndHelp) {
-  core::ScopedTempDir home;
+  testing::TempDir home;
   EXPECT_EQ(Layomat("--version", home).output, "layomat 1.9.2\n");
   Outcome help = Layomat("--help", home);
   EXPECT_EQ(help.status, 0);
@@ -44,7 +44,7 @@ TEST(EndToEndTest, VersionAndHelp) {
 }
 
 TEST(EndToEndTest, SettingsAndSetReachTheModels) {
-  core::ScopedTempDir home;
+  testing::TempDir home;
   const auto file = home / "mine.ini";
   std::string value = "  1:50  ";
   ASSERT_TRUE(
@@ -63,7 +63,7 @@ TEST(EndToEndTest, SettingsAndSetReachTheModels) {
 }
 
 TEST(EndToEndTest, BadCommandLinesExitWithTwo) {
-  core::ScopedTempDir home;
+  testing::TempDir home;
   Outcome unknown = Layomat("settings --set OknoLmt.Bogus=1", home);
   EXPECT_EQ(unknown.status, 2);
   EXPECT_NE(unknown.output.find("Bogus"), std::string::npos);

@@ -10,7 +10,7 @@
 #include <string>
 
 #include "core/file_util.h"
-#include "core/scoped_temp_dir.h"
+#include "testing/temp_dir.h"
 
 namespace lmt::cli {
 namespace {
@@ -62,7 +62,7 @@ class FramesCommandTest : public ::testing::Test {
   }
 
   const std::string example_ = "'" LMT_TESTDATA_DIR "/example.dxf'";
-  core::ScopedTempDir dir_;
+  testing::TempDir dir_;
 };
 
 TEST_F(FramesCommandTest, JsonOfTheExampleHasEveryFrame) {

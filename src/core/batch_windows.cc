@@ -1,17 +1,27 @@
 #include "core/batch_windows.h"
 
+#include <algorithm>
+#include <array>
+
 #include "core/check.h"
 #include "core/fixed_lists.h"
 
 namespace lmt::core {
 namespace {
 
-constexpr CaptionEntry kScriptCaptions[] = {
-    {"OknoFunctionRunScript", "Run script in many files",
-     "Выполнить скрипт во многих файлах"},
-    {"FrameNameScriptFile", "Script file path", "Путь к файлу скрипта"},
-    {"CommandGetFileScript", "...", "..."},
-    {"TXTTextScript", "Script Text :", "Текст скрипта :"},
+// Every batch window ends with the file table, where to save, the save
+// format and Start / Cancel; their captions are the same in all of them.
+template <size_t... N>
+constexpr auto JoinCaptions(const std::array<CaptionEntry, N>&... parts) {
+  std::array<CaptionEntry, (N + ...)> joined{};
+  size_t at = 0;
+  ((std::copy(parts.begin(), parts.end(), joined.begin() + at),
+    at += parts.size()),
+   ...);
+  return joined;
+}
+
+constexpr auto kFilesAndSaving = std::to_array<CaptionEntry>({
     {"TXTTablName", "File Name", "Имя файла"},
     {"TXTTablPut", "File Path", "Путь к файлу"},
     {"CommandVibratFaili", "Select files", "Выбрать файлы"},
@@ -27,208 +37,150 @@ constexpr CaptionEntry kScriptCaptions[] = {
     {"OptionSaveKuda3", "Replace source file (.dwg only)",
      "Заменить исходный файл (только .dwg)"},
     {"CommandViborSaveKuda", "...", "..."},
+});
+constexpr auto kSaveVersion = std::to_array<CaptionEntry>({
     {"TXTSaveVersia", "Save version:", "Версия сохранения:"},
     {"ComboSaveVersia0", "Active AutoCAD release", "Пумолчанию из AutoCAD"},
+});
+constexpr auto kSaveAs = std::to_array<CaptionEntry>({
+    {"TXTSaveAsDWGorDXF", "Save as", "Сохранить как"},
+});
+constexpr auto kStartCancel = std::to_array<CaptionEntry>({
     {"CommandStart", "START", "СТАРТ"},
     {"CommandPrervat", "Cancel", "Прервать"},
-};
+});
 
-constexpr CaptionEntry kLispCaptions[] = {
-    {"OknoFunctionRunLisp", "Run Lisp in many files",
-     "Выполнить Lisp во многих файлах"},
-    {"FrameNameLispFile", "Lisp file path", "Путь к файлу Lisp"},
-    {"CommandGetFileLisp", "...", "..."},
-    {"TXTCommandLispStart", "Start command:", "Команда запуска:"},
-    {"CheckStopCloseFile", "Stop before closing the file",
-     "Остановка перед закрытием файла"},
-    {"TXTTablName", "File Name", "Имя файла"},
-    {"TXTTablPut", "File Path", "Путь к файлу"},
-    {"CommandVibratFaili", "Select files", "Выбрать файлы"},
-    {"CommandDobavitPapku", "Select folder", "Выбрать папку"},
-    {"CheckVlozeniiPapki", "Subfolders", "Вложенные папки"},
-    {"CommandUdalitStroku", "Delete row", "Удалить строку"},
-    {"CommandDeleteAll", "Clear", "Очистить"},
-    {"CheckSaveFile", "Save file with changes", "Сохранить файл с изменениями"},
-    {"OptionSaveKuda0", "Beside with file", "Рядом с файлом"},
-    {"OptionSaveKuda1", "To folder ...", "В папку ..."},
-    {"OptionSaveKuda2", "In new folder beside to file. Folder name:",
-     "В новую папку рядом с файлом. Имя папки:"},
-    {"OptionSaveKuda3", "Replace source file (.dwg only)",
-     "Заменить исходный файл (только .dwg)"},
-    {"CommandViborSaveKuda", "...", "..."},
-    {"TXTSaveVersia", "Save version:", "Версия сохранения:"},
-    {"ComboSaveVersia0", "Active AutoCAD release", "Пумолчанию из AutoCAD"},
-    {"CommandStart", "START", "СТАРТ"},
-    {"CommandPrervat", "Cancel", "Прервать"},
-};
+constexpr auto kScriptCaptions = JoinCaptions(
+    std::to_array<CaptionEntry>({
+        {"OknoFunctionRunScript", "Run script in many files",
+         "Выполнить скрипт во многих файлах"},
+        {"FrameNameScriptFile", "Script file path", "Путь к файлу скрипта"},
+        {"CommandGetFileScript", "...", "..."},
+        {"TXTTextScript", "Script Text :", "Текст скрипта :"},
+    }),
+    kFilesAndSaving, kSaveVersion, kStartCancel);
 
-constexpr CaptionEntry kAtributCaptions[] = {
-    {"OknoFunctionReplaceAtribut", "Replace attributes in many files",
-     "Замена атрибутов во многих файлах"},
+constexpr auto kLispCaptions = JoinCaptions(
+    std::to_array<CaptionEntry>({
+        {"OknoFunctionRunLisp", "Run Lisp in many files",
+         "Выполнить Lisp во многих файлах"},
+        {"FrameNameLispFile", "Lisp file path", "Путь к файлу Lisp"},
+        {"CommandGetFileLisp", "...", "..."},
+        {"TXTCommandLispStart", "Start command:", "Команда запуска:"},
+        {"CheckStopCloseFile", "Stop before closing the file",
+         "Остановка перед закрытием файла"},
+    }),
+    kFilesAndSaving, kSaveVersion, kStartCancel);
+
+// Where the replace windows look: the tabs, then the blocks.
+constexpr auto kScope = std::to_array<CaptionEntry>({
     {"OptionNameLayouts0", "All Tabs", "Все вкладки"},
     {"OptionNameLayouts1", "Only in Model", "Только в Модели"},
     {"OptionNameLayouts2", "Only in Layouts", "Только на Листах"},
     {"OptionNameLayouts3", "Only in the tab:", "Только во вкладке:"},
     {"OptionNameBlock0", "All blocks", "Все блоки"},
     {"OptionNameBlock1", "Only in block:", "Только в блоке:"},
-    {"CheckBlockVnutriBloka",
-     "Process block inside block (it takes a lot of time)",
-     "Обрабатывать блок внутри блока (занимает много времени)"},
-    {"CheckAtribut1", "Replace", "Заменить"},
-    {"TXTNameAtribut1", "Tag Attribute :", "Тег атрибута :"},
-    {"OptionValueAtribut10", "New value", "Новое значение"},
-    {"OptionValueAtribut11", "Replace part:", "Заменить часть:"},
-    {"OptionValueAtribut12", "Keep value", "Оставить значение"},
-    {"TXTZamNaAtribut1", "with", "на"},
-    {"CheckPrefixAtribut1", "Prefix", "Префикс"},
-    {"CheckSuffixAtribut1", "Suffix", "Суффикс"},
-    {"CheckAtribut2", "Replace", "Заменить"},
-    {"TXTNameAtribut2", "Tag Attribute :", "Тег атрибута :"},
-    {"OptionValueAtribut20", "New value", "Новое значение"},
-    {"OptionValueAtribut21", "Replace part:", "Заменить часть:"},
-    {"OptionValueAtribut22", "Keep value", "Оставить значение"},
-    {"TXTZamNaAtribut2", "with", "на"},
-    {"CheckPrefixAtribut2", "Prefix", "Префикс"},
-    {"CheckSuffixAtribut2", "Suffix", "Суффикс"},
-    {"CheckAtribut3", "Replace", "Заменить"},
-    {"TXTNameAtribut3", "Tag Attribute :", "Тег атрибута :"},
-    {"OptionValueAtribut30", "New value", "Новое значение"},
-    {"OptionValueAtribut31", "Replace part:", "Заменить часть:"},
-    {"OptionValueAtribut32", "Keep value", "Оставить значение"},
-    {"TXTZamNaAtribut3", "with", "на"},
-    {"CheckPrefixAtribut3", "Prefix", "Префикс"},
-    {"CheckSuffixAtribut3", "Suffix", "Суффикс"},
-    {"TXTTablName", "File Name", "Имя файла"},
-    {"TXTTablPut", "File Path", "Путь к файлу"},
-    {"CommandVibratFaili", "Select files", "Выбрать файлы"},
-    {"CommandDobavitPapku", "Select folder", "Выбрать папку"},
-    {"CheckVlozeniiPapki", "Subfolders", "Вложенные папки"},
-    {"CommandUdalitStroku", "Delete row", "Удалить строку"},
-    {"CommandDeleteAll", "Clear", "Очистить"},
-    {"CheckSaveFile", "Save file with changes", "Сохранить файл с изменениями"},
-    {"OptionSaveKuda0", "Beside with file", "Рядом с файлом"},
-    {"OptionSaveKuda1", "To folder ...", "В папку ..."},
-    {"OptionSaveKuda2", "In new folder beside to file. Folder name:",
-     "В новую папку рядом с файлом. Имя папки:"},
-    {"OptionSaveKuda3", "Replace source file (.dwg only)",
-     "Заменить исходный файл (только .dwg)"},
-    {"CommandViborSaveKuda", "...", "..."},
-    {"TXTSaveAsDWGorDXF", "Save as", "Сохранить как"},
-    {"CommandStart", "START", "СТАРТ"},
-    {"CommandPrervat", "Cancel", "Прервать"},
-};
+});
 
-constexpr CaptionEntry kTextCaptions[] = {
-    {"OknoFunctionReplaceText", "Replace text in many files",
-     "Замена текста во многих файлах"},
-    {"OptionNameLayouts0", "All Tabs", "Все вкладки"},
-    {"OptionNameLayouts1", "Only in Model", "Только в Модели"},
-    {"OptionNameLayouts2", "Only in Layouts", "Только на Листах"},
-    {"OptionNameLayouts3", "Only in the tab:", "Только во вкладке:"},
-    {"OptionNameBlock0", "All blocks", "Все блоки"},
-    {"OptionNameBlock1", "Only in block:", "Только в блоке:"},
-    {"CheckTEXT", "Replace text", "Заменять текст"},
-    {"CheckBlock", "Replace text inside blocks",
-     "Заменять текст внутри блоков"},
-    {"CheckLeader", "Replace text in leaders", "Заменять текст в выносках"},
-    {"CheckTEXT1", "Replace", "Заменить"},
-    {"TXTNameTEXT1", "Text :", "Текст :"},
-    {"OptionValueTEXT10", "New value", "Новое значение"},
-    {"OptionValueTEXT11", "Replace part with:", "Заменить часть на:"},
-    {"OptionValueTEXT12", "Keep value", "Оставить значение"},
-    {"CheckPrefixTEXT1", "Prefix", "Префикс"},
-    {"CheckSuffixTEXT1", "Suffix", "Суффикс"},
-    {"CheckTEXT2", "Replace", "Заменить"},
-    {"TXTNameTEXT2", "Text :", "Текст :"},
-    {"OptionValueTEXT20", "New value", "Новое значение"},
-    {"OptionValueTEXT21", "Replace part with:", "Заменить часть на:"},
-    {"OptionValueTEXT22", "Keep value", "Оставить значение"},
-    {"CheckPrefixTEXT2", "Prefix", "Префикс"},
-    {"CheckSuffixTEXT2", "Suffix", "Суффикс"},
-    {"CheckTEXT3", "Replace", "Заменить"},
-    {"TXTNameTEXT3", "Text :", "Текст :"},
-    {"OptionValueTEXT30", "New value", "Новое значение"},
-    {"OptionValueTEXT31", "Replace part with:", "Заменить часть на:"},
-    {"OptionValueTEXT32", "Keep value", "Оставить значение"},
-    {"CheckPrefixTEXT3", "Prefix", "Префикс"},
-    {"CheckSuffixTEXT3", "Suffix", "Суффикс"},
-    {"OptionTextOrList0", "Fields", "Поля"},
-    {"OptionTextOrList1", "List", "Список"},
-    {"OptionValueList0", "New value", "Новое значение"},
-    {"OptionValueList1", "Replace part", "Заменить часть"},
-    {"OptionValueList2", "Keep value", "Оставить значение"},
-    {"CheckPrefixList", "Prefix", "Префикс"},
-    {"CheckSuffixList", "Suffix", "Суффикс"},
-    {"CommandVstavitSpisok", "Paste list", "Вставить список"},
-    {"TXTTablName", "File Name", "Имя файла"},
-    {"TXTTablPut", "File Path", "Путь к файлу"},
-    {"CommandVibratFaili", "Select files", "Выбрать файлы"},
-    {"CommandDobavitPapku", "Select folder", "Выбрать папку"},
-    {"CheckVlozeniiPapki", "Subfolders", "Вложенные папки"},
-    {"CommandUdalitStroku", "Delete row", "Удалить строку"},
-    {"CommandDeleteAll", "Clear", "Очистить"},
-    {"CheckSaveFile", "Save file with changes", "Сохранить файл с изменениями"},
-    {"OptionSaveKuda0", "Beside with file", "Рядом с файлом"},
-    {"OptionSaveKuda1", "To folder ...", "В папку ..."},
-    {"OptionSaveKuda2", "In new folder beside to file. Folder name:",
-     "В новую папку рядом с файлом. Имя папки:"},
-    {"OptionSaveKuda3", "Replace source file (.dwg only)",
-     "Заменить исходный файл (только .dwg)"},
-    {"CommandViborSaveKuda", "...", "..."},
-    {"TXTSaveAsDWGorDXF", "Save as", "Сохранить как"},
-    {"CommandStart", "START", "СТАРТ"},
-    {"CommandPrervat", "Cancel", "Прервать"},
-};
+// The three numbered replacement groups of each replace window differ only
+// in their number.
+#define LMT_ATRIBUT_GROUP(n)                                             \
+  std::to_array<CaptionEntry>({                                          \
+      {"CheckAtribut" #n, "Replace", "Заменить"},                        \
+      {"TXTNameAtribut" #n, "Tag Attribute :", "Тег атрибута :"},        \
+      {"OptionValueAtribut" #n "0", "New value", "Новое значение"},      \
+      {"OptionValueAtribut" #n "1", "Replace part:", "Заменить часть:"}, \
+      {"OptionValueAtribut" #n "2", "Keep value", "Оставить значение"},  \
+      {"TXTZamNaAtribut" #n, "with", "на"},                              \
+      {"CheckPrefixAtribut" #n, "Prefix", "Префикс"},                    \
+      {"CheckSuffixAtribut" #n, "Suffix", "Суффикс"},                    \
+  })
+#define LMT_TEXT_GROUP(n)                                                     \
+  std::to_array<CaptionEntry>({                                               \
+      {"CheckTEXT" #n, "Replace", "Заменить"},                                \
+      {"TXTNameTEXT" #n, "Text :", "Текст :"},                                \
+      {"OptionValueTEXT" #n "0", "New value", "Новое значение"},              \
+      {"OptionValueTEXT" #n "1", "Replace part with:", "Заменить часть на:"}, \
+      {"OptionValueTEXT" #n "2", "Keep value", "Оставить значение"},          \
+      {"CheckPrefixTEXT" #n, "Prefix", "Префикс"},                            \
+      {"CheckSuffixTEXT" #n, "Suffix", "Суффикс"},                            \
+  })
 
-constexpr CaptionEntry kImportCaptions[] = {
-    {"OknoFunctionImport", "Import from many files", "Импорт из многих файлов"},
-    {"OptionImportKuda0", "Into Model", "В Модель"},
-    {"OptionImportKuda1", "Into Layout", "На Лист"},
-    {"TXTFormatImport", "Format:", "Формат:"},
-    {"OptionPagePDF0", "All pages", "Все страницы"},
-    {"OptionPagePDF1", "First page", "Первая страница"},
-    {"TXTScalePDF", "Scale:", "Масштаб:"},
-    {"TXTRotatePDF", "Rotation:", "Поворот:"},
-    {"TXTIntervalPDF", "Interval:", "Интервал:"},
-    {"CheckPDFIMPORTFILTER1", "Vector geometry", "Векторная геометрия"},
-    {"CheckPDFIMPORTFILTER2", "Solid fills", "Заливки"},
-    {"CheckPDFIMPORTFILTER3", "TrueType text", "Текст TrueType"},
-    {"CheckPDFIMPORTFILTER4", "Raster images", "Растровые изображения"},
-    {"OptionPDFIMPORTLAYERS0", "Use PDF layers", "Слои PDF"},
-    {"OptionPDFIMPORTLAYERS1", "Create layers by object type",
-     "Слои по типу объектов"},
-    {"OptionPDFIMPORTLAYERS2", "Use current layer", "Текущий слой"},
-    {"CheckPDFIMPORTMODE1", "Import as block", "Импорт как блок"},
-    {"CheckPDFIMPORTMODE2", "Join line and arc segments",
-     "Объединять отрезки и дуги"},
-    {"CheckPDFIMPORTMODE3", "Convert solid fills to hatches",
-     "Заливки в штриховки"},
-    {"CheckPDFIMPORTMODE4", "Apply lineweight properties",
-     "Применять веса линий"},
-    {"CheckPDFIMPORTMODE5", "Infer linetypes from collinear dashes",
-     "Распознавать типы линий"},
-    {"CheckSaveOtdelnoPapka", "Save into a separate folder",
-     "Сохранять в отдельную папку"},
-    {"TXTTablName", "File Name", "Имя файла"},
-    {"TXTTablPut", "File Path", "Путь к файлу"},
-    {"CommandVibratFaili", "Select files", "Выбрать файлы"},
-    {"CommandDobavitPapku", "Select folder", "Выбрать папку"},
-    {"CheckVlozeniiPapki", "Subfolders", "Вложенные папки"},
-    {"CommandUdalitStroku", "Delete row", "Удалить строку"},
-    {"CommandDeleteAll", "Clear", "Очистить"},
-    {"CheckSaveFile", "Save file with changes", "Сохранить файл с изменениями"},
-    {"OptionSaveKuda0", "Beside with file", "Рядом с файлом"},
-    {"OptionSaveKuda1", "To folder ...", "В папку ..."},
-    {"OptionSaveKuda2", "In new folder beside to file. Folder name:",
-     "В новую папку рядом с файлом. Имя папки:"},
-    {"OptionSaveKuda3", "Replace source file (.dwg only)",
-     "Заменить исходный файл (только .dwg)"},
-    {"CommandViborSaveKuda", "...", "..."},
-    {"TXTSaveVersia", "Save version:", "Версия сохранения:"},
-    {"ComboSaveVersia0", "Active AutoCAD release", "Пумолчанию из AutoCAD"},
-    {"CommandStart", "START", "СТАРТ"},
-    {"CommandPrervat", "Cancel", "Прервать"},
-};
+constexpr auto kAtributCaptions = JoinCaptions(
+    std::to_array<CaptionEntry>({
+        {"OknoFunctionReplaceAtribut", "Replace attributes in many files",
+         "Замена атрибутов во многих файлах"},
+    }),
+    kScope,
+    std::to_array<CaptionEntry>({
+        {"CheckBlockVnutriBloka",
+         "Process block inside block (it takes a lot of time)",
+         "Обрабатывать блок внутри блока (занимает много времени)"},
+    }),
+    LMT_ATRIBUT_GROUP(1), LMT_ATRIBUT_GROUP(2), LMT_ATRIBUT_GROUP(3),
+    kFilesAndSaving, kSaveAs, kStartCancel);
+
+constexpr auto kTextCaptions = JoinCaptions(
+    std::to_array<CaptionEntry>({
+        {"OknoFunctionReplaceText", "Replace text in many files",
+         "Замена текста во многих файлах"},
+    }),
+    kScope,
+    std::to_array<CaptionEntry>({
+        {"CheckTEXT", "Replace text", "Заменять текст"},
+        {"CheckBlock", "Replace text inside blocks",
+         "Заменять текст внутри блоков"},
+        {"CheckLeader", "Replace text in leaders", "Заменять текст в выносках"},
+    }),
+    LMT_TEXT_GROUP(1), LMT_TEXT_GROUP(2), LMT_TEXT_GROUP(3),
+    std::to_array<CaptionEntry>({
+        {"OptionTextOrList0", "Fields", "Поля"},
+        {"OptionTextOrList1", "List", "Список"},
+        {"OptionValueList0", "New value", "Новое значение"},
+        {"OptionValueList1", "Replace part", "Заменить часть"},
+        {"OptionValueList2", "Keep value", "Оставить значение"},
+        {"CheckPrefixList", "Prefix", "Префикс"},
+        {"CheckSuffixList", "Suffix", "Суффикс"},
+        {"CommandVstavitSpisok", "Paste list", "Вставить список"},
+    }),
+    kFilesAndSaving, kSaveAs, kStartCancel);
+
+#undef LMT_ATRIBUT_GROUP
+#undef LMT_TEXT_GROUP
+
+constexpr auto kImportCaptions = JoinCaptions(
+    std::to_array<CaptionEntry>({
+        {"OknoFunctionImport", "Import from many files",
+         "Импорт из многих файлов"},
+        {"OptionImportKuda0", "Into Model", "В Модель"},
+        {"OptionImportKuda1", "Into Layout", "На Лист"},
+        {"TXTFormatImport", "Format:", "Формат:"},
+        {"OptionPagePDF0", "All pages", "Все страницы"},
+        {"OptionPagePDF1", "First page", "Первая страница"},
+        {"TXTScalePDF", "Scale:", "Масштаб:"},
+        {"TXTRotatePDF", "Rotation:", "Поворот:"},
+        {"TXTIntervalPDF", "Interval:", "Интервал:"},
+        {"CheckPDFIMPORTFILTER1", "Vector geometry", "Векторная геометрия"},
+        {"CheckPDFIMPORTFILTER2", "Solid fills", "Заливки"},
+        {"CheckPDFIMPORTFILTER3", "TrueType text", "Текст TrueType"},
+        {"CheckPDFIMPORTFILTER4", "Raster images", "Растровые изображения"},
+        {"OptionPDFIMPORTLAYERS0", "Use PDF layers", "Слои PDF"},
+        {"OptionPDFIMPORTLAYERS1", "Create layers by object type",
+         "Слои по типу объектов"},
+        {"OptionPDFIMPORTLAYERS2", "Use current layer", "Текущий слой"},
+        {"CheckPDFIMPORTMODE1", "Import as block", "Импорт как блок"},
+        {"CheckPDFIMPORTMODE2", "Join line and arc segments",
+         "Объединять отрезки и дуги"},
+        {"CheckPDFIMPORTMODE3", "Convert solid fills to hatches",
+         "Заливки в штриховки"},
+        {"CheckPDFIMPORTMODE4", "Apply lineweight properties",
+         "Применять веса линий"},
+        {"CheckPDFIMPORTMODE5", "Infer linetypes from collinear dashes",
+         "Распознавать типы линий"},
+        {"CheckSaveOtdelnoPapka", "Save into a separate folder",
+         "Сохранять в отдельную папку"},
+    }),
+    kFilesAndSaving, kSaveVersion, kStartCancel);
 
 std::string Numbered(const char* name, int n) {
   return name + std::to_string(n);

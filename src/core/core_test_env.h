@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "core/environment.h"
-#include "core/scoped_temp_dir.h"
+#include "testing/temp_dir.h"
 
 namespace lmt::core {
 
@@ -47,10 +47,10 @@ class TestInstallation {
   const Environment& env() const { return env_; }
   Environment& env() { return env_; }
   RecordingSink& sink() { return sink_; }
-  const ScopedTempDir& dir() const { return dir_; }
+  const testing::TempDir& dir() const { return dir_; }
 
  private:
-  ScopedTempDir dir_;
+  testing::TempDir dir_;
   RecordingSink sink_;
   Environment env_;
 };

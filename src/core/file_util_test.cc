@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "core/scoped_temp_dir.h"
+#include "testing/temp_dir.h"
 
 namespace lmt::core {
 namespace {
@@ -14,7 +14,7 @@ TEST(GetBaseNameTest, EitherSeparator) {
 }
 
 TEST(FileUtilTest, BomDetectionAndTextReaders) {
-  ScopedTempDir dir;
+  testing::TempDir dir;
   const auto file = dir / "t.txt";
   ASSERT_TRUE(CreateUnicodeFile(file).ok());
   EXPECT_TRUE(HasUtf16Bom(file));
@@ -40,7 +40,7 @@ TEST(FileUtilTest, BomDetectionAndTextReaders) {
 }
 
 TEST(FileUtilTest, FoldersAndFiles) {
-  ScopedTempDir dir;
+  testing::TempDir dir;
   EXPECT_TRUE(FolderExists(dir.path()));
   EXPECT_FALSE(FileExists(dir.path()));
   ASSERT_TRUE(CreateFolder(dir / "Layomat").ok());

@@ -5,7 +5,7 @@
 #include <string>
 
 #include "core/private_profile.h"
-#include "core/scoped_temp_dir.h"
+#include "testing/temp_dir.h"
 
 namespace lmt::core {
 namespace {
@@ -16,7 +16,7 @@ class IniUnicodeTest : public ::testing::Test {
     EXPECT_TRUE(WriteIniUnicode(file_, "S", "K", value).ok());
     return ReadIniUnicode(file_, "S", "K", "default");
   }
-  ScopedTempDir dir_;
+  testing::TempDir dir_;
   std::filesystem::path file_ = dir_ / "LayomatNas.ini";
 };
 

@@ -6,7 +6,7 @@
 
 #include "core/file_util.h"
 #include "core/ini_unicode.h"
-#include "core/scoped_temp_dir.h"
+#include "testing/temp_dir.h"
 
 namespace lmt::core {
 namespace {
@@ -21,7 +21,7 @@ class LanguageTest : public ::testing::Test {
     ASSERT_TRUE(WriteIniUnicode(lang_, section, key, value).ok());
   }
 
-  ScopedTempDir dir_;
+  testing::TempDir dir_;
   std::filesystem::path lang_ = dir_ / "Lang.ini";
   Globals globals_;
   Windows windows_;

@@ -11,7 +11,7 @@ namespace {
 
 class LmtViewTest : public ::testing::Test {
  protected:
-  ScopedTempDir dir_;
+  testing::TempDir dir_;
   TestInstallation install_;
 };
 

@@ -5,8 +5,8 @@
 #include <string>
 
 #include "core/file_util.h"
-#include "core/scoped_temp_dir.h"
 #include "core/text_encoding.h"
+#include "testing/temp_dir.h"
 
 namespace lmt::core {
 namespace {
@@ -24,7 +24,7 @@ class PrivateProfileTest : public ::testing::Test {
   }
   std::string Bytes() { return ReadFileBytes(file_).value(); }
 
-  ScopedTempDir dir_;
+  testing::TempDir dir_;
   std::filesystem::path file_ = dir_ / "LayomatNas.ini";
 };
 

@@ -8,8 +8,8 @@
 
 #include "core/file_util.h"
 #include "core/private_profile.h"
-#include "core/scoped_temp_dir.h"
 #include "core/text_encoding.h"
+#include "testing/temp_dir.h"
 
 namespace lmt::core {
 namespace {
@@ -44,7 +44,7 @@ std::vector<std::string> Lines(const std::filesystem::path& file) {
 
 class SettingsTest : public ::testing::Test {
  protected:
-  ScopedTempDir dir_;
+  testing::TempDir dir_;
   std::filesystem::path file_ = dir_ / "LayomatNas.ini";
   Windows windows_;
 };

@@ -4,14 +4,14 @@
 #include <cstdint>
 #include <optional>
 
+#include "core/text_case.h"
+
 namespace lmt::frames {
 namespace {
 
 constexpr std::string_view kStandardLineWeights =
     "0.00:0.05:0.09:0.13:0.15:0.18:0.20:0.25:0.30:0.35:0.40:0.50:0.53:0.60:"
     "0.70:0.80:0.90:1.00:1.06:1.20:1.40:1.58:2.00:2.11";
-
-char Lower(char c) { return (c >= 'A' && c <= 'Z') ? char(c - 'A' + 'a') : c; }
 
 std::optional<int32_t> ParseInt32(std::string_view text) {
   int32_t value = 0;
@@ -45,11 +45,7 @@ host::FilterValue LineWeightValue(std::string_view text) {
 }  // namespace
 
 bool EqualsNoCase(std::string_view a, std::string_view b) {
-  if (a.size() != b.size()) return false;
-  for (size_t i = 0; i < a.size(); ++i) {
-    if (Lower(a[i]) != Lower(b[i])) return false;
-  }
-  return true;
+  return core::EqualsIgnoreCase(a, b);
 }
 
 std::string KindOf(std::string_view object_name, bool is_xref) {

@@ -37,8 +37,9 @@ struct FrameTemplate {
   std::string line_weight;  // LineWeightText
 };
 
-// ASCII case-insensitive equality: object names, kinds and the words
-// "ByLayer", "ByBlock", "Default" compare this way everywhere.
+// Case-insensitive equality (core::EqualsIgnoreCase, Cyrillic included):
+// object names, kinds, block names, tags and the words "ByLayer", "ByBlock",
+// "Default" compare this way everywhere.
 bool EqualsNoCase(std::string_view a, std::string_view b);
 
 // The kind for an entity's ObjectName: "POLYLINE" for "AcDbPolyline";

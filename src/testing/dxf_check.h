@@ -10,6 +10,8 @@
 #ifndef LMT_TESTING_DXF_CHECK_H_
 #define LMT_TESTING_DXF_CHECK_H_
 
+#include <gtest/gtest.h>
+
 #include <string>
 
 namespace lmt::testing {
@@ -18,16 +20,22 @@ namespace lmt::testing {
 // Wine, which cannot start the Linux interpreter.
 bool HaveEzdxf();
 
+// Skips the current test (from its body or a fixture's SetUp) where Python
+// cannot run: for tests that read their results back through ezdxf.
+#define LMT_SKIP_WITHOUT_EZDXF()    \
+  if (!::lmt::testing::HaveEzdxf()) \
+  GTEST_SKIP() << "ezdxf runs beside the Linux build only"
+
 // The shared folder beside the checkout (a worktree one level deeper falls
 // back to the folder above).
 std::string SharedDir();
 
 struct DxfCheckReport {
-  bool ran = false;          // the checker produced a verdict
-  int structural = -1;       // structural problems found
-  int audit_errors = -1;     // errors ezdxf's auditor reported
-  int audit_fixes = -1;      // fixes ezdxf's auditor made
-  std::string text;          // the whole report
+  bool ran = false;       // the checker produced a verdict
+  int structural = -1;    // structural problems found
+  int audit_errors = -1;  // errors ezdxf's auditor reported
+  int audit_fixes = -1;   // fixes ezdxf's auditor made
+  std::string text;       // the whole report
 };
 
 DxfCheckReport RunDxfCheck(const std::string& path);

@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "core/messages.h"
-#include "core/text_encoding.h"
+#include "core/text_case.h"
 #include "host/application.h"
 #include "host/document.h"
 #include "host/entity.h"
@@ -238,7 +238,7 @@ Outcome DeleteOutsideViewport(host::Session& session,
       if (!Note(run.skips, "", "handle", handle.status())) continue;
       Result<std::string> object_name = entity->ObjectName();
       if (!Note(run.skips, *handle, "object name", object_name.status()) ||
-          !core::EqualsIgnoreAsciiCase(*object_name, kViewportObjectName)) {
+          !core::EqualsIgnoreCase(*object_name, kViewportObjectName)) {
         continue;
       }
       host::PViewportPtr viewport = host::As<host::PViewport>(entity);

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "core/text_encoding.h"
+#include "core/text_case.h"
 #include "host/object.h"
 
 namespace lmt::utilities {
@@ -20,7 +20,7 @@ Status DeleteSelectionSet(host::Document& document, std::string_view name) {
       if (first_failure.ok()) first_failure = set_name.status();
       continue;
     }
-    if (!core::EqualsIgnoreAsciiCase(*set_name, name)) continue;
+    if (!core::EqualsIgnoreCase(*set_name, name)) continue;
     if (Status s = set->Delete(); !s.ok() && first_failure.ok()) {
       first_failure = s;
     }

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "core/text_encoding.h"
+#include "core/text_case.h"
 #include "host/block.h"
 #include "host/entity.h"
 #include "host/host_kind.h"
@@ -91,7 +91,7 @@ void SwitchOne(const host::Document& document, const host::EntityPtr& entity,
     report.skips.Add(*handle, "own viewport", own_handle.status());
     return;
   }
-  if (core::EqualsIgnoreAsciiCase(*handle, *own_handle)) {
+  if (core::EqualsIgnoreCase(*handle, *own_handle)) {
     ++report.own_viewports;
     return;
   }
@@ -100,7 +100,7 @@ void SwitchOne(const host::Document& document, const host::EntityPtr& entity,
     report.skips.Add(*handle, "object name", object_name.status());
     return;
   }
-  if (!core::EqualsIgnoreAsciiCase(*object_name, kViewportObjectName)) return;
+  if (!core::EqualsIgnoreCase(*object_name, kViewportObjectName)) return;
   host::PViewportPtr viewport = host::As<host::PViewport>(entity);
   if (viewport == nullptr) {
     report.skips.Add(*handle, "switch",
@@ -138,7 +138,7 @@ host::LayoutPtr FindLayout(const host::Layouts& layouts, std::string_view name,
   }
   for (const host::LayoutPtr& layout : *items) {
     Result<std::string> layout_name = layout->Name();
-    if (layout_name.ok() && core::EqualsIgnoreAsciiCase(*layout_name, name)) {
+    if (layout_name.ok() && core::EqualsIgnoreCase(*layout_name, name)) {
       return layout;
     }
   }

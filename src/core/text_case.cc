@@ -1,6 +1,6 @@
-#include "batch/text_case.h"
+#include "core/text_case.h"
 
-namespace lmt::batch {
+namespace lmt::core {
 
 char32_t FoldCase(char32_t c) {
   if (c < 0x80) return (c >= 'A' && c <= 'Z') ? c + 32 : c;
@@ -183,4 +183,4 @@ std::string DropLastCodePoints(std::string_view text, std::size_t count) {
   return std::string(text.substr(0, cps[cps.size() - count].offset));
 }
 
-}  // namespace lmt::batch
+}  // namespace lmt::core

@@ -1,19 +1,19 @@
-// Case-insensitive comparison and replacement of UTF-8 texts, as the batch
-// runs compare tags, layout names, block names and search texts. Drawings of
-// our users carry Russian names, so the folding covers Cyrillic besides
-// Latin; it is a simple one-to-one lower-casing of code points (ASCII,
+// Case-insensitive comparison and replacement of UTF-8 texts, as the add-in
+// compares tags, layout, block and set names, object names and search texts.
+// Drawings of our users carry Russian names, so the folding covers Cyrillic
+// besides Latin; it is a simple one-to-one lower-casing of code points (ASCII,
 // Latin-1, Latin Extended-A, Greek and Cyrillic), not full Unicode folding
 // ("ß" does not match "SS"). Invalid UTF-8 bytes compare as themselves and
 // are copied unchanged by the replacement.
-#ifndef LMT_BATCH_TEXT_CASE_H_
-#define LMT_BATCH_TEXT_CASE_H_
+#ifndef LMT_CORE_TEXT_CASE_H_
+#define LMT_CORE_TEXT_CASE_H_
 
 #include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
 
-namespace lmt::batch {
+namespace lmt::core {
 
 // The lower-case partner of `c` within the covered scripts, else `c`.
 char32_t FoldCase(char32_t c);
@@ -47,6 +47,6 @@ std::string ReplaceIgnoreCase(std::string_view text, std::string_view find,
 // `text` without its last `count` code points (all of it when shorter).
 std::string DropLastCodePoints(std::string_view text, std::size_t count);
 
-}  // namespace lmt::batch
+}  // namespace lmt::core
 
-#endif  // LMT_BATCH_TEXT_CASE_H_
+#endif  // LMT_CORE_TEXT_CASE_H_
