@@ -12,7 +12,7 @@
 #include <string>
 
 #include "core/file_util.h"
-#include "core/scoped_temp_dir.h"
+#include "testing/temp_dir.h"
 
 namespace lmt::cli {
 namespace {
@@ -45,7 +45,7 @@ class CreateLayoutsCommandTest : public ::testing::Test {
   std::string Out(const std::string& name) { return (dir_ / name).string(); }
 
   const std::string example_ = LMT_TESTDATA_DIR "/example.dxf";
-  core::ScopedTempDir dir_;
+  lmt::testing::TempDir dir_;
 };
 
 TEST_F(CreateLayoutsCommandTest, OneLayoutPerFrameOfTheExample) {

@@ -11,8 +11,8 @@
 #include <cstdlib>
 #include <filesystem>
 
-#include "core/scoped_temp_dir.h"
 #include "layouts/creation_test_support.h"
+#include "testing/temp_dir.h"
 
 namespace lmt::layouts {
 namespace {
@@ -94,7 +94,7 @@ class CreationTest : public ::testing::Test {
     return test::Describe(out_);
   }
 
-  core::ScopedTempDir dir_;
+  lmt::testing::TempDir dir_;
   std::unique_ptr<test::HostRun> run_;
   std::string out_;
 };
