@@ -3,10 +3,11 @@
 #include <algorithm>
 #include <cmath>
 #include <filesystem>
+#include <numbers>
 
 namespace lmt::dxf {
 namespace {
-constexpr double kDeg = M_PI / 180.0;
+constexpr double kDeg = std::numbers::pi / 180.0;
 }  // namespace
 
 Vec3 Affine::Apply(const Vec3& p) const {

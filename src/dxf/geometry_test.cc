@@ -4,6 +4,7 @@
 
 #include <cmath>
 #include <filesystem>
+#include <numbers>
 
 #include "dxf/layout_edit.h"
 #include "dxf/test_util.h"
@@ -52,7 +53,7 @@ TEST(GeometryTest, ViewportMapsItsFrameOntoThePaper) {
   Viewport vp = AddViewport(*doc, LayoutBlock(*doc, sheet), spec);
   Affine to_paper = ViewportModelToPaper(vp);
   Affine to_model = ViewportPaperToModel(vp);
-  double a = 30 * M_PI / 180;
+  double a = 30 * std::numbers::pi / 180;
   for (int i = 0; i < 4; ++i) {
     double lx = (i == 1 || i == 2) ? 21025 : -21025;
     double ly = i >= 2 ? 14850 : -14850;

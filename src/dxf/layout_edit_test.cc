@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <numbers>
 
 #include "dxf/builders.h"
 #include "dxf/entity_copy.h"
@@ -162,7 +163,7 @@ TEST(ViewportEditTest, TwistedViewportReadsBackAsWritten) {
     spec.center = Vec3{420.5, 297, 0};
     spec.width = 841;
     spec.height = 594;
-    double t = -30 * M_PI / 180;
+    double t = -30 * std::numbers::pi / 180;
     spec.view_center_x = std::cos(t) * 5000 - std::sin(t) * 3000;
     spec.view_center_y = std::sin(t) * 5000 + std::cos(t) * 3000;
     spec.view_height = 29700;

@@ -7,6 +7,7 @@
 
 #include <cmath>
 #include <filesystem>
+#include <numbers>
 #include <string>
 #include <vector>
 
@@ -262,7 +263,7 @@ TEST(DocumentTest, ViewportWindowSelectsWhatTheViewportShows) {
   }
   ASSERT_NE(vp, nullptr);
   EXPECT_NEAR(*vp->CustomScale(), 0.01, 1e-12);
-  EXPECT_NEAR(*vp->TwistAngle(), M_PI / 6, 1e-12);
+  EXPECT_NEAR(*vp->TwistAngle(), std::numbers::pi / 6, 1e-12);
   ASSERT_TRUE(s.doc->SetMSpace(false).ok());
   ASSERT_TRUE(s.doc->SetActivePViewport(vp).ok());
   host::BoundingBox box = *vp->GetBoundingBox();
@@ -282,7 +283,9 @@ TEST(DocumentTest, ViewportWindowSelectsWhatTheViewportShows) {
   Point center = std::get<Point>(*s.doc->GetVariable("VIEWCTR"));
   // In the view's UCS the window centre is the frame centre turned by the
   // twist, which is the viewport's view centre.
-  EXPECT_NEAR(center.x, 5000 * std::cos(M_PI / 6) - 3000 * std::sin(M_PI / 6),
+  EXPECT_NEAR(center.x,
+              5000 * std::cos(std::numbers::pi / 6) -
+                  3000 * std::sin(std::numbers::pi / 6),
               1e-6);
   double hw = *vp->Width() / 2 / *vp->CustomScale();
   double hh = *vp->Height() / 2 / *vp->CustomScale();

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cctype>
 #include <cmath>
+#include <numbers>
 
 #include "dxf/encoding.h"
 #include "dxf/viewport.h"
@@ -123,7 +124,7 @@ ViewFrame TiledView(Drawing& d) {
   dxf::Vec3 dir = vport.GetPoint(16, dxf::Vec3{0, 0, 1});
   v.target = host::Point{t.x, t.y, t.z};
   v.view_center = host::Point{c.x, c.y, 0};
-  v.twist = vport.GetDouble(51, 0) * M_PI / 180.0;
+  v.twist = vport.GetDouble(51, 0) * std::numbers::pi / 180.0;
   v.direction = host::Point{dir.x, dir.y, dir.z};
   return v;
 }
@@ -136,7 +137,7 @@ ViewFrame ViewportView(Drawing& d, dxf::RecordId viewport) {
   dxf::Vec3 dir = vp.view_direction();
   v.target = host::Point{t.x, t.y, t.z};
   v.view_center = host::Point{c.x, c.y, 0};
-  v.twist = vp.twist() * M_PI / 180.0;
+  v.twist = vp.twist() * std::numbers::pi / 180.0;
   v.direction = host::Point{dir.x, dir.y, dir.z};
   return v;
 }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numbers>
 #include <vector>
 
 #include "dxf/insert.h"
@@ -14,7 +15,7 @@
 namespace lmt::dxfhost {
 namespace {
 
-constexpr double kDeg = M_PI / 180.0;
+constexpr double kDeg = std::numbers::pi / 180.0;
 
 // What every wrapper of this host carries, reachable from a host::Entity.
 class RecordHolder {
@@ -606,8 +607,8 @@ class DxfPViewport : public EntityImpl<host::PViewport> {
   }
   Result<double> DoTwistAngle() const override {
     if (Status s = Live(); !s.ok()) return s;
-    double a = std::fmod(V().twist() * kDeg, 2 * M_PI);
-    return a < 0 ? a + 2 * M_PI : a;
+    double a = std::fmod(V().twist() * kDeg, 2 * std::numbers::pi);
+    return a < 0 ? a + 2 * std::numbers::pi : a;
   }
   Status DoSetTwistAngle(double angle) override {
     if (Status s = Live(); !s.ok()) return s;

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <numbers>
 #include <string>
 #include <vector>
 
@@ -84,8 +85,10 @@ TEST(EntitiesTest, PolylineVertices) {
   ASSERT_TRUE(xy.ok());
   ASSERT_EQ(xy->size(), 8u);
   // Second corner: the start plus 42000 along 30 degrees.
-  EXPECT_NEAR((*xy)[2] - (*xy)[0], 42000 * std::cos(M_PI / 6), 1e-6);
-  EXPECT_NEAR((*xy)[3] - (*xy)[1], 42000 * std::sin(M_PI / 6), 1e-6);
+  EXPECT_NEAR((*xy)[2] - (*xy)[0], 42000 * std::cos(std::numbers::pi / 6),
+              1e-6);
+  EXPECT_NEAR((*xy)[3] - (*xy)[1], 42000 * std::sin(std::numbers::pi / 6),
+              1e-6);
   Result<host::Point> p = rotated->Coordinate(3);
   ASSERT_TRUE(p.ok());
   EXPECT_EQ(p->x, (*xy)[6]);
@@ -194,7 +197,8 @@ TEST(EntitiesTest, BoundingBoxes) {
 
   test::Session example(test::Testdata("example.dxf"));
   // The frame turned by 30 degrees: its corners' extents.
-  double c = std::cos(M_PI / 6), sn = std::sin(M_PI / 6);
+  double c = std::cos(std::numbers::pi / 6),
+         sn = std::sin(std::numbers::pi / 6);
   Result<host::BoundingBox> turned = example.ByHandle("C2")->GetBoundingBox();
   ASSERT_TRUE(turned.ok());
   EXPECT_NEAR(turned->max.x - turned->min.x, 42000 * c + 29700 * sn, 1e-6);
@@ -282,8 +286,9 @@ TEST(EntitiesTest, ViewportSettersKeepTheFileValid) {
   EXPECT_NEAR(*vp->CustomScale(), 0.02, 1e-12);
   ASSERT_TRUE(vp->SetHeight(200).ok());  // the scale stays
   EXPECT_NEAR(*vp->CustomScale(), 0.02, 1e-12);
-  ASSERT_TRUE(vp->SetTwistAngle(-M_PI / 6).ok());
-  EXPECT_NEAR(*vp->TwistAngle(), 2 * M_PI - M_PI / 6, 1e-9);
+  ASSERT_TRUE(vp->SetTwistAngle(-std::numbers::pi / 6).ok());
+  EXPECT_NEAR(*vp->TwistAngle(), 2 * std::numbers::pi - std::numbers::pi / 6,
+              1e-9);
   ASSERT_TRUE(vp->SetTarget(host::Point{5000, 3000, 0}).ok());
   EXPECT_EQ(*vp->Target(), (host::Point{5000, 3000, 0}));
   ASSERT_TRUE(vp->Display(false).ok());

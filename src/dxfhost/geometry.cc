@@ -4,6 +4,7 @@
 #include <cmath>
 #include <filesystem>
 #include <limits>
+#include <numbers>
 #include <string>
 #include <vector>
 
@@ -16,7 +17,7 @@ namespace lmt::dxfhost {
 namespace {
 
 constexpr int kMaxNesting = 16;
-constexpr double kDeg = M_PI / 180.0;
+constexpr double kDeg = std::numbers::pi / 180.0;
 
 // Affine map: p' = m * (p, 1).
 struct Matrix {
@@ -109,8 +110,8 @@ struct Box {
 };
 
 double NormalizeAngle(double a) {
-  a = std::fmod(a, 2 * M_PI);
-  return a < 0 ? a + 2 * M_PI : a;
+  a = std::fmod(a, 2 * std::numbers::pi);
+  return a < 0 ? a + 2 * std::numbers::pi : a;
 }
 
 // Arc of centre `c` and radius `r` in the plane of `m`'s input (OCS), from
@@ -127,7 +128,7 @@ void AddArc(Box& box, const Matrix& m, dxf::Vec3 c, double r, double start,
   // atan2(b, a) and half a turn later.
   for (int axis = 0; axis < 3; ++axis) {
     double base = std::atan2(m.m[axis][1], m.m[axis][0]);
-    for (double t : {base, base + M_PI}) {
+    for (double t : {base, base + std::numbers::pi}) {
       if (NormalizeAngle(t - start) <= sweep) box.Add(at(t));
     }
   }
@@ -290,11 +291,11 @@ void Extents::AddEntity(dxf::Document& doc, dxf::Entity e, const Matrix& m,
     box.Add(m.Apply(e.GetPoint(10)));
   } else if (type == "CIRCLE" || type == "ARC") {
     Matrix om = m.Then(Ocs(normal));
-    double start = 0, sweep = 2 * M_PI;
+    double start = 0, sweep = 2 * std::numbers::pi;
     if (type == "ARC") {
       start = e.GetDouble(50, 0) * kDeg;
       sweep = NormalizeAngle(e.GetDouble(51, 0) * kDeg - start);
-      if (sweep == 0) sweep = 2 * M_PI;
+      if (sweep == 0) sweep = 2 * std::numbers::pi;
     }
     AddArc(box, om, e.GetPoint(10), e.GetDouble(40, 0), start, sweep);
   } else if (type == "LWPOLYLINE") {
@@ -344,9 +345,9 @@ void Extents::AddEntity(dxf::Document& doc, dxf::Entity e, const Matrix& m,
     dxf::Vec3 minor{ratio * (normal.y * major.z - normal.z * major.y),
                     ratio * (normal.z * major.x - normal.x * major.z),
                     ratio * (normal.x * major.y - normal.y * major.x)};
-    double t0 = e.GetDouble(41, 0), t1 = e.GetDouble(42, 2 * M_PI);
+    double t0 = e.GetDouble(41, 0), t1 = e.GetDouble(42, 2 * std::numbers::pi);
     double sweep = NormalizeAngle(t1 - t0);
-    if (sweep == 0) sweep = 2 * M_PI;
+    if (sweep == 0) sweep = 2 * std::numbers::pi;
     constexpr int kSteps = 128;
     for (int i = 0; i <= kSteps; ++i) {
       double t = t0 + sweep * i / kSteps;

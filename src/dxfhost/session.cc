@@ -1,6 +1,7 @@
 #include "dxfhost/session.h"
 
 #include <cmath>
+#include <numbers>
 #include <string>
 
 namespace lmt::dxfhost {
@@ -108,7 +109,7 @@ void SetViewUcs(Drawing& d) {
   } else if (d.IsModel(d.active_block)) {
     angle = -TiledView(d).twist;
   }
-  angle = std::remainder(angle, 2 * M_PI);
+  angle = std::remainder(angle, 2 * std::numbers::pi);
   d.ucs_angle = angle;
   d.ucs_world = std::fabs(angle) < kAngleEps;
   d.ucs_name.clear();

@@ -12,6 +12,7 @@
 #include <filesystem>
 #include <map>
 #include <memory>
+#include <numbers>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -169,13 +170,13 @@ inline Described Describe(const std::string& path) {
 inline frames::Point ModelAt(const VpRecord& v, double px, double py) {
   const double s = v.h / v.vh;
   const double dx = v.vcx + (px - v.cx) / s, dy = v.vcy + (py - v.cy) / s;
-  const double t = -v.twist_deg * M_PI / 180.0;
+  const double t = -v.twist_deg * std::numbers::pi / 180.0;
   return {v.tx + dx * std::cos(t) - dy * std::sin(t),
           v.ty + dx * std::sin(t) + dy * std::cos(t)};
 }
 inline frames::Point PaperOf(const VpRecord& v, frames::Point p) {
   const double s = v.h / v.vh;
-  const double t = v.twist_deg * M_PI / 180.0;
+  const double t = v.twist_deg * std::numbers::pi / 180.0;
   const double qx = p.x - v.tx, qy = p.y - v.ty;
   const double dx = qx * std::cos(t) - qy * std::sin(t);
   const double dy = qx * std::sin(t) + qy * std::cos(t);

@@ -10,6 +10,7 @@
 #include <cmath>
 #include <cstdlib>
 #include <filesystem>
+#include <numbers>
 
 #include "layouts/creation_test_support.h"
 #include "testing/temp_dir.h"
@@ -29,7 +30,8 @@ struct FrameSpec {
 };
 
 frames::Quad Turned(double x0, double y0, double deg) {
-  const double a = deg * M_PI / 180, c = std::cos(a), s = std::sin(a);
+  const double a = deg * std::numbers::pi / 180, c = std::cos(a),
+               s = std::sin(a);
   frames::Quad q;
   const double local[4][2] = {{0, 0}, {kW, 0}, {kW, kH}, {0, kH}};
   for (int i = 0; i < 4; ++i) {
@@ -58,7 +60,8 @@ frames::FrameTable TableOf(const std::vector<FrameSpec>& specs) {
     const int r = static_cast<int>(i) + 1;
     table.SetCorners(r, specs[i].corners);
     table.SetCell(r, frames::Column::kTyp, specs[i].typ);
-    table.SetNumber(r, frames::Column::kAngle, specs[i].angle_deg * M_PI / 180);
+    table.SetNumber(r, frames::Column::kAngle,
+                    specs[i].angle_deg * std::numbers::pi / 180);
     table.SetCell(r, frames::Column::kLayoutName,
                   "Sheet-" + std::to_string(i + 1));
   }
