@@ -16,6 +16,6 @@ for f in ../shared/dxf-samples/*.dxf testdata/*.dxf; do
   [[ -f $f && $(stat -c %s "$f") -lt 200000 ]] && cp "$f" "$corpus"/
 done
 # Regressions first: each must load without a crash.
-"$dir"/dxf_reader_fuzz testdata/dxf/fuzz_regressions/* >/dev/null 2>&1
-"$dir"/dxf_reader_fuzz -max_total_time="$seconds" -max_len=65536 \
+"$dir"/src/dxf/dxf_reader_fuzz testdata/dxf/fuzz_regressions/* >/dev/null 2>&1
+"$dir"/src/dxf/dxf_reader_fuzz -max_total_time="$seconds" -max_len=65536 \
   -rss_limit_mb=2048 -print_final_stats=1 "$corpus" 2>&1 | tail -12
