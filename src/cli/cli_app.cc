@@ -19,8 +19,8 @@ void PrintHelp(std::ostream& out) {
          "layouts, and more.\n\nCommands:\n";
   const std::vector<CommandSpec> commands = CommandRegistry::Global().List();
   if (commands.empty()) out << "  (none yet)\n";
-  for (const CommandSpec& spec : commands) {
-    out << "  " << spec.usage << "\n      " << spec.summary << "\n";
+  for (const CommandSpec& entry : commands) {
+    out << "  " << entry.usage << "\n      " << entry.summary << "\n";
   }
   out << "\n" << GlobalOptionsHelp();
   out << "\nExit status: 0 done, 1 refused, 2 bad command line, 3 file "

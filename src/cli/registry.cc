@@ -11,15 +11,15 @@ CommandRegistry& CommandRegistry::Global() {
   return *registry;
 }
 
-void CommandRegistry::Add(const CommandSpec& spec) {
-  LMT_CHECK(spec.run != nullptr && !spec.name.empty());
-  LMT_CHECK(Find(spec.name) == nullptr);
-  commands_.push_back(spec);
+void CommandRegistry::Add(const CommandSpec& entry) {
+  LMT_CHECK(entry.run != nullptr && !entry.name.empty());
+  LMT_CHECK(Find(entry.name) == nullptr);
+  commands_.push_back(entry);
 }
 
 const CommandSpec* CommandRegistry::Find(std::string_view name) const {
-  for (const CommandSpec& spec : commands_) {
-    if (spec.name == name) return &spec;
+  for (const CommandSpec& entry : commands_) {
+    if (entry.name == name) return &entry;
   }
   return nullptr;
 }
@@ -33,8 +33,8 @@ std::vector<CommandSpec> CommandRegistry::List() const {
   return sorted;
 }
 
-CommandRegistration::CommandRegistration(const CommandSpec& spec) {
-  CommandRegistry::Global().Add(spec);
+CommandRegistration::CommandRegistration(const CommandSpec& entry) {
+  CommandRegistry::Global().Add(entry);
 }
 
 }  // namespace lmt::cli

@@ -55,7 +55,7 @@ class CommandRegistry {
   static CommandRegistry& Global();
 
   // REQUIRES: no command of that name yet (a duplicate is a bug).
-  void Add(const CommandSpec& spec);
+  void Add(const CommandSpec& entry);
   const CommandSpec* Find(std::string_view name) const;
   // All commands, sorted by name.
   std::vector<CommandSpec> List() const;
@@ -64,11 +64,11 @@ class CommandRegistry {
   std::vector<CommandSpec> commands_;
 };
 
-// Registers `spec` with the global registry when constructed (a namespace-
+// Registers `entry` with the global registry when constructed (a namespace-
 // scope constant of the command's file).
 class CommandRegistration {
  public:
-  explicit CommandRegistration(const CommandSpec& spec);
+  explicit CommandRegistration(const CommandSpec& entry);
 };
 
 }  // namespace lmt::cli

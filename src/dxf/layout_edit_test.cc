@@ -161,26 +161,26 @@ TEST(ViewportEditTest, TwistedViewportReadsBackAsWritten) {
     auto doc = Open(sample);
     Layout sheet(Entity{});
     ASSERT_TRUE(AddLayout(*doc, "Frame", &sheet).ok());
-    ViewportSpec spec;
-    spec.center = Vec3{420.5, 297, 0};
-    spec.width = 841;
-    spec.height = 594;
+    ViewportSpec entry;
+    entry.center = Vec3{420.5, 297, 0};
+    entry.width = 841;
+    entry.height = 594;
     double t = -30 * std::numbers::pi / 180;
-    spec.view_center_x = std::cos(t) * 5000 - std::sin(t) * 3000;
-    spec.view_center_y = std::sin(t) * 5000 + std::cos(t) * 3000;
-    spec.view_height = 29700;
-    spec.twist = -30;
-    spec.layer = "VIEWPORTS";
-    spec.locked = true;
+    entry.view_center_x = std::cos(t) * 5000 - std::sin(t) * 3000;
+    entry.view_center_y = std::sin(t) * 5000 + std::cos(t) * 3000;
+    entry.view_height = 29700;
+    entry.twist = -30;
+    entry.layer = "VIEWPORTS";
+    entry.locked = true;
     AddLayer(*doc, "VIEWPORTS");
-    Viewport vp = AddViewport(*doc, LayoutBlock(*doc, sheet), spec);
+    Viewport vp = AddViewport(*doc, LayoutBlock(*doc, sheet), entry);
     ASSERT_TRUE(vp.valid());
     EXPECT_EQ(ViewportAnnotationScale(*doc, vp), "1:50");
-    spec.on = false;
-    spec.id = 3;
-    spec.annotation_scale = "1:100";
-    spec.locked = false;
-    Viewport off = AddViewport(*doc, LayoutBlock(*doc, sheet), spec);
+    entry.on = false;
+    entry.id = 3;
+    entry.annotation_scale = "1:100";
+    entry.locked = false;
+    Viewport off = AddViewport(*doc, LayoutBlock(*doc, sheet), entry);
     EXPECT_FALSE(off.is_on());
     EXPECT_EQ(off.status(), 0);
     EXPECT_FALSE(
@@ -266,9 +266,9 @@ TEST(EntityCopyTest, BetweenDrawingsBringsBlocksLayersAndScales) {
 TEST(LayoutEditTest, R12IsRefused) {
   auto doc = Open("s_AC1009.dxf");
   EXPECT_FALSE(AddLayout(*doc, "Sheet", nullptr).ok());
-  ViewportSpec spec;
-  spec.width = spec.height = 1;
-  EXPECT_FALSE(AddViewport(*doc, doc->paper_space(), spec).valid());
+  ViewportSpec entry;
+  entry.width = entry.height = 1;
+  EXPECT_FALSE(AddViewport(*doc, doc->paper_space(), entry).valid());
 }
 
 }  // namespace

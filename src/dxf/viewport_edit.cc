@@ -121,10 +121,10 @@ std::string ViewportAnnotationScale(Document& doc, const Entity& viewport) {
   return std::string(Scale(scale).name());
 }
 
-Viewport AddViewport(Document& doc, Block* block, const ViewportSpec& spec) {
-  double view_height = spec.view_height > 0 ? spec.view_height : spec.height;
-  if (doc.IsR12() || block == nullptr || !(spec.width > 0) ||
-      !(spec.height > 0) || !(view_height > 0)) {
+Viewport AddViewport(Document& doc, Block* block, const ViewportSpec& entry) {
+  double view_height = entry.view_height > 0 ? entry.view_height : entry.height;
+  if (doc.IsR12() || block == nullptr || !(entry.width > 0) ||
+      !(entry.height > 0) || !(view_height > 0)) {
     return Viewport(Entity());
   }
   std::string_view v = doc.version();
@@ -134,38 +134,38 @@ Viewport AddViewport(Document& doc, Block* block, const ViewportSpec& spec) {
   };
   auto num = [&](int code, double value) { add(code, FormatDouble(value)); };
   auto integer = [&](int code, int64_t value) { add(code, FormatInt(value)); };
-  int flags = (spec.id == 1 ? kMainViewportFlags : kModelViewportFlags) |
-              spec.extra_flags;
-  if (spec.locked) flags |= Viewport::kFlagLocked;
-  if (!spec.on) flags |= Viewport::kFlagOff;
+  int flags = (entry.id == 1 ? kMainViewportFlags : kModelViewportFlags) |
+              entry.extra_flags;
+  if (entry.locked) flags |= Viewport::kFlagLocked;
+  if (!entry.on) flags |= Viewport::kFlagOff;
   add(0, "VIEWPORT");
   add(100, "AcDbEntity");
-  add(8, spec.layer.empty() ? "0" : spec.layer);
+  add(8, entry.layer.empty() ? "0" : entry.layer);
   add(100, "AcDbViewport");
-  num(10, spec.center.x);
-  num(20, spec.center.y);
-  num(30, spec.center.z);
-  num(40, spec.width);
-  num(41, spec.height);
-  integer(68, spec.on ? (spec.status > 0 ? spec.status : spec.id) : 0);
-  integer(69, spec.id);
-  num(12, spec.view_center_x);
-  num(22, spec.view_center_y);
+  num(10, entry.center.x);
+  num(20, entry.center.y);
+  num(30, entry.center.z);
+  num(40, entry.width);
+  num(41, entry.height);
+  integer(68, entry.on ? (entry.status > 0 ? entry.status : entry.id) : 0);
+  integer(69, entry.id);
+  num(12, entry.view_center_x);
+  num(22, entry.view_center_y);
   for (int code : {13, 23}) num(code, 0);
   for (int code : {14, 24, 15, 25}) num(code, 10);
-  num(16, spec.direction.x);
-  num(26, spec.direction.y);
-  num(36, spec.direction.z);
-  num(17, spec.target.x);
-  num(27, spec.target.y);
-  num(37, spec.target.z);
+  num(16, entry.direction.x);
+  num(26, entry.direction.y);
+  num(36, entry.direction.z);
+  num(17, entry.target.x);
+  num(27, entry.target.y);
+  num(37, entry.target.z);
   num(42, 50);
   num(43, 0);
   num(44, 0);
   num(45, view_height);
   num(50, 0);
   // CAD programs store twists in [0, 360).
-  double twist = std::fmod(spec.twist, 360.0);
+  double twist = std::fmod(entry.twist, 360.0);
   if (twist < 0) twist += 360;
   if (std::abs(twist - 360) < 1e-12) twist = 0;
   num(51, twist);
@@ -200,10 +200,10 @@ Viewport AddViewport(Document& doc, Block* block, const ViewportSpec& spec) {
     integer(421, 3355443);
   }
   Viewport vp(doc.AddEntity(block, std::move(t)));
-  std::string scale = spec.annotation_scale.empty()
-                          ? ScaleName(spec.height / view_height)
-                          : spec.annotation_scale;
-  if (spec.id == 1) scale = "1:1";
+  std::string scale = entry.annotation_scale.empty()
+                          ? ScaleName(entry.height / view_height)
+                          : entry.annotation_scale;
+  if (entry.id == 1) scale = "1:1";
   SetViewportAnnotationScale(doc, vp, scale);
   return vp;
 }

@@ -37,7 +37,7 @@ struct ViewportSpec {
 
 // Adds a viewport to a paper-space block. Invalid Entity for R12 or when
 // width, height or view height is not positive.
-Viewport AddViewport(Document& doc, Block* block, const ViewportSpec& spec);
+Viewport AddViewport(Document& doc, Block* block, const ViewportSpec& entry);
 
 // Points the viewport's annotation-scale XRECORD at the SCALE named `name`
 // ("1:50", "2:1"), creating both when absent. False when the name is not of
