@@ -42,6 +42,7 @@ TEST(VersionTest, EveryReleaseFrom2000OpensCleanly) {
     std::unique_ptr<Document> back;
     ASSERT_TRUE(Document::Load(path, &back).ok());
     EXPECT_EQ(back->version(), v);
+    EXPECT_TRUE(back->FindByHandle(text.handle()).valid());
   }
 }
 
