@@ -7,9 +7,9 @@
 
 #include "cli/embedded_session.h"
 #include "cli/frame_output.h"
+#include "cli/frame_search_run.h"
 #include "cli/registry.h"
 #include "frames/frame_commands.h"
-#include "frames/frame_ordering.h"
 #include "layouts/layout_creation.h"
 
 namespace lmt::cli {
@@ -36,19 +36,9 @@ int RunCreateLayouts(CommandContext& context) {
   frames::FrameState state;
   frames::FrameCommands commands(embedded.session(), state,
                                  MainWindowNamer(windows));
-  if (options.template_handle) {
-    embedded.user().QueueTemplatePick();
-    if (commands.GetObrazec() != frames::Outcome::kDone) return kExitRefused;
-    context.ReapplyFilterSets();
+  if (CaptureAndSearch(context, embedded, commands) != frames::Outcome::kDone) {
+    return kExitRefused;
   }
-  const int mode =
-      options.pick_given ? frames::kSearchOnScreen : frames::kSearchAll;
-  if (options.pick_given) embedded.user().QueueWindowPick();
-  if (windows.okno_lmt.option_sortirovka_spisok.selected() ==
-      static_cast<int>(frames::SortOrder::kPolyline)) {
-    embedded.user().QueueSortPolylinePick();
-  }
-  if (commands.Search(mode) != frames::Outcome::kDone) return kExitRefused;
 
   const layouts::CreationReport report =
       layouts::CreateLayouts(embedded.session(), state.table);

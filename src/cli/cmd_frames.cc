@@ -7,9 +7,9 @@
 #include "cli/embedded_session.h"
 #include "cli/frame_output.h"
 #include "cli/frame_preview.h"
+#include "cli/frame_search_run.h"
 #include "cli/registry.h"
 #include "frames/frame_commands.h"
-#include "frames/frame_ordering.h"
 
 namespace lmt::cli {
 namespace {
@@ -31,23 +31,7 @@ int RunFrames(CommandContext& context) {
   frames::FrameState state;
   frames::FrameCommands commands(embedded.session(), state,
                                  MainWindowNamer(windows));
-  if (options.template_handle) {
-    embedded.user().QueueTemplatePick();
-    if (commands.GetObrazec() != frames::Outcome::kDone) return kExitRefused;
-    // The user's filter choices win over what the capture filled in.
-    context.ReapplyFilterSets();
-  }
-
-  // The picks come in this order: the objects on screen, then the
-  // direction polyline.
-  const int mode =
-      options.pick_given ? frames::kSearchOnScreen : frames::kSearchAll;
-  if (options.pick_given) embedded.user().QueueWindowPick();
-  if (windows.okno_lmt.option_sortirovka_spisok.selected() ==
-      static_cast<int>(frames::SortOrder::kPolyline)) {
-    embedded.user().QueueSortPolylinePick();
-  }
-  const frames::Outcome outcome = commands.Search(mode);
+  const frames::Outcome outcome = CaptureAndSearch(context, embedded, commands);
   if (outcome == frames::Outcome::kRefused) return kExitRefused;
 
   if (options.json) {
