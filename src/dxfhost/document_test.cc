@@ -59,7 +59,7 @@ TEST(ApplicationTest, DocumentsOpenAndClose) {
   EXPECT_EQ(*docs->Count(), 2);
   EXPECT_EQ(*(*app->ActiveDocument())->Name(), "s_AC1015.dxf");
   EXPECT_EQ(*(*a)->FullName(),
-            std::filesystem::path(test::Testdata("example.dxf"))
+            std::filesystem::absolute(test::Testdata("example.dxf"))
                 .lexically_normal()
                 .string());
   EXPECT_EQ((*(*a)->Application()).get(), app.get());

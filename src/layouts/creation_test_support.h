@@ -24,19 +24,12 @@
 #include "host/host_kind.h"
 #include "host/object_model.h"
 #include "host/session.h"
+#include "testing/dxf_check.h"
 #include "testing/fake_runtime.h"
 #include "testing/scripted_user.h"
 
 namespace lmt::layouts::test {
 
-inline std::string SharedDir() {
-  std::string dir = LMT_SHARED_DIR;
-  if (!std::filesystem::exists(dir + "/tools")) {
-    dir = (std::filesystem::path(dir).parent_path().parent_path() / "shared")
-              .string();
-  }
-  return dir;
-}
 inline std::string Testdata(const std::string& name) {
   return std::string(LMT_TESTDATA_DIR) + "/" + name;
 }
@@ -58,11 +51,7 @@ inline std::string Run(const std::string& command, int* status) {
 // The shared checker's report; empty when ezdxf loads and audits the
 // drawing clean.
 inline std::string CheckDxf(const std::string& path) {
-  int status = 0;
-  std::string report = Run("/usr/bin/python3 " + SharedDir() +
-                               "/tools/check_dxf.py '" + path + "' 2>&1",
-                           &status);
-  return status == 0 ? std::string() : report;
+  return ::lmt::testing::DxfProblems(path);
 }
 
 struct VpRecord {

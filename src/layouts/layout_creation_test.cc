@@ -74,6 +74,9 @@ frames::Point Centre(const frames::Quad& q) {
 
 class CreationTest : public ::testing::Test {
  protected:
+  // Every test here reads its result back through ezdxf.
+  void SetUp() override { LMT_SKIP_WITHOUT_EZDXF(); }
+
   // Runs layout creation on frames.dxf in the host `kind`, saves and reads
   // the result back.
   Described Create(host::HostKind kind,
