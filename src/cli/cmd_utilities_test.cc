@@ -3,19 +3,16 @@
 #include <gtest/gtest.h>
 
 #ifndef _WIN32
-#include <sys/wait.h>
-
 #include <algorithm>
-#include <array>
-#include <cstdio>
 #include <filesystem>
-#include <fstream>
-#include <sstream>
 #include <string>
 #include <vector>
 
 #include "cli/drawing_output.h"
+#include "cli/layomat_run_test_support.h"
+#include "core/file_util.h"
 #include "testing/dxf_check.h"
+#include "testing/shell.h"
 #include "testing/temp_dir.h"
 
 namespace lmt::cli {
@@ -27,28 +24,8 @@ using testing::SharedDir;
 
 const std::string kTestdata = std::string(LMT_TESTDATA_DIR) + "/utilities/";
 
-struct Ran {
-  int status;
-  std::string output;
-};
-
-Ran Shell(const std::string& command) {
-  Ran ran{-1, ""};
-  FILE* pipe = popen((command + " 2>&1").c_str(), "r");
-  if (pipe == nullptr) return ran;
-  std::array<char, 256> buffer;
-  while (fgets(buffer.data(), buffer.size(), pipe) != nullptr)
-    ran.output += buffer.data();
-  const int raw = pclose(pipe);
-  ran.status = WIFEXITED(raw) ? WEXITSTATUS(raw) : -1;
-  return ran;
-}
-
 std::string Bytes(const fs::path& path) {
-  std::ifstream in(path, std::ios::binary);
-  std::stringstream s;
-  s << in.rdbuf();
-  return s.str();
+  return core::ReadFileBytes(path).value_or("");
 }
 
 class UtilityCommandsTest : public ::testing::Test {
@@ -57,17 +34,16 @@ class UtilityCommandsTest : public ::testing::Test {
     fs::copy_file(kTestdata + "sheets.dxf", dir_ / "sheets.dxf");
   }
 
-  Ran Layomat(const std::string& args) {
-    return Shell("cd '" + dir_.path().string() + "' && XDG_CONFIG_HOME='" +
-                 dir_.path().string() + "' '" LMT_BINARY_DIR "/layomat' " +
-                 args);
+  test::LayomatRun Layomat(const std::string& args) {
+    return test::RunLayomat(args, dir_.path());
   }
   // describe.py's lines for `file` in the scratch folder.
   std::string Describe(const std::string& file) {
-    Ran ran = Shell("/usr/bin/python3 " + kTestdata + "describe.py '" +
-                    (dir_ / file).string() + "'");
-    EXPECT_EQ(ran.status, 0) << ran.output;
-    return ran.output;
+    testing::ShellRun ran = testing::RunShell(
+        "/usr/bin/python3 " + kTestdata + "describe.py " +
+        testing::ShellQuote((dir_ / file).string()) + " 2>&1");
+    EXPECT_EQ(ran.status, 0) << ran.out;
+    return ran.out;
   }
   // Only the given files are left in the scratch folder (no temporaries).
   void ExpectFiles(std::vector<std::string> expected) {
@@ -85,9 +61,9 @@ class UtilityCommandsTest : public ::testing::Test {
 
 TEST_F(UtilityCommandsTest, ViewportsOffWritesOutAndLeavesTheSourceAlone) {
   const std::string before = Bytes(dir_ / "sheets.dxf");
-  Ran ran = Layomat("viewports off sheets.dxf -o out.dxf");
-  EXPECT_EQ(ran.status, 0) << ran.output;
-  EXPECT_NE(ran.output.find(": Ok\n"), std::string::npos) << ran.output;
+  test::LayomatRun ran = Layomat("viewports off sheets.dxf -o out.dxf");
+  EXPECT_EQ(ran.status, 0) << ran.all();
+  EXPECT_NE(ran.all().find(": Ok\n"), std::string::npos) << ran.all();
   EXPECT_EQ(Bytes(dir_ / "sheets.dxf"), before);
   std::string out = Describe("out.dxf");
   EXPECT_NE(out.find("vp 9C A3 4 off"), std::string::npos) << out;
@@ -98,16 +74,17 @@ TEST_F(UtilityCommandsTest, ViewportsOffWritesOutAndLeavesTheSourceAlone) {
 }
 
 TEST_F(UtilityCommandsTest, OutputEqualToTheDrawingReplacesIt) {
-  Ran ran = Layomat("viewports on sheets.dxf -o sheets.dxf");
-  EXPECT_EQ(ran.status, 0) << ran.output;
+  test::LayomatRun ran = Layomat("viewports on sheets.dxf -o sheets.dxf");
+  EXPECT_EQ(ran.status, 0) << ran.all();
   EXPECT_NE(Describe("sheets.dxf").find("vp A4 Pair 7 on"), std::string::npos);
   ExpectFiles({"sheets.dxf"});
 }
 
 TEST_F(UtilityCommandsTest, DeleteOutsideGoesToThePickedViewportsLayout) {
   // The drawing was saved with the model tab current.
-  Ran ran = Layomat("delete-outside sheets.dxf --viewport 9C -o out.dxf");
-  EXPECT_EQ(ran.status, 0) << ran.output;
+  test::LayomatRun ran =
+      Layomat("delete-outside sheets.dxf --viewport 9C -o out.dxf");
+  EXPECT_EQ(ran.status, 0) << ran.all();
   std::string out = Describe("out.dxf");
   std::string model;
   std::istringstream lines(out);
@@ -120,11 +97,12 @@ TEST_F(UtilityCommandsTest, DeleteOutsideGoesToThePickedViewportsLayout) {
 }
 
 TEST_F(UtilityCommandsTest, RefusalsExitOneAndWriteNothing) {
-  Ran none = Layomat("delete-outside sheets.dxf -o out.dxf");
+  test::LayomatRun none = Layomat("delete-outside sheets.dxf -o out.dxf");
   EXPECT_EQ(none.status, 1);
-  EXPECT_NE(none.output.find("Невозможно в Модель !"), std::string::npos)
-      << none.output;
-  Ran circle = Layomat("delete-outside sheets.dxf --viewport 8A -o out.dxf");
+  EXPECT_NE(none.all().find("Невозможно в Модель !"), std::string::npos)
+      << none.all();
+  test::LayomatRun circle =
+      Layomat("delete-outside sheets.dxf --viewport 8A -o out.dxf");
   EXPECT_EQ(circle.status, 1);
   ExpectFiles({"sheets.dxf"});
 }
@@ -136,14 +114,14 @@ TEST_F(UtilityCommandsTest, BadCommandLinesExitTwo) {
 }
 
 TEST_F(UtilityCommandsTest, UnreadableOrUnwritableDrawingsExitThree) {
-  Ran missing = Layomat("viewports on nothing.dxf -o out.dxf");
+  test::LayomatRun missing = Layomat("viewports on nothing.dxf -o out.dxf");
   EXPECT_EQ(missing.status, 3);
-  EXPECT_NE(missing.output.find("nothing.dxf"), std::string::npos);
+  EXPECT_NE(missing.all().find("nothing.dxf"), std::string::npos);
   // The engine reads R12 but writes 2000 and later only.
-  Ran r12 = Layomat("viewports on '" + SharedDir() +
-                    "/dxf-samples/s_AC1009.dxf' -o out.dxf");
+  test::LayomatRun r12 = Layomat("viewports on '" + SharedDir() +
+                                 "/dxf-samples/s_AC1009.dxf' -o out.dxf");
   EXPECT_EQ(r12.status, 3);
-  EXPECT_NE(r12.output.find("out.dxf"), std::string::npos);
+  EXPECT_NE(r12.all().find("out.dxf"), std::string::npos);
   ExpectFiles({"sheets.dxf"});
 }
 

@@ -2,42 +2,20 @@
 #include <gtest/gtest.h>
 
 #ifndef _WIN32
-#include <sys/wait.h>
-
-#include <array>
-#include <cstdio>
 #include <cstdlib>
 #include <string>
 
+#include "cli/layomat_run_test_support.h"
 #include "core/file_util.h"
 #include "testing/temp_dir.h"
 
 namespace lmt::cli {
 namespace {
 
-struct Outcome {
-  int status = -1;
-  std::string out;  // standard output
-  std::string err;  // standard error
-};
-
 class FramesCommandTest : public ::testing::Test {
  protected:
-  Outcome Layomat(const std::string& args) {
-    const std::string err_file = (dir_ / "stderr.txt").string();
-    const std::string command = "XDG_CONFIG_HOME='" + dir_.path().string() +
-                                "' '" LMT_BINARY_DIR "/layomat' " + args +
-                                " 2>'" + err_file + "'";
-    Outcome run;
-    FILE* pipe = popen(command.c_str(), "r");
-    if (pipe == nullptr) return run;
-    std::array<char, 512> buffer;
-    while (fgets(buffer.data(), buffer.size(), pipe) != nullptr)
-      run.out += buffer.data();
-    const int raw = pclose(pipe);
-    run.status = WIFEXITED(raw) ? WEXITSTATUS(raw) : -1;
-    run.err = core::ReadFileBytes(err_file).value_or("");
-    return run;
+  test::LayomatRun Layomat(const std::string& args) {
+    return test::RunLayomat(args, dir_.path());
   }
 
   static int Count(const std::string& text, const std::string& part) {
@@ -66,7 +44,7 @@ class FramesCommandTest : public ::testing::Test {
 };
 
 TEST_F(FramesCommandTest, JsonOfTheExampleHasEveryFrame) {
-  Outcome run = Layomat("frames " + example_ + " --json");
+  test::LayomatRun run = Layomat("frames " + example_ + " --json");
   ASSERT_EQ(run.status, 0) << run.err;
   EXPECT_TRUE(ValidJson(run.out)) << run.out;
   // No template: every model-space object is selected, the frames make
@@ -80,7 +58,7 @@ TEST_F(FramesCommandTest, JsonOfTheExampleHasEveryFrame) {
 }
 
 TEST_F(FramesCommandTest, TemplateOfOneBlockFindsItsBlockOnly) {
-  Outcome run =
+  test::LayomatRun run =
       Layomat("frames " + example_ +
               " --template 94 --json --set OknoLmt.UniTextNameAtribute=SHEET"
               " --set OknoLmt.OptionBlockPoisk1=True");
@@ -96,18 +74,20 @@ TEST_F(FramesCommandTest, TemplateOfOneBlockFindsItsBlockOnly) {
 TEST_F(FramesCommandTest, FilterSetsWinOverTheCapture) {
   // The capture fills the layer with FRAMES; the --set puts CONTENT back,
   // where no block lies: no objects, exit 1.
-  Outcome run = Layomat("frames " + example_ +
-                        " --template 94 --set OknoFilter.CheckTolkoVSloe=1"
-                        " --set OknoFilter.ComboSloyLinii=CONTENT");
+  test::LayomatRun run =
+      Layomat("frames " + example_ +
+              " --template 94 --set OknoFilter.CheckTolkoVSloe=1"
+              " --set OknoFilter.ComboSloyLinii=CONTENT");
   EXPECT_EQ(run.status, 1);
   EXPECT_NE(run.err.find("Нет объектов для обработки !"), std::string::npos);
 }
 
 TEST_F(FramesCommandTest, ReadableTableAndPreview) {
   const std::string svg = (dir_ / "frames.svg").string();
-  Outcome run = Layomat("frames " + example_ + " --preview '" + svg + "'" +
-                        " --set OknoLmt.TextStrokaNameFile=10/20"
-                        " --set OknoLmt.UniTextLeyoutName0=Sheet-");
+  test::LayomatRun run =
+      Layomat("frames " + example_ + " --preview '" + svg + "'" +
+              " --set OknoLmt.TextStrokaNameFile=10/20"
+              " --set OknoLmt.UniTextLeyoutName0=Sheet-");
   ASSERT_EQ(run.status, 0) << run.err;
   EXPECT_NE(run.out.find("Layout Name"), std::string::npos);
   EXPECT_NE(run.out.find("Sheet-9"), std::string::npos);
@@ -119,10 +99,10 @@ TEST_F(FramesCommandTest, ReadableTableAndPreview) {
 }
 
 TEST_F(FramesCommandTest, PickStartPointAndDirectionPolylineFromOptions) {
-  Outcome run = Layomat("frames " + example_ +
-                        " --json --pick 94,9B,BE --start 100000,0"
-                        " --sort-polyline C2"
-                        " --set OknoLmt.OptionSortirovkaSpisok6=True");
+  test::LayomatRun run = Layomat("frames " + example_ +
+                                 " --json --pick 94,9B,BE --start 100000,0"
+                                 " --sort-polyline C2"
+                                 " --set OknoLmt.OptionSortirovkaSpisok6=True");
   ASSERT_EQ(run.status, 0) << run.err;
   EXPECT_EQ(Count(run.out, "\"№\": "), 3);
   EXPECT_EQ(Count(run.out, "\"Poly\": \"\""), 0);  // all projected
@@ -132,7 +112,7 @@ TEST_F(FramesCommandTest, PickStartPointAndDirectionPolylineFromOptions) {
 TEST_F(FramesCommandTest, UnreadableDrawingIsAFileError) {
   const std::string bad = (dir_ / "bad.dxf").string();
   ASSERT_TRUE(core::WriteFileAtomically(bad, "0\nSECTION\n2\nENTITIES\n").ok());
-  Outcome run = Layomat("frames '" + bad + "'");
+  test::LayomatRun run = Layomat("frames '" + bad + "'");
   EXPECT_EQ(run.status, 3);
   EXPECT_NE(run.err.find("bad.dxf"), std::string::npos) << run.err;
   EXPECT_EQ(Layomat("frames '" + (dir_ / "none.dxf").string() + "'").status, 3);

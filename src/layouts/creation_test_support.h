@@ -8,7 +8,6 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <cstdio>
 #include <filesystem>
 #include <map>
 #include <memory>
@@ -17,35 +16,16 @@
 #include <string>
 #include <vector>
 
-#include "core/globals.h"
-#include "core/windows.h"
-#include "dxfhost/application.h"
 #include "frames/frame_table.h"
-#include "host/host_kind.h"
 #include "host/object_model.h"
-#include "host/session.h"
 #include "testing/dxf_check.h"
-#include "testing/fake_runtime.h"
-#include "testing/scripted_user.h"
+#include "testing/embedded_run.h"
+#include "testing/shell.h"
 
 namespace lmt::layouts::test {
 
 inline std::string Testdata(const std::string& name) {
   return std::string(LMT_TESTDATA_DIR) + "/" + name;
-}
-
-inline std::string Run(const std::string& command, int* status) {
-  std::string out;
-  FILE* pipe = popen(command.c_str(), "r");
-  if (pipe == nullptr) {
-    *status = -1;
-    return out;
-  }
-  char buffer[4096];
-  size_t n;
-  while ((n = fread(buffer, 1, sizeof buffer, pipe)) > 0) out.append(buffer, n);
-  *status = pclose(pipe);
-  return out;
 }
 
 // The shared checker's report; empty when ezdxf loads and audits the
@@ -110,13 +90,13 @@ inline std::vector<std::string> SplitTabs(const std::string& line) {
 
 inline Described Describe(const std::string& path) {
   Described d;
-  int status = 0;
-  std::string out = Run("/usr/bin/python3 " + Testdata("layouts/describe.py") +
-                            " '" + path + "' 2>&1",
-                        &status);
-  EXPECT_EQ(status, 0) << out;
-  d.ok = status == 0;
-  std::istringstream lines(out);
+  const testing::ShellRun run =
+      testing::RunShell("/usr/bin/python3 " +
+                        testing::ShellQuote(Testdata("layouts/describe.py")) +
+                        " " + testing::ShellQuote(path) + " 2>&1");
+  EXPECT_EQ(run.status, 0) << run.out;
+  d.ok = run.status == 0;
+  std::istringstream lines(run.out);
   std::string line;
   while (std::getline(lines, line)) {
     std::vector<std::string> f = SplitTabs(line);
@@ -172,40 +152,7 @@ inline frames::Point PaperOf(const VpRecord& v, frames::Point p) {
   return {v.cx + s * (dx - v.vcx), v.cy + s * (dy - v.vcy)};
 }
 
-// A session of the add-in connected to the embedded host playing `kind`,
-// with `path` open as the active drawing.
-class HostRun {
- public:
-  HostRun(const std::string& path, host::HostKind kind)
-      : app_(dxfhost::DxfApplication::Create(kind, &user)),
-        session(globals, windows, user, runtime) {
-    windows.okno_lmt.combo_versia_cad.Select(static_cast<int>(kind));
-    runtime.SetRunning(std::string(host::HostProgramId(kind)), app_);
-    Result<host::DocumentsPtr> documents = app_->Documents();
-    EXPECT_TRUE(documents.ok());
-    if (!documents.ok()) return;
-    Result<host::DocumentPtr> opened = (*documents)->Open(path);
-    EXPECT_TRUE(opened.ok()) << opened.status().ToString();
-    if (opened.ok()) document = *opened;
-  }
-
-  void SaveAs(const std::string& path) {
-    Status saved = document->SaveAs(path, 65);
-    ASSERT_TRUE(saved.ok()) << saved.ToString();
-  }
-
-  core::Globals globals;
-  core::Windows windows;
-  testing::ScriptedUser user;
-  testing::FakeRuntime runtime;
-
- private:
-  std::shared_ptr<dxfhost::DxfApplication> app_;
-
- public:
-  host::Session session;
-  host::DocumentPtr document;
-};
+using HostRun = testing::EmbeddedRun;
 
 }  // namespace lmt::layouts::test
 

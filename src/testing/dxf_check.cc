@@ -1,8 +1,9 @@
 #include "testing/dxf_check.h"
 
-#include <cstdio>
 #include <filesystem>
 #include <regex>
+
+#include "testing/shell.h"
 
 namespace lmt::testing {
 
@@ -28,16 +29,10 @@ DxfCheckReport RunDxfCheck(const std::string& path) {
 #ifdef _WIN32
   (void)path;
 #else
-  std::string cmd = "/usr/bin/python3 '" + SharedDir() +
-                    "/tools/check_dxf.py' '" + path + "' 2>&1";
-  std::FILE* pipe = popen(cmd.c_str(), "r");
-  if (pipe == nullptr) return report;
-  char buffer[4096];
-  size_t n;
-  while ((n = std::fread(buffer, 1, sizeof buffer, pipe)) > 0) {
-    report.text.append(buffer, n);
-  }
-  pclose(pipe);
+  report.text = RunShell("/usr/bin/python3 " +
+                         ShellQuote(SharedDir() + "/tools/check_dxf.py") + " " +
+                         ShellQuote(path) + " 2>&1")
+                    .out;
   std::smatch m;
   if (std::regex_search(report.text, m,
                         std::regex(R"((\d+) structural problem)"))) {

@@ -7,7 +7,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <map>
@@ -16,15 +15,10 @@
 #include <string>
 #include <vector>
 
-#include "core/globals.h"
-#include "core/windows.h"
-#include "dxfhost/application.h"
-#include "host/host_kind.h"
 #include "host/object_model.h"
-#include "host/session.h"
 #include "testing/dxf_check.h"
-#include "testing/fake_runtime.h"
-#include "testing/scripted_user.h"
+#include "testing/embedded_run.h"
+#include "testing/shell.h"
 
 namespace lmt::utilities::test {
 
@@ -34,21 +28,6 @@ inline std::string Sample(const std::string& name) {
 }
 inline std::string Testdata(const std::string& name) {
   return std::string(LMT_TESTDATA_DIR) + "/" + name;
-}
-
-// The standard output of `command`, and its exit status in `status`.
-inline std::string Run(const std::string& command, int* status) {
-  std::string out;
-  FILE* pipe = popen(command.c_str(), "r");
-  if (pipe == nullptr) {
-    *status = -1;
-    return out;
-  }
-  char buffer[4096];
-  size_t n;
-  while ((n = fread(buffer, 1, sizeof buffer, pipe)) > 0) out.append(buffer, n);
-  *status = pclose(pipe);
-  return out;
 }
 
 // The shared checker's report on `path` when it found anything new; empty
@@ -79,14 +58,13 @@ struct Described {
 
 inline Described Describe(const std::string& path) {
   Described d;
-  int status = 0;
-  std::string out =
-      Run("/usr/bin/python3 " + Testdata("utilities/describe.py") + " '" +
-              path + "' 2>&1",
-          &status);
-  EXPECT_EQ(status, 0) << out;
-  d.ok = status == 0;
-  std::istringstream lines(out);
+  const testing::ShellRun run =
+      testing::RunShell("/usr/bin/python3 " +
+                        testing::ShellQuote(Testdata("utilities/describe.py")) +
+                        " " + testing::ShellQuote(path) + " 2>&1");
+  EXPECT_EQ(run.status, 0) << run.out;
+  d.ok = run.status == 0;
+  std::istringstream lines(run.out);
   std::string kind;
   while (lines >> kind) {
     if (kind == "layout") {
@@ -113,44 +91,7 @@ inline Described Describe(const std::string& path) {
   return d;
 }
 
-// A session of the add-in connected to the embedded host playing `kind`,
-// with `path` open as the active drawing.
-class EmbeddedSession {
- public:
-  explicit EmbeddedSession(const std::string& path,
-                           host::HostKind kind = host::HostKind::kAutoCad)
-      : app_(dxfhost::DxfApplication::Create(kind, &user)),
-        session(globals, windows, user, runtime) {
-    windows.okno_lmt.combo_versia_cad.Select(static_cast<int>(kind));
-    runtime.SetRunning(std::string(host::HostProgramId(kind)), app_);
-    Result<host::DocumentsPtr> documents = app_->Documents();
-    EXPECT_TRUE(documents.ok());
-    if (!documents.ok()) return;
-    Result<host::DocumentPtr> opened = (*documents)->Open(path);
-    EXPECT_TRUE(opened.ok()) << opened.status().ToString();
-    if (opened.ok()) document = *opened;
-  }
-
-  host::Application& application() { return *app_; }
-
-  // Saves the drawing as `path` in its own release.
-  void SaveAs(const std::string& path) {
-    Status saved = document->SaveAs(path, 65);
-    ASSERT_TRUE(saved.ok()) << saved.ToString();
-  }
-
-  core::Globals globals;
-  core::Windows windows;
-  testing::ScriptedUser user;
-  testing::FakeRuntime runtime;
-
- private:
-  std::shared_ptr<dxfhost::DxfApplication> app_;
-
- public:
-  host::Session session;
-  host::DocumentPtr document;
-};
+using EmbeddedSession = testing::EmbeddedRun;
 
 }  // namespace lmt::utilities::test
 

@@ -1,0 +1,65 @@
+// EmbeddedRun: a session of the add-in connected to the embedded DXF host
+// playing one host kind, with one drawing open as the active document. For
+// the tests of the subsystems that run their routines on real drawings; the
+// including test program links the embedded host (lmt_dxfhost).
+#ifndef LMT_TESTING_EMBEDDED_RUN_H_
+#define LMT_TESTING_EMBEDDED_RUN_H_
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+
+#include "core/globals.h"
+#include "core/windows.h"
+#include "dxfhost/application.h"
+#include "host/host_kind.h"
+#include "host/object_model.h"
+#include "host/session.h"
+#include "testing/fake_runtime.h"
+#include "testing/scripted_user.h"
+
+namespace lmt::testing {
+
+class EmbeddedRun {
+ public:
+  explicit EmbeddedRun(const std::string& path,
+                       host::HostKind kind = host::HostKind::kAutoCad)
+      : app_(dxfhost::DxfApplication::Create(kind, &user)),
+        session(globals, windows, user, runtime) {
+    windows.okno_lmt.combo_versia_cad.Select(static_cast<int>(kind));
+    runtime.SetRunning(std::string(host::HostProgramId(kind)), app_);
+    Result<host::DocumentsPtr> documents = app_->Documents();
+    EXPECT_TRUE(documents.ok());
+    if (!documents.ok()) return;
+    Result<host::DocumentPtr> opened = (*documents)->Open(path);
+    EXPECT_TRUE(opened.ok()) << opened.status().ToString();
+    if (opened.ok()) document = *opened;
+  }
+
+  host::Application& application() { return *app_; }
+
+  // Saves the drawing as `path` in the release it was read in.
+  void SaveAs(const std::string& path) {
+    Status saved = document->SaveAs(path, kAnyDxf);
+    ASSERT_TRUE(saved.ok()) << saved.ToString();
+  }
+
+  core::Globals globals;
+  core::Windows windows;
+  ScriptedUser user;
+  FakeRuntime runtime;
+
+ private:
+  // Any DXF save type: the engine keeps the drawing's own release.
+  static constexpr int32_t kAnyDxf = 65;
+  std::shared_ptr<dxfhost::DxfApplication> app_;
+
+ public:
+  host::Session session;
+  host::DocumentPtr document;
+};
+
+}  // namespace lmt::testing
+
+#endif  // LMT_TESTING_EMBEDDED_RUN_H_
