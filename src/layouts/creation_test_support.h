@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <filesystem>
@@ -24,6 +25,7 @@
 #include "host/host_kind.h"
 #include "host/object_model.h"
 #include "host/session.h"
+#include "testing/dxf_check.h"
 #include "testing/fake_runtime.h"
 #include "testing/scripted_user.h"
 
@@ -55,14 +57,19 @@ inline std::string Run(const std::string& command, int* status) {
   return out;
 }
 
-// The shared checker's report; empty when ezdxf loads and audits the
-// drawing clean.
-inline std::string CheckDxf(const std::string& path) {
-  int status = 0;
-  std::string report = Run("/usr/bin/python3 " + SharedDir() +
-                               "/tools/check_dxf.py '" + path + "' 2>&1",
-                           &status);
-  return status == 0 ? std::string() : report;
+// The shared checker's verdict (testing::DxfProblems, which reads its
+// report, never its exit status): "" when ezdxf loads and audits the
+// drawing clean and at most `allowed_structural` structural problems are
+// found; else the report.
+inline std::string CheckDxf(const std::string& path,
+                            int allowed_structural = 0) {
+  return lmt::testing::DxfProblems(path, allowed_structural);
+}
+
+// The structural problems a source drawing already has (a CAD program's
+// layouts never displayed lack their main viewport), which a run keeps.
+inline int StructuralProblems(const std::string& path) {
+  return std::max(0, lmt::testing::RunDxfCheck(path).structural);
 }
 
 struct VpRecord {

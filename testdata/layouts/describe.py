@@ -67,8 +67,16 @@ def annotation_scale(doc, viewport):
         if tag.code == 340:
             scale = doc.entitydb.get(tag.value)
             if scale is not None:
-                return scale.dxf.get("name", "")
+                return scale_name(scale)
     return ""
+
+
+def scale_name(scale):
+    """ezdxf 0.18 keeps SCALE as raw tags: its name is group code 300."""
+    for tag in getattr(scale, "xtags", []):
+        if tag.code == 300:
+            return tag.value
+    return scale.dxf.get("name", "")
 
 
 if __name__ == "__main__":
