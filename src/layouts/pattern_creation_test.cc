@@ -202,5 +202,21 @@ INSTANTIATE_TEST_SUITE_P(
                                   297}),
     [](const auto& info) { return std::string(info.param.name); });
 
+// A row named like an existing layout is skipped: the host refuses the
+// name, and the rows after it are still made.
+TEST(TakenNameTest, RowWithATakenNameIsSkipped) {
+  test::HostRun run(test::Testdata("example.dxf"), host::HostKind::kAutoCad);
+  run.user.AllowUnusedAnswers();
+  frames::FrameTable table = FrameRow();
+  table.SetCell(2, frames::Column::kLayoutName, "pattern");
+  CreationReport report = CreateLayouts(run.session, table);
+  EXPECT_EQ(report.outcome, CreationOutcome::kDone);
+  EXPECT_EQ(report.created, (std::vector<std::string>{"Sheet-1", "Sheet-3"}));
+  Result<host::LayoutPtr> pattern = (*run.document->Layouts())->Item("Pattern");
+  ASSERT_TRUE(pattern.ok());
+  // The pattern got no viewport of the skipped row.
+  EXPECT_EQ(*(*(*pattern)->Block())->Count(), 1);
+}
+
 }  // namespace
 }  // namespace lmt::layouts
