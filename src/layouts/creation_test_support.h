@@ -75,6 +75,7 @@ inline int StructuralProblems(const std::string& path) {
 struct VpRecord {
   std::string layout, handle, layer;
   int id = 0;
+  int status = -1;  // 68: its place in the order of viewports switched on
   bool on = false, locked = false;
   double cx = 0, cy = 0, w = 0, h = 0, vcx = 0, vcy = 0, tx = 0, ty = 0, vh = 0,
          twist_deg = 0;
@@ -157,6 +158,7 @@ inline Described Describe(const std::string& path) {
       double* nums[] = {&v.cx,  &v.cy, &v.w,  &v.h,  &v.vcx,
                         &v.vcy, &v.tx, &v.ty, &v.vh, &v.twist_deg};
       for (int i = 0; i < 10; ++i) *nums[i] = std::stod(f[7 + i]);
+      if (f.size() >= 18) v.status = std::stoi(f[17]);
       d.viewports.push_back(v);
     } else if (f[0] == "mtext" && f.size() >= 9) {
       d.mtexts.push_back({f[1], f[2], f[3], f[8], std::stoi(f[4]),
