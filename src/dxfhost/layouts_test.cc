@@ -149,6 +149,16 @@ TEST(LayoutsTest, StandardViewportShowsExactlyItsFrame) {
   EXPECT_EQ(s.doc->SetVariable("CANNOSCALE", host::Variant("1/50")).code(),
             StatusCode::kInvalidArgument);
   ASSERT_TRUE(s.doc->SetMSpace(false).ok());
+  // A copy takes the scale along.
+  Result<host::EntityPtr> copied = vp->Copy();
+  ASSERT_TRUE(copied.ok()) << copied.status().ToString();
+  host::PViewportPtr copy = host::As<host::PViewport>(*copied);
+  ASSERT_NE(copy, nullptr);
+  ASSERT_TRUE(copy->SetWidth(50).ok());
+  ASSERT_TRUE(s.doc->SetActivePViewport(copy).ok());
+  ASSERT_TRUE(s.doc->SetMSpace(true).ok());
+  EXPECT_EQ(std::get<std::string>(*s.doc->GetVariable("CANNOSCALE")), "1:50");
+  ASSERT_TRUE(s.doc->SetMSpace(false).ok());
 
   std::string out = test::ScratchDir() + "/standard_viewport.dxf";
   ASSERT_TRUE(s.doc->SaveAs(out, 65).ok());
@@ -266,6 +276,34 @@ TEST(LayoutsTest, LayoutTemplateBesideTheDrawing) {
 }
 
 // ---------------------------------------------------------------- blocks
+
+TEST(BlocksTest, CopiedReferenceKeepsItsAttributes) {
+  test::Session s(test::Testdata("example.dxf"));
+  host::BlockReferencePtr frame =
+      host::As<host::BlockReference>(s.ByHandle("94"));
+  ASSERT_NE(frame, nullptr);
+  Result<host::EntityPtr> copied = frame->Copy();
+  ASSERT_TRUE(copied.ok()) << copied.status().ToString();
+  host::BlockReferencePtr copy = host::As<host::BlockReference>(*copied);
+  ASSERT_NE(copy, nullptr);
+  EXPECT_NE(*copy->Handle(), *frame->Handle());
+  std::vector<host::AttributePtr> mine = *copy->GetAttributes();
+  std::vector<host::AttributePtr> theirs = *frame->GetAttributes();
+  ASSERT_EQ(mine.size(), theirs.size());
+  ASSERT_FALSE(mine.empty());
+  for (size_t i = 0; i < mine.size(); ++i) {
+    EXPECT_EQ(*mine[i]->TagString(), *theirs[i]->TagString());
+    EXPECT_EQ(*mine[i]->TextString(), *theirs[i]->TextString());
+    EXPECT_NE(*mine[i]->Handle(), *theirs[i]->Handle());
+  }
+  // Changing the copy's value leaves the original's.
+  ASSERT_TRUE(mine[0]->SetTextString("changed").ok());
+  EXPECT_NE(*theirs[0]->TextString(), "changed");
+  EXPECT_EQ(*(*s.doc->ModelSpace())->Count(), 31);
+  std::string out = test::ScratchDir() + "/copied.dxf";
+  ASSERT_TRUE(s.doc->SaveAs(out, 65).ok());
+  EXPECT_EQ(test::CheckDxf(out, test::kExampleProblems), "");
+}
 
 // viewports.dxf: XPART references xref_part.dxf (a 100 x 50 line) by a
 // relative path.
