@@ -1,11 +1,15 @@
 #include "dxfhost/collections.h"
 
+#include <algorithm>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "dxf/builders.h"
+#include "dxf/layout_edit.h"
+#include "dxf/viewport_edit.h"
 #include "dxfhost/entities.h"
-#include "dxfhost/layout_edit.h"
+#include "dxfhost/session.h"
 
 namespace lmt::dxfhost {
 namespace {
@@ -30,58 +34,100 @@ class Holder {
 class DxfBlock : public host::Block, public Holder {
  public:
   DxfBlock(std::shared_ptr<Drawing> d, dxf::Block* block)
-      : host::Block(d->gate), d_(std::move(d)), block_(block) {}
+      : host::Block(d->gate),
+        d_(std::move(d)),
+        block_(block),
+        record_(block->record_handle) {}
   const Drawing* drawing() const override { return d_.get(); }
-  dxf::Block* block() const { return block_; }
+  // Null once the block is gone (its layout deleted).
+  dxf::Block* block() const { return Present().ok() ? block_ : nullptr; }
 
  protected:
   Result<std::string> DoName() const override {
-    if (Status s = d_->Live(); !s.ok()) return s;
+    if (Status s = Present(); !s.ok()) return s;
     return d_->Decode(block_->name);
   }
   Result<bool> DoIsXRef() const override {
-    if (Status s = d_->Live(); !s.ok()) return s;
+    if (Status s = Present(); !s.ok()) return s;
     return (Flags() & 4) != 0;
   }
+  Result<host::Point> DoOrigin() const override {
+    if (Status s = Present(); !s.ok()) return s;
+    if (block_->begin == dxf::kNoRecord) return host::Point{0, 0, 0};
+    // For a reference this is the base point the file keeps, which the CAD
+    // program takes from the referenced drawing's $INSBASE when it loads
+    // it; the placement of the references agrees with it either way.
+    dxf::Vec3 p = d_->entity(block_->begin).GetPoint(10);
+    return host::Point{p.x, p.y, p.z};
+  }
   Result<bool> DoIsLayout() const override {
-    if (Status s = d_->Live(); !s.ok()) return s;
+    if (Status s = Present(); !s.ok()) return s;
     return !d_->SpaceName(block_).empty();
   }
   Result<host::LayoutPtr> DoLayout() const override {
-    if (Status s = d_->Live(); !s.ok()) return s;
+    if (Status s = Present(); !s.ok()) return s;
     for (const LayoutInfo& info : d_->Layouts()) {
       if (info.block == block_) return MakeLayout(d_, info);
     }
     return Status::NotFound("block \"" + block_->name + "\" is no layout");
   }
   Result<int32_t> DoCount() const override {
-    if (Status s = d_->Live(); !s.ok()) return s;
-    return static_cast<int32_t>(Live().size());
+    if (Status s = Present(); !s.ok()) return s;
+    return static_cast<int32_t>(Members().second.size());
   }
   Result<host::EntityPtr> DoItemAt(int32_t index) const override {
-    if (Status s = d_->Live(); !s.ok()) return s;
-    std::vector<dxf::RecordId> ids = Live();
+    if (Status s = Present(); !s.ok()) return s;
+    auto [owner, ids] = Members();
     if (Status s = Index(index, ids); !s.ok()) return s;
-    return MakeEntity(d_, ids[index]);
+    return MakeEntity(owner, ids[index]);
   }
   Result<std::vector<host::EntityPtr>> DoItems() const override {
-    if (Status s = d_->Live(); !s.ok()) return s;
+    if (Status s = Present(); !s.ok()) return s;
+    auto [owner, ids] = Members();
     std::vector<host::EntityPtr> out;
-    for (dxf::RecordId id : Live()) out.push_back(MakeEntity(d_, id));
+    for (dxf::RecordId id : ids) out.push_back(MakeEntity(owner, id));
     return out;
   }
   Result<host::PViewportPtr> DoAddPViewport(const host::Point& center,
                                             double width,
                                             double height) override {
-    if (Status s = d_->Live(); !s.ok()) return s;
-    Result<dxf::RecordId> id =
-        AddPaperViewport(*d_, block_, center, width, height);
-    if (!id.ok()) return id.status();
-    return host::As<host::PViewport>(MakeEntity(d_, *id));
+    if (Status s = Present(); !s.ok()) return s;
+    if (d_->IsModel(block_) || d_->SpaceName(block_).empty()) {
+      return Status::NotSupported(
+          "viewports can only be added to a paper-space layout");
+    }
+    if (!(width > 0) || !(height > 0)) {
+      return Status::InvalidArgument(
+          "viewport width and height must be positive");
+    }
+    // The next free number of its layout; made switched off, as the CAD
+    // program leaves it until Display, and showing model space 1:1 around
+    // the origin until the caller sets its view.
+    int id = 1;
+    for (dxf::RecordId rid : block_->entities) {
+      dxf::Entity e = d_->entity(rid);
+      if (e.erased() || e.type() != "VIEWPORT") continue;
+      id = std::max(id, dxf::Viewport(e).id());
+    }
+    dxf::ViewportSpec spec;
+    spec.center = dxf::Vec3{center.x, center.y, center.z};
+    spec.width = width;
+    spec.height = height;
+    spec.view_height = height;
+    spec.id = id + 1;
+    spec.on = false;
+    spec.layer = std::string(d_->doc->HeaderValue("$CLAYER").value_or("0"));
+    dxf::Viewport vp = dxf::AddViewport(*d_->doc, block_, spec);
+    if (!vp.valid()) {
+      return Status::NotSupported(
+          "this drawing's release has no viewports of layouts");
+    }
+    // Viewport::id() is the viewport number (69); the record is Entity's.
+    return host::As<host::PViewport>(MakeEntity(d_, vp.Entity::id()));
   }
   Result<host::MTextPtr> DoAddMText(const host::Point& p, double width,
                                     std::string_view text) override {
-    if (Status s = d_->Live(); !s.ok()) return s;
+    if (Status s = Present(); !s.ok()) return s;
     std::string layer(d_->doc->HeaderValue("$CLAYER").value_or("0"));
     std::string style(d_->doc->HeaderValue("$TEXTSTYLE").value_or("Standard"));
     double height =
@@ -97,7 +143,7 @@ class DxfBlock : public host::Block, public Holder {
   }
   Result<host::PolylinePtr> DoAddLightWeightPolyline(
       const std::vector<double>& coordinates) override {
-    if (Status s = d_->Live(); !s.ok()) return s;
+    if (Status s = Present(); !s.ok()) return s;
     if (coordinates.size() < 4 || coordinates.size() % 2 != 0) {
       return Status::InvalidArgument(
           "a polyline needs an even number of coordinates, two points at "
@@ -117,7 +163,7 @@ class DxfBlock : public host::Block, public Holder {
   }
   Result<host::TextPtr> DoAddText(std::string_view text, const host::Point& p,
                                   double height) override {
-    if (Status s = d_->Live(); !s.ok()) return s;
+    if (Status s = Present(); !s.ok()) return s;
     if (!(height > 0)) {
       return Status::InvalidArgument("text height must be positive");
     }
@@ -150,16 +196,38 @@ class DxfBlock : public host::Block, public Holder {
     if (block_->begin == dxf::kNoRecord) return 0;
     return static_cast<int>(d_->entity(block_->begin).GetInt(70, 0));
   }
-  std::vector<dxf::RecordId> Live() const {
-    std::vector<dxf::RecordId> ids;
-    for (dxf::RecordId id : block_->entities) {
-      if (!d_->entity(id).erased()) ids.push_back(id);
+  // The drawing that holds the block's entities (the referenced one for an
+  // external reference) and their live records in order.
+  std::pair<std::shared_ptr<Drawing>, std::vector<dxf::RecordId>> Members()
+      const {
+    std::shared_ptr<Drawing> owner = d_;
+    const dxf::Block* block = block_;
+    if (Flags() & 4) {
+      owner = d_->Xref(*d_->doc, *block_);
+      if (owner == nullptr) return {d_, {}};
+      block = owner->doc->model_space();
     }
-    return ids;
+    std::vector<dxf::RecordId> ids;
+    for (dxf::RecordId id : block->entities) {
+      if (!owner->entity(id).erased()) ids.push_back(id);
+    }
+    return {owner, ids};
+  }
+
+  // Deleting a layout frees its block: the record handle, never reused,
+  // tells whether `block_` still stands (R12 blocks have none and are
+  // never deleted).
+  Status Present() const {
+    if (Status s = d_->Live(); !s.ok()) return s;
+    if (record_ != 0 && d_->doc->BlockByRecord(record_) != block_) {
+      return Status::NotFound("the block was deleted");
+    }
+    return Status();
   }
 
   std::shared_ptr<Drawing> d_;
   dxf::Block* block_;
+  uint64_t record_;
 };
 
 class DxfBlocks : public host::Blocks {
@@ -205,29 +273,52 @@ class DxfLayout : public host::Layout, public Holder {
   DxfLayout(std::shared_ptr<Drawing> d, LayoutInfo info)
       : host::Layout(d->gate), d_(std::move(d)), info_(std::move(info)) {}
   const Drawing* drawing() const override { return d_.get(); }
-  dxf::Block* block() const { return info_.block; }
+  // Null once the layout is deleted.
+  dxf::Block* block() const { return Present().ok() ? info_.block : nullptr; }
 
  protected:
   Result<std::string> DoName() const override {
-    if (Status s = d_->Live(); !s.ok()) return s;
+    if (Status s = Present(); !s.ok()) return s;
     return d_->SpaceName(info_.block);
   }
-  Status DoSetName(std::string_view) override {
-    return Status::NotSupported(
-        "Layout.SetName: renaming layouts needs layout editing in the "
-        "embedded drawing engine");
+  Status DoSetName(std::string_view name) override {
+    if (Status s = Present(); !s.ok()) return s;
+    dxf::Entity layout = Object();
+    if (!layout.valid()) {
+      return Status::NotSupported("this drawing's release has one layout only");
+    }
+    std::string raw = d_->Encode(name);
+    if (dxf::IsValidName(*d_->doc, raw) &&
+        !dxf::IsFreeLayoutName(*d_->doc, raw) &&
+        !dxf::EqualsNoCase(d_->SpaceName(info_.block), name)) {
+      return Status::Refused("layout \"" + std::string(name) +
+                             "\" already exists");
+    }
+    dxf::Status s = dxf::RenameLayout(*d_->doc, dxf::Layout(layout), raw);
+    d_->ForgetLayouts();
+    if (!s.ok()) return Status::InvalidArgument(s.message());
+    return Status();
   }
   Result<host::BlockPtr> DoBlock() const override {
     if (Status s = d_->Live(); !s.ok()) return s;
     return MakeBlock(d_, info_.block);
   }
+  // The source may be a layout of another drawing open in this host.
   Status DoCopyFrom(const host::LayoutPtr& source) override {
-    if (Status s = d_->Live(); !s.ok()) return s;
-    auto* from = dynamic_cast<const DxfLayout*>(source.get());
-    if (from == nullptr || from->d_ != d_) {
-      return Status::InvalidArgument("the layout is not from this drawing");
+    if (Status s = Present(); !s.ok()) return s;
+    const auto* from = dynamic_cast<const DxfLayout*>(source.get());
+    if (from == nullptr) {
+      return Status::InvalidArgument("the layout is not from this host");
     }
-    return CopyPageSetup(*d_, info_.handle, from->info_.handle);
+    if (Status s = from->Present(); !s.ok()) return s;
+    dxf::Entity settings = from->Object();
+    dxf::Entity layout = Object();
+    if (!settings.valid() || !layout.valid()) {
+      return Status::NotSupported("R12 layouts have no page setup");
+    }
+    if (settings == layout) return Status();
+    dxf::CopyPageSetup(*d_->doc, settings, dxf::Layout(layout));
+    return Status();
   }
   Result<int32_t> DoPlotType() const override {
     if (Status s = d_->Live(); !s.ok()) return s;
@@ -253,13 +344,56 @@ class DxfLayout : public host::Layout, public Holder {
     return Status();
   }
   Status DoDelete() override {
-    if (Status s = d_->Live(); !s.ok()) return s;
-    return DeleteLayout(*d_, info_);
+    if (Status s = Present(); !s.ok()) return s;
+    if (d_->IsModel(info_.block)) {
+      return Status::Refused("the Model tab cannot be deleted");
+    }
+    dxf::Entity layout = Object();
+    if (!layout.valid()) {
+      return Status::NotSupported("this drawing's release has one layout only");
+    }
+    // The session leaves the layout first, as a CAD program does: the next
+    // one in tab order (else the one before) takes its place.
+    dxf::Block* block = info_.block;
+    if (d_->active_block == block || d_->last_paper_block == block) {
+      std::vector<LayoutInfo> all = d_->Layouts();  // Model first
+      size_t at = 0;
+      while (at < all.size() && all[at].block != block) ++at;
+      dxf::Block* next = nullptr;
+      if (at + 1 < all.size()) {
+        next = all[at + 1].block;
+      } else if (at >= 2 && at < all.size()) {
+        next = all[at - 1].block;
+      }
+      if (next == nullptr) {
+        return Status::Refused("the last paper layout cannot be deleted");
+      }
+      if (d_->active_block == block) {
+        if (Status s = ActivateBlock(*d_, next); !s.ok()) return s;
+      }
+      if (d_->last_paper_block == block) d_->last_paper_block = next;
+    }
+    dxf::Status s = dxf::DeleteLayout(*d_->doc, dxf::Layout(layout));
+    d_->ForgetLayouts();
+    if (!s.ok()) return Status::Refused(s.message());
+    return Status();
   }
 
  private:
+  // The layout's LAYOUT object; invalid for R12's implied layouts.
   dxf::Entity Object() const {
     return info_.handle ? d_->doc->FindByHandle(info_.handle) : dxf::Entity();
+  }
+  // kNotFound once the layout was deleted (by this or another wrapper).
+  Status Present() const {
+    if (Status s = d_->Live(); !s.ok()) return s;
+    if (info_.handle != 0) {
+      dxf::Entity layout = Object();
+      if (!layout.valid() || layout.erased()) {
+        return Status::NotFound("the layout was deleted");
+      }
+    }
+    return Status();
   }
 
   std::shared_ptr<Drawing> d_;
@@ -300,9 +434,24 @@ class DxfLayouts : public host::Layouts {
   }
   Result<host::LayoutPtr> DoAdd(std::string_view name) override {
     if (Status s = d_->Live(); !s.ok()) return s;
-    Result<LayoutInfo> added = AddLayout(*d_, name);
-    if (!added.ok()) return added.status();
-    return MakeLayout(d_, *added);
+    if (d_->doc->IsR12()) {
+      return Status::NotSupported("R12 drawings have one paper space only");
+    }
+    std::string raw = d_->Encode(name);
+    if (!dxf::IsValidName(*d_->doc, raw)) {
+      return Status::InvalidArgument("\"" + std::string(name) +
+                                     "\" is not a valid layout name");
+    }
+    if (!dxf::IsFreeLayoutName(*d_->doc, raw)) {
+      return Status::Refused("layout \"" + std::string(name) +
+                             "\" already exists");
+    }
+    dxf::Layout layout{dxf::Entity()};
+    dxf::Status s = dxf::AddLayout(*d_->doc, raw, &layout);
+    d_->ForgetLayouts();
+    if (!s.ok()) return Status::InvalidArgument(s.message());
+    return MakeLayout(d_,
+                      d_->LayoutOfBlock(dxf::LayoutBlock(*d_->doc, layout)));
   }
 
  private:

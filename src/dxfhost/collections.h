@@ -3,9 +3,16 @@
 // Blocks are the document's BLOCK definitions in file order (model space and
 // every layout's block included); Layouts are the tabs in tab order, "Model"
 // first; Layers, Linetypes and TextStyles are the table entries in file
-// order. Lookups by name ignore case. What needs layout editing in the
-// engine (adding, renaming, deleting layouts, page set-up copies, new
-// viewports) answers kNotSupported with the reason.
+// order. Lookups by name ignore case.
+//
+// Layouts are added, renamed, deleted and given page setups through the
+// engine's layout editing: a taken name (case ignored, "Model" included) is
+// refused, deleting the active layout first moves the session to the next
+// one, and the last paper layout stays. A new paper viewport starts switched
+// off, as a CAD program leaves it until Display. An external reference's
+// block answers the entities of the drawing it names (Drawing::Xref). A
+// wrapper of a deleted layout or of its block answers kNotFound. R12
+// drawings have one implied layout and answer kNotSupported to all of it.
 #ifndef LMT_DXFHOST_COLLECTIONS_H_
 #define LMT_DXFHOST_COLLECTIONS_H_
 

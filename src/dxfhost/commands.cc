@@ -3,7 +3,7 @@
 //   "_UCS" "_World" / "_UCS" "_View"        the world UCS / the view's UCS
 //   "_Layout" "_Set" name                  makes a layout (or Model) active
 //   "(command "_Layout" "_Set" "Layout1")"  the same as a Lisp call
-//   "_-Layout _Template" path name         layout import: needs the engine
+//   "_-Layout _Template" path name         imports a layout from a drawing
 //
 // Input is split as a command line splits it: at carriage returns, line
 // feeds and spaces outside double quotes; an Escape cancels the command it
@@ -11,10 +11,15 @@
 // options. The whole text is checked before anything runs, so an unknown or
 // unsupported command changes nothing and its name is in the refusal.
 #include <cctype>
+#include <filesystem>
 #include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
+#include "dxf/encoding.h"
+#include "dxf/entity_copy.h"
+#include "dxf/layout_edit.h"
 #include "dxfhost/session.h"
 
 namespace lmt::dxfhost {
@@ -116,6 +121,48 @@ bool Tokenize(std::string_view text, std::vector<Token>* out) {
 
 using Action = std::function<Status(Drawing&)>;
 
+// The drawing a LAYOUT Template names: a relative path is looked up beside
+// the drawing first, then from the working folder.
+Result<std::shared_ptr<dxf::Document>> ReadTemplate(const Drawing& d,
+                                                    const std::string& file) {
+  std::filesystem::path p(file);
+  if (p.is_relative() && !d.path.empty()) {
+    std::filesystem::path beside =
+        std::filesystem::path(d.path).parent_path() / p;
+    std::error_code ec;
+    if (std::filesystem::exists(beside, ec)) p = beside;
+  }
+  std::unique_ptr<dxf::Document> doc;
+  dxf::Status s = dxf::Document::Load(p.string(), &doc);
+  if (!s.ok()) {
+    return Status::NotFound("LAYOUT Template: cannot read \"" + file +
+                            "\": " + s.message() + "; nothing was changed");
+  }
+  if (doc->IsR12()) {
+    return Status::NotSupported("LAYOUT Template: \"" + file +
+                                "\" is an R12 drawing, which has no layouts; "
+                                "nothing was changed");
+  }
+  return std::shared_ptr<dxf::Document>(std::move(doc));
+}
+
+// Layout `name` of `from` as a new layout of `d`: its page setup and a copy
+// of its entities (the layout's own viewport is the new layout's own).
+Status ImportLayout(Drawing& d, dxf::Document& from, const std::string& name) {
+  dxf::Layout source =
+      dxf::FindLayout(from, dxf::EncodeText(name, dxf::CodePageOf(from)));
+  dxf::Layout layout{dxf::Entity()};
+  dxf::Status s = dxf::AddLayout(*d.doc, d.Encode(name), &layout);
+  d.ForgetLayouts();
+  if (!s.ok()) return Status::InvalidArgument(s.message());
+  dxf::CopyPageSetup(*d.doc, source, layout);
+  if (dxf::Block* block = dxf::LayoutBlock(from, source)) {
+    std::vector<dxf::RecordId> ids = block->entities;
+    dxf::CopyEntities(from, ids, *d.doc, dxf::LayoutBlock(*d.doc, layout));
+  }
+  return Status();
+}
+
 Status Unknown(std::string_view what) {
   return Status::NotSupported("command \"" + std::string(what) +
                               "\" is not known to the embedded host; nothing "
@@ -181,10 +228,35 @@ Status RunCommandLine(Drawing& d, std::string_view text) {
           return Status::NotFound("layout \"" + layout + "\" does not exist");
         });
       } else if (o == "T" || o == "TEMPLATE") {
-        return Status::NotSupported(
-            "LAYOUT Template: importing a layout from another drawing needs "
-            "layout copying in the embedded drawing engine; nothing was "
-            "changed");
+        const Token* file = next();
+        const Token* name = next();
+        if (file == nullptr || name == nullptr || file->text.empty() ||
+            name->text.empty()) {
+          return Status::InvalidArgument(
+              "LAYOUT Template needs a drawing file and a layout name; "
+              "nothing was changed");
+        }
+        // Read and checked now, so that a bad file or name changes nothing.
+        Result<std::shared_ptr<dxf::Document>> read =
+            ReadTemplate(d, file->text);
+        if (!read.ok()) return read.status();
+        std::shared_ptr<dxf::Document> from = *read;
+        std::string layout = name->text;
+        dxf::Layout source = dxf::FindLayout(
+            *from, dxf::EncodeText(layout, dxf::CodePageOf(*from)));
+        if (!source.valid() || source.is_model()) {
+          return Status::NotFound("LAYOUT Template: \"" + file->text +
+                                  "\" has no layout \"" + layout +
+                                  "\"; nothing was changed");
+        }
+        if (!dxf::IsFreeLayoutName(*d.doc, d.Encode(layout))) {
+          return Status::InvalidArgument("LAYOUT Template: layout \"" + layout +
+                                         "\" already exists; nothing was "
+                                         "changed");
+        }
+        actions.push_back([from, layout](Drawing& dr) {
+          return ImportLayout(dr, *from, layout);
+        });
       } else {
         return Status::NotSupported(
             "LAYOUT option \"" + (option ? option->text : std::string()) +

@@ -4,9 +4,10 @@
 #include <string>
 #include <vector>
 
+#include "dxf/entity_copy.h"
+#include "dxf/version.h"
 #include "dxfhost/collections.h"
 #include "dxfhost/entities.h"
-#include "dxfhost/layout_edit.h"
 #include "dxfhost/selection.h"
 #include "dxfhost/session.h"
 
@@ -60,7 +61,8 @@ class DatabaseImpl : public Base {
     return MakeLayouts(d_);
   }
   // Copies within this drawing only; objects of another database are
-  // refused.
+  // refused. A layout's own (id 1) viewport is not copied into a layout,
+  // which has its own: the result then has fewer items than `objects`.
   Result<std::vector<host::EntityPtr>> DoCopyObjects(
       const std::vector<host::EntityPtr>& objects,
       const host::BlockPtr& owner) override {
@@ -70,15 +72,18 @@ class DatabaseImpl : public Base {
       return Status::InvalidArgument(
           "the target block is not from this drawing");
     }
-    std::vector<host::EntityPtr> copies;
+    std::vector<dxf::RecordId> ids;
     for (const host::EntityPtr& object : objects) {
       dxf::RecordId id = object ? RecordOf(*object, d_.get()) : dxf::kNoRecord;
-      if (id == dxf::kNoRecord) {
-        return Status::InvalidArgument("an object is not from this drawing");
+      if (id == dxf::kNoRecord || d_->entity(id).erased()) {
+        return Status::InvalidArgument(
+            "an object is not a live entity of this drawing");
       }
-      Result<dxf::RecordId> copy = CopyEntityInto(*d_, id, target);
-      if (!copy.ok()) return copy.status();
-      copies.push_back(MakeEntity(d_, *copy));
+      ids.push_back(id);
+    }
+    std::vector<host::EntityPtr> copies;
+    for (dxf::Entity e : dxf::CopyEntities(*d_->doc, ids, *d_->doc, target)) {
+      copies.push_back(MakeEntity(d_, e.id()));
     }
     return copies;
   }
@@ -281,8 +286,9 @@ class DxfDocument : public DatabaseImpl<host::Document> {
     std::filesystem::path target{std::string(path)};
     if (target.empty()) return Status::InvalidArgument("no file name given");
     if (!target.has_extension()) target += ".dxf";
-    if (Status s = FromDxf(d_->doc->Save(target.string())); !s.ok()) return s;
+    if (Status s = SaveRelease(target.string(), *release); !s.ok()) return s;
     d_->path = std::filesystem::absolute(target).lexically_normal().string();
+    d_->save_release = *release;
     return Status();
   }
   Status DoClose(bool save_changes) override {
@@ -291,7 +297,12 @@ class DxfDocument : public DatabaseImpl<host::Document> {
       if (d_->path.empty()) {
         return Status::Refused("the drawing has no file name to save under");
       }
-      if (Status s = FromDxf(d_->doc->Save(d_->path)); !s.ok()) return s;
+      if (Status s = SaveRelease(d_->path, d_->save_release); !s.ok()) {
+        return s;
+      }
+    }
+    for (auto& [file, x] : d_->xrefs) {
+      if (x != nullptr) x->closed = true;
     }
     d_->closed = true;
     d_->selection_sets.clear();
@@ -309,6 +320,32 @@ class DxfDocument : public DatabaseImpl<host::Document> {
     }
     return false;
   }
+  // Writes the drawing as `release` ("" or its own: as it is). Another
+  // release is converted in a copy, so the open drawing keeps everything
+  // the older release cannot hold, as in a CAD program.
+  Status SaveRelease(const std::string& path, const std::string& release) {
+    if (release.empty() || release == d_->doc->version()) {
+      return FromDxf(d_->doc->Save(path));
+    }
+    if (dxf::Status s = dxf::CheckTargetVersion(release); !s.ok()) {
+      return Status::NotSupported(s.message());
+    }
+    if (d_->doc->version() < "AC1015") {
+      return Status::NotSupported(
+          "a drawing older than DXF 2000 is saved in its own release only");
+    }
+    std::unique_ptr<dxf::Document> copy;
+    if (Status s =
+            FromDxf(dxf::Document::Parse(d_->doc->ToString(), path, &copy));
+        !s.ok()) {
+      return s;
+    }
+    if (dxf::Status s = dxf::ConvertVersion(*copy, release); !s.ok()) {
+      return Status::NotSupported(s.message());
+    }
+    return FromDxf(copy->Save(path));
+  }
+
   // The layout's own paper viewport has id 1 (kept even in layouts never
   // displayed, where the others get 0).
   bool IsPaperViewport(dxf::RecordId id) const {

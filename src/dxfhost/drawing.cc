@@ -6,6 +6,7 @@
 #include <numbers>
 
 #include "dxf/encoding.h"
+#include "dxf/geometry.h"
 #include "dxf/viewport.h"
 
 namespace lmt::dxfhost {
@@ -90,6 +91,31 @@ LayoutInfo Drawing::LayoutOfBlock(const dxf::Block* block) {
     if (info.block == block) return info;
   }
   return LayoutInfo{};
+}
+
+std::shared_ptr<Drawing> Drawing::Xref(dxf::Document& owner,
+                                       const dxf::Block& block) {
+  std::string owner_path = path;
+  for (const auto& [file, x] : xrefs) {
+    if (x != nullptr && x->doc.get() == &owner) owner_path = x->path;
+  }
+  std::string key = dxf::XrefPath(owner, block, owner_path);
+  if (key.empty()) return nullptr;
+  auto it = xrefs.find(key);
+  if (it != xrefs.end()) return it->second;
+  std::unique_ptr<dxf::Document> loaded;
+  std::shared_ptr<Drawing> x;
+  if (dxf::LoadXref(owner, block, owner_path, &loaded).ok()) {
+    x = std::make_shared<Drawing>();
+    x->doc = std::move(loaded);
+    x->path = key;
+    x->gate = gate;
+    x->kind = kind;
+    x->active_block = x->doc->model_space();
+  }
+  // An unreadable file is remembered too, so it is tried once only.
+  xrefs[key] = x;
+  return x;
 }
 
 dxf::Block* Drawing::BlockOfEntity(dxf::RecordId id) {

@@ -52,6 +52,9 @@ struct SelectionData {
 struct Drawing {
   std::unique_ptr<dxf::Document> doc;
   std::string path;  // full path; empty for a drawing never saved
+  // The release ($ACADVER) the last SaveAs wrote, which Close(true) keeps;
+  // empty: the drawing's own.
+  std::string save_release;
   std::shared_ptr<host::CallGate> gate;
   host::User* user = nullptr;  // may be null: picks are then cancelled
   host::HostKind kind = host::HostKind::kAutoCad;
@@ -72,12 +75,10 @@ struct Drawing {
   std::string ucs_name;
   // Variables the drawing does not store.
   std::map<std::string, host::Variant, NoCaseLess> session_vars;
-  // Annotation scale per entered viewport (by handle) until the engine can
-  // write the viewport's scale record.
-  std::map<uint64_t, std::string> viewport_anno_scales;
   std::vector<std::shared_ptr<SelectionData>> selection_sets;
-  // External drawings read for xref extents, by full path (null: unreadable).
-  std::map<std::string, std::unique_ptr<dxf::Document>> xref_docs;
+  // The drawings external references name, this one's and theirs, read on
+  // first use and kept for the session, by full path (null: unreadable).
+  std::map<std::string, std::shared_ptr<Drawing>> xrefs;
 
   Status Live() const;
 
@@ -87,11 +88,16 @@ struct Drawing {
   std::string Encode(std::string_view utf8) const;
   dxf::Entity entity(dxf::RecordId id) { return doc->entity(id); }
 
-  // Tabs in tab order, "Model" first. Kept between calls: the layout
-  // editing (layout_edit.cc) is the only writer of the layout dictionary
-  // and calls ForgetLayouts after each change.
+  // Tabs in tab order, "Model" first. Kept between calls: whatever adds,
+  // renames or deletes a layout calls ForgetLayouts afterwards.
   std::vector<LayoutInfo> Layouts();
   void ForgetLayouts() { layouts_known_ = false; }
+  // The drawing that external-reference block `block` of `owner` names;
+  // `owner` is this drawing's document or one of `xrefs`, whose folder a
+  // relative path starts from. Null when the block is no reference or its
+  // file cannot be read. Wrappers of its entities stay valid while this
+  // drawing is open.
+  std::shared_ptr<Drawing> Xref(dxf::Document& owner, const dxf::Block& block);
   // The tab whose block is `block`; name empty when it is no layout block.
   LayoutInfo LayoutOfBlock(const dxf::Block* block);
   bool IsModel(const dxf::Block* block) const {

@@ -5,6 +5,7 @@
 #include <numbers>
 #include <vector>
 
+#include "dxf/entity_copy.h"
 #include "dxf/insert.h"
 #include "dxf/lwpolyline.h"
 #include "dxf/objects.h"
@@ -139,39 +140,21 @@ class EntityImpl : public Base, public RecordHolder {
     D().doc->Erase(E());
     return Status();
   }
+  // A deep copy beside the original: attributes, vertices and the extension
+  // dictionary (a viewport's annotation scale) come along.
   Result<host::EntityPtr> DoCopy() override {
     if (Status s = Live(); !s.ok()) return s;
-    dxf::Entity e = E();
-    if (!D().doc->db().children(id_).empty()) {
-      return Status::NotSupported(
-          "copying objects with sub-entities (attributes, vertices) needs "
-          "the engine's deep copy");
-    }
     dxf::Block* block = D().BlockOfEntity(id_);
     if (block == nullptr) return Status::NotFound("the object has no owner");
-    // Handle, owner and the reactor/dictionary groups belong to the
-    // original; AddEntity gives the copy its own.
-    std::vector<dxf::Tag> tags;
-    std::span<const dxf::Tag> src = e.tags();
-    bool owner_seen = false;
-    for (size_t i = 0; i < src.size(); ++i) {
-      const dxf::Tag& t = src[i];
-      if (t.code == 5) continue;
-      if (t.code == 102 && !t.value().empty() && t.value()[0] == '{') {
-        while (i < src.size() &&
-               !(src[i].code == 102 && src[i].value() == "}")) {
-          ++i;
-        }
-        continue;
-      }
-      if (t.code == 330 && !owner_seen) {
-        owner_seen = true;
-        continue;
-      }
-      tags.push_back(D().doc->MakeTag(t.code, t.value()));
+    const dxf::RecordId ids[] = {id_};
+    std::vector<dxf::Entity> copies =
+        dxf::CopyEntities(*D().doc, ids, *D().doc, block);
+    if (copies.empty()) {
+      // The engine leaves out a layout's own (id 1) viewport: a layout
+      // has one only.
+      return Status::NotSupported("a layout's own viewport cannot be copied");
     }
-    dxf::Entity copy = D().doc->AddEntity(block, std::move(tags));
-    if (!copy.valid()) return Status::Refused("the copy could not be added");
+    dxf::Entity copy = copies.front();
     if (copy.type() == "VIEWPORT") {
       // Viewport ids and stacking numbers are unique within a layout.
       int64_t id = 0, status = 0;

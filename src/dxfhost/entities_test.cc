@@ -221,7 +221,7 @@ TEST(EntitiesTest, EraseSaveAndReopen) {
     EXPECT_EQ(*(*s.doc->ModelSpace())->Count(), 29);
     ASSERT_TRUE(s.doc->SaveAs(out, 65).ok());
   }
-  EXPECT_EQ(test::CheckDxf(out), "");
+  EXPECT_EQ(test::CheckDxf(out, test::kExampleProblems), "");
   test::Session reopened(out);
   EXPECT_EQ(*(*reopened.doc->ModelSpace())->Count(), 29);
   EXPECT_EQ(reopened.doc->ObjectIdToObject(0x94).status().code(),
@@ -312,7 +312,7 @@ TEST(EntitiesTest, ViewportSettersKeepTheFileValid) {
 
   std::string out = test::ScratchDir() + "/viewports.dxf";
   ASSERT_TRUE(s.doc->SaveAs(out, 65).ok());
-  EXPECT_EQ(test::CheckDxf(out), "");
+  EXPECT_EQ(test::CheckDxf(out, test::kExampleProblems), "");
 }
 
 TEST(EntitiesTest, NewTextsAndPolylinesInABlock) {
@@ -335,7 +335,7 @@ TEST(EntitiesTest, NewTextsAndPolylinesInABlock) {
             StatusCode::kInvalidArgument);
   std::string out = test::ScratchDir() + "/added.dxf";
   ASSERT_TRUE(s.doc->SaveAs(out, 65).ok());
-  EXPECT_EQ(test::CheckDxf(out), "");
+  EXPECT_EQ(test::CheckDxf(out, test::kExampleProblems), "");
 }
 
 }  // namespace

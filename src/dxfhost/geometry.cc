@@ -236,26 +236,8 @@ class Extents {
 };
 
 dxf::Document* Extents::Xref(dxf::Document& doc, dxf::Block* block) {
-  if (block->begin == dxf::kNoRecord) return nullptr;
-  std::string file(doc.entity(block->begin).GetString(1));
-  if (file.empty()) return nullptr;
-  std::replace(file.begin(), file.end(), '\\', '/');
-  std::filesystem::path p(file);
-  if (p.is_relative()) {
-    p = std::filesystem::path(d_.path).parent_path() / p;
-  }
-  std::string key = p.lexically_normal().string();
-  auto it = d_.xref_docs.find(key);
-  if (it != d_.xref_docs.end()) return it->second.get();
-  std::unique_ptr<dxf::Document> loaded;
-  // The engine reads DXF only; a DWG reference resolves to a DXF of the
-  // same name when one lies beside it.
-  std::filesystem::path dxf_path = p;
-  dxf_path.replace_extension(".dxf");
-  if (!dxf::Document::Load(dxf_path.string(), &loaded).ok()) loaded.reset();
-  dxf::Document* raw = loaded.get();
-  d_.xref_docs[key] = std::move(loaded);
-  return raw;
+  std::shared_ptr<Drawing> x = d_.Xref(doc, *block);
+  return x != nullptr ? x->doc.get() : nullptr;
 }
 
 void Extents::AddBlock(dxf::Document& doc, dxf::Block* block, const Matrix& m,

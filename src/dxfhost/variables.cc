@@ -23,6 +23,7 @@
 #include "dxf/entity.h"
 #include "dxf/tag.h"
 #include "dxf/viewport.h"
+#include "dxf/viewport_edit.h"
 #include "dxfhost/session.h"
 
 namespace lmt::dxfhost {
@@ -140,9 +141,9 @@ Result<host::Variant> ReadVariable(Drawing& d, std::string_view name) {
   }
   if (Is(name, "CANNOSCALE")) {
     if (d.InViewport()) {
-      auto it =
-          d.viewport_anno_scales.find(d.entity(d.active_pviewport).handle());
-      if (it != d.viewport_anno_scales.end()) return host::Variant(it->second);
+      std::string own =
+          dxf::ViewportAnnotationScale(*d.doc, d.entity(d.active_pviewport));
+      if (!own.empty()) return host::Variant(own);
     }
     auto session = d.session_vars.find("CANNOSCALE");
     if (session != d.session_vars.end()) return session->second;
@@ -207,9 +208,13 @@ Status WriteVariable(Drawing& d, std::string_view name,
                                      "\" is not an annotation scale");
     }
     if (d.InViewport()) {
-      // The viewport's own scale record needs the engine's annotation-scale
-      // support; until then the session remembers it.
-      d.viewport_anno_scales[d.entity(d.active_pviewport).handle()] = *scale;
+      // The viewport's own scale record (extension dictionary -> XRECORD ->
+      // SCALE), the SCALE created when the drawing lacks it.
+      if (!dxf::SetViewportAnnotationScale(*d.doc, d.entity(d.active_pviewport),
+                                           *scale)) {
+        return Status::InvalidArgument("\"" + *scale +
+                                       "\" is not an annotation scale");
+      }
       return Status();
     }
     dxf::Entity var = DictionaryVar(d, "CANNOSCALE");

@@ -5,9 +5,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <memory>
 #include <numbers>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -271,14 +273,47 @@ TEST_F(FrameCommandsTest, ExternalReferenceByItsBox) {
   ExpectCorners(1, {Point{1000, 0}, {1420, 0}, {1420, 297}, {1000, 297}});
 }
 
-// Disabled until the embedded host serves an external reference's content
-// as its block's entities (a CAD program binds the referenced model space
-// there); today the xref block is empty, so its corners stay empty.
-TEST_F(FrameCommandsTest, DISABLED_ExternalReferenceByItsInnerPolyline) {
+// The reference's block answers the referenced drawing's model space.
+TEST_F(FrameCommandsTest, ExternalReferenceByItsInnerPolyline) {
   Open(Frames("xref.dxf"));
   ASSERT_EQ(Capture("33"), Outcome::kDone);
   ASSERT_EQ(SearchAll(), Outcome::kDone);
   ExpectCorners(1, {Point{1000, 0}, {1420, 0}, {1420, 297}, {1000, 297}});
+}
+
+// BASED is drawn around the base point (210, 0): its references put that
+// point, not the block's (0, 0), on their insertion point.
+TEST_F(FrameCommandsTest, BlockBasePointLandsOnTheInsertionPoint) {
+  Open(Frames("based.dxf"));
+  ASSERT_EQ(Capture("34"), Outcome::kDone);
+  ASSERT_EQ(SearchAll(), Outcome::kDone);
+  const double c = std::cos(std::numbers::pi / 6),
+               s = std::sin(std::numbers::pi / 6);
+  auto turned = [&](double x, double y) {
+    return Point{5000 + x * c - y * s, x * s + y * c};
+  };
+  const Quad turned_corners = {turned(-210, 0), turned(210, 0),
+                               turned(210, 297), turned(-210, 297)};
+  const Quad mirrored_corners = {
+      Point{6210, 0}, {5790, 0}, {5790, 297}, {6210, 297}};
+  ExpectCorners(RowOf("34"), turned_corners);
+  ExpectCorners(RowOf("36"), mirrored_corners);
+  EXPECT_NEAR(Number(RowOf("34"), Column::kWidth), 420, 1e-6);
+
+  // The box the host draws around the references agrees with them.
+  windows_.okno_lmt.option_block_poisk.Select(1);  // "By size"
+  ASSERT_EQ(SearchAll(), Outcome::kDone);
+  ExpectCorners(RowOf("36"),
+                {Point{5790, 0}, {6210, 0}, {6210, 297}, {5790, 297}});
+  std::optional<Quad> box = state_.table.Corners(RowOf("34"));
+  ASSERT_TRUE(box.has_value());
+  double min_x = turned_corners[0].x, max_y = turned_corners[0].y;
+  for (const Point& p : turned_corners) {
+    min_x = std::min(min_x, p.x);
+    max_y = std::max(max_y, p.y);
+  }
+  EXPECT_NEAR((*box)[0].x, min_x, 1e-6);
+  EXPECT_NEAR((*box)[2].y, max_y, 1e-6);
 }
 
 TEST_F(FrameCommandsTest, DynamicBlocksFoundByEffectiveName) {

@@ -161,6 +161,11 @@ void FrameReader::ReadAttribute(const host::BlockReference& reference,
 void FrameReader::WalkDefinition(Definition& definition) {
   definition.walked = true;
   if (definition.block == nullptr) return;
+  // The inner polyline is drawn relative to the base point, which the
+  // reference puts on its insertion point.
+  if (Result<host::Point> origin = definition.block->Origin(); origin.ok()) {
+    definition.origin = {origin->x, origin->y};
+  }
   Result<std::vector<host::EntityPtr>> entities = definition.block->Items();
   if (!entities.ok()) return;
   const int count = static_cast<int>(entities->size());
@@ -210,6 +215,7 @@ double FrameReader::ReadReference(const host::BlockReference& reference,
   if (!definition.walked) WalkDefinition(definition);
   if (!definition.inner) return 0;  // the corner cells stay empty
   BlockPlacement placement;
+  placement.base = definition.origin;
   placement.rotation = rotation.value_or(0);
   if (Result<double> sx = reference.XScaleFactor(); sx.ok()) {
     placement.x_scale = *sx;

@@ -74,6 +74,7 @@ class FrameReader {
     std::optional<bool> is_xref;
     bool walked = false;
     std::optional<Quad> inner;  // the last qualifying polyline's vertices
+    Point origin;               // the base point (Origin); 0 when refused
     bool constants_read = false;
     std::optional<std::string> constant_attribute;
   };

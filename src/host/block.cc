@@ -6,6 +6,8 @@ Result<std::string> Block::DoName() const { return Unsupported("Block.Name"); }
 
 Result<bool> Block::DoIsXRef() const { return Unsupported("Block.IsXRef"); }
 
+Result<Point> Block::DoOrigin() const { return Unsupported("Block.Origin"); }
+
 Result<bool> Block::DoIsLayout() const { return Unsupported("Block.IsLayout"); }
 
 Result<LayoutPtr> Block::DoLayout() const {

@@ -30,6 +30,13 @@ class Block : public Object {
     if (Status s = Enter("Block.IsXRef"); !s.ok()) return s;
     return DoIsXRef();
   }
+  // The base point of the definition, in its own coordinates: a reference
+  // places this point at its insertion point. (0, 0, 0) for model space
+  // and the layouts' blocks.
+  Result<Point> Origin() const {
+    if (Status s = Enter("Block.Origin"); !s.ok()) return s;
+    return DoOrigin();
+  }
   // True for model space and the layouts' blocks.
   Result<bool> IsLayout() const {
     if (Status s = Enter("Block.IsLayout"); !s.ok()) return s;
@@ -40,6 +47,9 @@ class Block : public Object {
     if (Status s = Enter("Block.Layout"); !s.ok()) return s;
     return DoLayout();
   }
+  // Count, Item and Items of an external reference's block answer the
+  // entities of the referenced drawing's model space, as the CAD program
+  // binds them (none while that drawing cannot be read).
   Result<int32_t> Count() const {
     if (Status s = Enter("Block.Count"); !s.ok()) return s;
     return DoCount();
@@ -84,6 +94,7 @@ class Block : public Object {
   // Hosts override what they support; the rest answers kNotSupported.
   virtual Result<std::string> DoName() const;
   virtual Result<bool> DoIsXRef() const;
+  virtual Result<Point> DoOrigin() const;
   virtual Result<bool> DoIsLayout() const;
   virtual Result<LayoutPtr> DoLayout() const;
   virtual Result<int32_t> DoCount() const;

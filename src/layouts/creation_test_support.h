@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <filesystem>
 #include <map>
@@ -28,15 +29,25 @@ inline std::string Testdata(const std::string& name) {
   return std::string(LMT_TESTDATA_DIR) + "/" + name;
 }
 
-// The shared checker's report; empty when ezdxf loads and audits the
-// drawing clean.
-inline std::string CheckDxf(const std::string& path) {
-  return ::lmt::testing::DxfProblems(path);
+// The shared checker's verdict (testing::DxfProblems, which reads its
+// report, never its exit status): "" when ezdxf loads and audits the
+// drawing clean and at most `allowed_structural` structural problems are
+// found; else the report.
+inline std::string CheckDxf(const std::string& path,
+                            int allowed_structural = 0) {
+  return lmt::testing::DxfProblems(path, allowed_structural);
+}
+
+// The structural problems a source drawing already has (a CAD program's
+// layouts never displayed lack their main viewport), which a run keeps.
+inline int StructuralProblems(const std::string& path) {
+  return std::max(0, lmt::testing::RunDxfCheck(path).structural);
 }
 
 struct VpRecord {
   std::string layout, handle, layer;
   int id = 0;
+  int status = -1;  // 68: its place in the order of viewports switched on
   bool on = false, locked = false;
   double cx = 0, cy = 0, w = 0, h = 0, vcx = 0, vcy = 0, tx = 0, ty = 0, vh = 0,
          twist_deg = 0;
@@ -119,6 +130,7 @@ inline Described Describe(const std::string& path) {
       double* nums[] = {&v.cx,  &v.cy, &v.w,  &v.h,  &v.vcx,
                         &v.vcy, &v.tx, &v.ty, &v.vh, &v.twist_deg};
       for (int i = 0; i < 10; ++i) *nums[i] = std::stod(f[7 + i]);
+      if (f.size() >= 18) v.status = std::stoi(f[17]);
       d.viewports.push_back(v);
     } else if (f[0] == "mtext" && f.size() >= 9) {
       d.mtexts.push_back({f[1], f[2], f[3], f[8], std::stoi(f[4]),

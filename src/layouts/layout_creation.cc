@@ -219,6 +219,8 @@ class Run {
       user_.SetProgressValue(plan.row);
       user_.PumpEvents();
       Result<host::LayoutPtr> layout = (*layouts)->Add(plan.layout_name);
+      // A name the host refuses (taken, or not valid there) skips the row.
+      if (!layout.ok()) continue;
       report_.created.push_back(plan.layout_name);
       if (source) CopyPattern(document_, *layout, source, objects);
       if (plan.viewport) {

@@ -20,6 +20,10 @@ blocks.dxf: block FRAME (a 420 x 297 polyline on layer 0, attributes
 xref.dxf: an external reference XPART to xref_frame.dxf (one 420 x 297
   polyline) at (1000, 0). xref_frame.dxf is written beside it.
 
+based.dxf: block BASED, a 420 x 297 polyline drawn with the base point
+  (210, 0) at the middle of its bottom side; references on layer FRAMES at
+  (5000, 0) turned 30 degrees and at (6000, 0) mirrored (X scale -1).
+
 Handles are fixed by the order of creation; the tests look entities up
 by layer and position, not by handle. Run with /usr/bin/python3.
 """
@@ -104,6 +108,19 @@ def xref():
     doc.saveas("xref.dxf")
 
 
+def based():
+    doc = new_doc()
+    block = doc.blocks.new("BASED", base_point=(W / 2, 0))
+    block.add_lwpolyline(RECT, close=True)
+    msp = doc.modelspace()
+    msp.add_blockref("BASED", (5000, 0),
+                     dxfattribs={"layer": "FRAMES", "rotation": 30})
+    msp.add_blockref("BASED", (6000, 0),
+                     dxfattribs={"layer": "FRAMES", "xscale": -1})
+    doc.saveas("based.dxf")
+
+
 polylines()
 blocks()
 xref()
+based()

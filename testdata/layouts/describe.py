@@ -2,7 +2,7 @@
 
 One tab-separated record per line, for the C++ tests to compare:
   layout NAME PLOT_TYPE PAPER_W PAPER_H PLOT_CONFIG
-  vp LAYOUT HANDLE ID ON LOCKED LAYER CX CY W H VCX VCY TX TY VH TWIST
+  vp LAYOUT HANDLE ID ON LOCKED LAYER CX CY W H VCX VCY TX TY VH TWIST STATUS
   ent LAYOUT TYPE HANDLE
   mtext LAYOUT LAYER STYLE ATTACH X Y HEIGHT TEXT
   attrib LAYOUT BLOCK TAG VALUE
@@ -39,7 +39,8 @@ def main(path):
                     v.center[0], v.center[1], v.width, v.height,
                     v.view_center_point[0], v.view_center_point[1],
                     v.view_target_point[0], v.view_target_point[1],
-                    v.view_height, v.get("view_twist_angle", 0))
+                    v.view_height, v.get("view_twist_angle", 0),
+                    v.get("status", 0))
                 scale = annotation_scale(doc, e)
                 if scale:
                     row("vpscale", v.handle, scale)
@@ -67,8 +68,16 @@ def annotation_scale(doc, viewport):
         if tag.code == 340:
             scale = doc.entitydb.get(tag.value)
             if scale is not None:
-                return scale.dxf.get("name", "")
+                return scale_name(scale)
     return ""
+
+
+def scale_name(scale):
+    """ezdxf 0.18 keeps SCALE as raw tags: its name is group code 300."""
+    for tag in getattr(scale, "xtags", []):
+        if tag.code == 300:
+            return tag.value
+    return scale.dxf.get("name", "")
 
 
 if __name__ == "__main__":
