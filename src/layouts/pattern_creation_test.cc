@@ -40,7 +40,7 @@ frames::FrameTable FrameRow() {
 }
 
 std::string Sample(const std::string& name) {
-  return test::SharedDir() + "/dxf-samples/" + name;
+  return lmt::testing::SharedDir() + "/dxf-samples/" + name;
 }
 
 struct PatternCase {
