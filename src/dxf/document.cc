@@ -82,10 +82,33 @@ Status Document::Error(size_t tag_index, const std::string& what) const {
   return Status::Corruption(TagLocation(name_, f, tag_index) + ": " + what);
 }
 
+std::string Document::NameKey(std::string_view name) {
+  std::string key(name);
+  for (char& c : key) {
+    if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 32);
+  }
+  return key;
+}
+
 Block* Document::NewBlock(std::string name) {
   blocks_.push_back(std::make_unique<Block>());
-  blocks_.back()->name = std::move(name);
-  return blocks_.back().get();
+  Block* b = blocks_.back().get();
+  b->name = std::move(name);
+  block_by_name_.emplace(NameKey(b->name), b);  // the first of a name wins
+  return b;
+}
+
+void Document::UnindexName(Block* block) {
+  auto it = block_by_name_.find(NameKey(block->name));
+  if (it == block_by_name_.end() || it->second != block) return;
+  block_by_name_.erase(it);
+  // A damaged file may hold the name twice; the next one takes over.
+  for (auto& b : blocks_) {
+    if (b.get() != block && EqualsNoCase(b->name, block->name)) {
+      block_by_name_.emplace(NameKey(b->name), b.get());
+      break;
+    }
+  }
 }
 
 Status Document::Build(const std::vector<Tag>& tags,
@@ -276,19 +299,21 @@ Status Document::Build(const std::vector<Tag>& tags,
 }
 
 void Document::AssignBlockRoles() {
-  block_by_record_.clear();
-  model_ = paper_ = nullptr;
   for (auto& b : blocks_) {
     if (b->record_handle) block_by_record_.emplace(b->record_handle, b.get());
-    if (!model_ && (EqualsNoCase(b->name, "*Model_Space") ||
-                    EqualsNoCase(b->name, "$MODEL_SPACE"))) {
-      model_ = b.get();
-    }
-    if (!paper_ && (EqualsNoCase(b->name, "*Paper_Space") ||
-                    EqualsNoCase(b->name, "$PAPER_SPACE"))) {
-      paper_ = b.get();
-    }
   }
+  AssignSpaces();
+}
+
+void Document::AssignSpaces() {
+  auto named = [&](std::string_view name, std::string_view r12_name) {
+    Block* a = FindBlock(name);
+    Block* b = FindBlock(r12_name);
+    if (a == nullptr || b == nullptr) return a != nullptr ? a : b;
+    return a->begin < b->begin ? a : b;  // the one first in the file
+  };
+  model_ = named("*Model_Space", "$MODEL_SPACE");
+  paper_ = named("*Paper_Space", "$PAPER_SPACE");
   // A minimal R12 file has no blocks at all; its entities still need a home.
   if (!model_) model_ = NewBlock(IsR12() ? "$MODEL_SPACE" : "*Model_Space");
 }
@@ -471,10 +496,8 @@ Entity Document::EnsureClass(std::string_view dxf_name,
 }
 
 Block* Document::FindBlock(std::string_view name) {
-  for (auto& b : blocks_) {
-    if (EqualsNoCase(b->name, name)) return b.get();
-  }
-  return nullptr;
+  auto it = block_by_name_.find(NameKey(name));
+  return it == block_by_name_.end() ? nullptr : it->second;
 }
 
 Block* Document::BlockByRecord(uint64_t record_handle) {
@@ -560,9 +583,11 @@ bool Document::RenameBlock(Block* block, std::string_view name) {
     int i = record.FindIn("AcDbBlockTableRecord", 2);
     if (i >= 0) record.SetValueAt(i, name);
   }
+  UnindexName(block);
   block->name = std::string(name);
+  block_by_name_.emplace(NameKey(block->name), block);
   Block* model = model_;
-  AssignBlockRoles();
+  AssignSpaces();
   // A block made up for a file without one stays model space.
   if (model && model->begin == kNoRecord && model_ != model) model_ = model;
   return true;
@@ -581,6 +606,7 @@ bool Document::RemoveBlock(Block* block) {
     if (Table* t = table("BLOCK_RECORD")) std::erase(t->entries, record.id());
   }
   block_by_record_.erase(block->record_handle);
+  UnindexName(block);
   std::erase_if(blocks_, [&](const auto& b) { return b.get() == block; });
   return true;
 }

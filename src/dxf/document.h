@@ -203,7 +203,14 @@ class Document {
   Block* NewBlock(std::string name);
   void Serialize(class TagWriter& w);
   void WriteBlockEntities(class TagWriter& w, const std::vector<RecordId>& ids);
+  // Indexes every block by record handle, then AssignSpaces.
   void AssignBlockRoles();
+  // model_ and paper_ from the block names.
+  void AssignSpaces();
+  // The key of block_by_name_: ASCII letters upper-cased.
+  static std::string NameKey(std::string_view name);
+  // Drops `block` from block_by_name_ (before a rename or removal).
+  void UnindexName(Block* block);
   uint64_t HandSeed() const;
 
   std::string name_;
@@ -229,6 +236,9 @@ class Document {
   std::vector<Table> tables_;
   std::vector<std::unique_ptr<Block>> blocks_;
   std::unordered_map<uint64_t, Block*> block_by_record_;
+  // Case-insensitive name index (NameKey); the first block of a name when a
+  // damaged file repeats it. Kept by NewBlock, RenameBlock and RemoveBlock.
+  std::unordered_map<std::string, Block*> block_by_name_;
   Block* model_ = nullptr;
   Block* paper_ = nullptr;
   std::vector<RecordId> objects_;

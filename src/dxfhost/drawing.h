@@ -89,8 +89,9 @@ struct Drawing {
 
   // Tabs in tab order, "Model" first. Kept between calls: the layout
   // editing (layout_edit.cc) is the only writer of the layout dictionary
-  // and calls ForgetLayouts after each change.
-  std::vector<LayoutInfo> Layouts();
+  // and calls ForgetLayouts after each change (or appends a new tab). The
+  // reference is the cache: valid until the next call after ForgetLayouts.
+  const std::vector<LayoutInfo>& Layouts();
   void ForgetLayouts() { layouts_known_ = false; }
   // The tab whose block is `block`; name empty when it is no layout block.
   LayoutInfo LayoutOfBlock(const dxf::Block* block);

@@ -155,8 +155,9 @@ Result<LayoutInfo> AddLayout(Drawing& d, std::string_view name) {
                                    "\" is not a valid layout name");
   }
   int tab = 0;
+  const std::string decoded = d.Decode(name);
   for (const LayoutInfo& info : d.Layouts()) {
-    if (dxf::EqualsNoCase(info.name, d.Decode(name)) ||
+    if (dxf::EqualsNoCase(info.name, decoded) ||
         dxf::EqualsNoCase(info.name, name)) {
       return Status::Refused("layout \"" + std::string(name) +
                              "\" already exists");
@@ -249,13 +250,16 @@ Result<LayoutInfo> AddLayout(Drawing& d, std::string_view name) {
                                 t(331, viewport)};
   dxf::Entity layout = d.doc->AddObject(std::move(tags), dict.handle());
   d.doc->AddToDictionary(dict, d.Encode(name), layout.handle());
-  d.ForgetLayouts();
   dxf::Entity rec = d.doc->FindByHandle(block->record_handle);
   if (rec.valid()) {
     int at = rec.FindIn("AcDbBlockTableRecord", 340);
     if (at >= 0) rec.SetValueAt(at, dxf::FormatHandle(layout.handle()));
   }
-  return LayoutInfo{layout.handle(), d.Decode(name), block, tab + 1};
+  LayoutInfo info{layout.handle(), decoded, block, tab + 1};
+  // The new tab sorts last: the known list grows by it instead of being
+  // read again from the dictionary (quadratic over a thousand layouts).
+  d.layouts_cache_.push_back(info);
+  return info;
 }
 
 Status CopyPageSetup(Drawing& d, uint64_t target, uint64_t source) {
