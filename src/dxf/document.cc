@@ -299,6 +299,20 @@ Status Document::Build(const std::vector<Tag>& tags,
 }
 
 void Document::AssignBlockRoles() {
+  // A BLOCK whose owner names no BLOCK_RECORD (hand-made files) still has
+  // the record of its name: entities added later must name that one.
+  Table* records = IsR12() ? nullptr : table("BLOCK_RECORD");
+  for (auto& b : blocks_) {
+    if (records == nullptr) break;
+    Entity r = FindByHandle(b->record_handle);
+    if (r.valid() && r.type() == "BLOCK_RECORD") continue;
+    for (RecordId id : records->entries) {
+      if (EqualsNoCase(entity(id).GetString(2), b->name)) {
+        b->record_handle = entity(id).handle();
+        break;
+      }
+    }
+  }
   for (auto& b : blocks_) {
     if (b->record_handle) block_by_record_.emplace(b->record_handle, b.get());
   }
@@ -621,55 +635,6 @@ Entity Document::AddEntity(Block* block, std::vector<Tag> tags) {
   if (paper) e.SetPaperSpace(true);
   block->entities.push_back(id);
   return e;
-}
-
-void Document::Erase(Entity e) { EraseAll(std::span<const Entity>(&e, 1)); }
-
-void Document::EraseAll(std::span<const Entity> entities) {
-  std::vector<Block*> touched;
-  std::vector<RecordId> todo;
-  for (const Entity& e : entities) {
-    if (!e.valid() || e.erased()) continue;
-    RecordId parent = db_.parent(e.id());
-    if (parent != kNoRecord) {
-      auto& kids = db_.mutable_children(parent);
-      kids.erase(std::remove(kids.begin(), kids.end(), e.id()), kids.end());
-    } else if (Block* b = BlockOf(e)) {
-      touched.push_back(b);
-    }
-    todo.push_back(e.id());
-  }
-  // What an entity owns goes with it: children and the extension
-  // dictionary tree (hard-owner 360 entries).
-  while (!todo.empty()) {
-    RecordId id = todo.back();
-    todo.pop_back();
-    if (db_.erased(id)) continue;
-    Entity x = entity(id);
-    for (RecordId c : db_.children(id)) todo.push_back(c);
-    if (uint64_t xd = x.ExtensionDictionary()) {
-      RecordId d = db_.Find(xd);
-      if (d != kNoRecord) todo.push_back(d);
-    }
-    if (x.type() == "DICTIONARY") {
-      for (const Tag& t : x.tags()) {
-        if (t.code != 360) continue;
-        RecordId c = db_.Find(ParseHandle(t.value()).value_or(0));
-        if (c != kNoRecord && entity(c).owner() == x.handle()) {
-          todo.push_back(c);
-        }
-      }
-    }
-    db_.MarkErased(id);
-  }
-  std::sort(touched.begin(), touched.end());
-  touched.erase(std::unique(touched.begin(), touched.end()), touched.end());
-  for (Block* b : touched) {
-    auto& v = b->entities;
-    v.erase(std::remove_if(v.begin(), v.end(),
-                           [&](RecordId id) { return db_.erased(id); }),
-            v.end());
-  }
 }
 
 Entity Document::root_dictionary() {
