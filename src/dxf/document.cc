@@ -94,7 +94,10 @@ Block* Document::NewBlock(std::string name) {
   blocks_.push_back(std::make_unique<Block>());
   Block* b = blocks_.back().get();
   b->name = std::move(name);
-  block_by_name_.emplace(NameKey(b->name), b);  // the first of a name wins
+  // The first of a name wins.
+  if (!block_by_name_.emplace(NameKey(b->name), b).second) {
+    repeated_block_names_ = true;
+  }
   return b;
 }
 
@@ -103,6 +106,7 @@ void Document::UnindexName(Block* block) {
   if (it == block_by_name_.end() || it->second != block) return;
   block_by_name_.erase(it);
   // A damaged file may hold the name twice; the next one takes over.
+  if (!repeated_block_names_) return;
   for (auto& b : blocks_) {
     if (b.get() != block && EqualsNoCase(b->name, block->name)) {
       block_by_name_.emplace(NameKey(b->name), b.get());

@@ -249,6 +249,8 @@ class Document {
   // Case-insensitive name index (NameKey); the first block of a name when a
   // damaged file repeats it. Kept by NewBlock, RenameBlock and RemoveBlock.
   std::unordered_map<std::string, Block*> block_by_name_;
+  // Some name was met twice: removals then look for the next holder.
+  bool repeated_block_names_ = false;
   Block* model_ = nullptr;
   Block* paper_ = nullptr;
   std::vector<RecordId> objects_;
