@@ -55,7 +55,8 @@ void Document::EraseAll(std::span<const Entity> entities) {
       RecordId d = db_.Find(xd);
       if (d != kNoRecord) todo.push_back(d);
     }
-    for (const Tag& t : x.tags()) {
+    // Without a handle (R12) nothing can name it as owner.
+    for (const Tag& t : x.handle() != 0 ? x.tags() : std::span<const Tag>()) {
       if (!IsOwnerPointer(t.code)) continue;
       RecordId c = db_.Find(ParseHandle(t.value()).value_or(0));
       if (c != kNoRecord && entity(c).owner() == x.handle()) {
