@@ -82,10 +82,37 @@ Status Document::Error(size_t tag_index, const std::string& what) const {
   return Status::Corruption(TagLocation(name_, f, tag_index) + ": " + what);
 }
 
+std::string Document::NameKey(std::string_view name) {
+  std::string key(name);
+  for (char& c : key) {
+    if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 32);
+  }
+  return key;
+}
+
 Block* Document::NewBlock(std::string name) {
   blocks_.push_back(std::make_unique<Block>());
-  blocks_.back()->name = std::move(name);
-  return blocks_.back().get();
+  Block* b = blocks_.back().get();
+  b->name = std::move(name);
+  // The first of a name wins.
+  if (!block_by_name_.emplace(NameKey(b->name), b).second) {
+    repeated_block_names_ = true;
+  }
+  return b;
+}
+
+void Document::UnindexName(Block* block) {
+  auto it = block_by_name_.find(NameKey(block->name));
+  if (it == block_by_name_.end() || it->second != block) return;
+  block_by_name_.erase(it);
+  // A damaged file may hold the name twice; the next one takes over.
+  if (!repeated_block_names_) return;
+  for (auto& b : blocks_) {
+    if (b.get() != block && EqualsNoCase(b->name, block->name)) {
+      block_by_name_.emplace(NameKey(b->name), b.get());
+      break;
+    }
+  }
 }
 
 Status Document::Build(const std::vector<Tag>& tags,
@@ -276,19 +303,35 @@ Status Document::Build(const std::vector<Tag>& tags,
 }
 
 void Document::AssignBlockRoles() {
-  block_by_record_.clear();
-  model_ = paper_ = nullptr;
+  // A BLOCK whose owner names no BLOCK_RECORD (hand-made files) still has
+  // the record of its name: entities added later must name that one.
+  Table* records = IsR12() ? nullptr : table("BLOCK_RECORD");
   for (auto& b : blocks_) {
-    if (b->record_handle) block_by_record_.emplace(b->record_handle, b.get());
-    if (!model_ && (EqualsNoCase(b->name, "*Model_Space") ||
-                    EqualsNoCase(b->name, "$MODEL_SPACE"))) {
-      model_ = b.get();
-    }
-    if (!paper_ && (EqualsNoCase(b->name, "*Paper_Space") ||
-                    EqualsNoCase(b->name, "$PAPER_SPACE"))) {
-      paper_ = b.get();
+    if (records == nullptr) break;
+    Entity r = FindByHandle(b->record_handle);
+    if (r.valid() && r.type() == "BLOCK_RECORD") continue;
+    for (RecordId id : records->entries) {
+      if (EqualsNoCase(entity(id).GetString(2), b->name)) {
+        b->record_handle = entity(id).handle();
+        break;
+      }
     }
   }
+  for (auto& b : blocks_) {
+    if (b->record_handle) block_by_record_.emplace(b->record_handle, b.get());
+  }
+  AssignSpaces();
+}
+
+void Document::AssignSpaces() {
+  auto named = [&](std::string_view name, std::string_view r12_name) {
+    Block* a = FindBlock(name);
+    Block* b = FindBlock(r12_name);
+    if (a == nullptr || b == nullptr) return a != nullptr ? a : b;
+    return a->begin < b->begin ? a : b;  // the one first in the file
+  };
+  model_ = named("*Model_Space", "$MODEL_SPACE");
+  paper_ = named("*Paper_Space", "$PAPER_SPACE");
   // A minimal R12 file has no blocks at all; its entities still need a home.
   if (!model_) model_ = NewBlock(IsR12() ? "$MODEL_SPACE" : "*Model_Space");
 }
@@ -471,10 +514,8 @@ Entity Document::EnsureClass(std::string_view dxf_name,
 }
 
 Block* Document::FindBlock(std::string_view name) {
-  for (auto& b : blocks_) {
-    if (EqualsNoCase(b->name, name)) return b.get();
-  }
-  return nullptr;
+  auto it = block_by_name_.find(NameKey(name));
+  return it == block_by_name_.end() ? nullptr : it->second;
 }
 
 Block* Document::BlockByRecord(uint64_t record_handle) {
@@ -560,9 +601,11 @@ bool Document::RenameBlock(Block* block, std::string_view name) {
     int i = record.FindIn("AcDbBlockTableRecord", 2);
     if (i >= 0) record.SetValueAt(i, name);
   }
+  UnindexName(block);
   block->name = std::string(name);
+  block_by_name_.emplace(NameKey(block->name), block);
   Block* model = model_;
-  AssignBlockRoles();
+  AssignSpaces();
   // A block made up for a file without one stays model space.
   if (model && model->begin == kNoRecord && model_ != model) model_ = model;
   return true;
@@ -581,6 +624,7 @@ bool Document::RemoveBlock(Block* block) {
     if (Table* t = table("BLOCK_RECORD")) std::erase(t->entries, record.id());
   }
   block_by_record_.erase(block->record_handle);
+  UnindexName(block);
   std::erase_if(blocks_, [&](const auto& b) { return b.get() == block; });
   return true;
 }
@@ -595,55 +639,6 @@ Entity Document::AddEntity(Block* block, std::vector<Tag> tags) {
   if (paper) e.SetPaperSpace(true);
   block->entities.push_back(id);
   return e;
-}
-
-void Document::Erase(Entity e) { EraseAll(std::span<const Entity>(&e, 1)); }
-
-void Document::EraseAll(std::span<const Entity> entities) {
-  std::vector<Block*> touched;
-  std::vector<RecordId> todo;
-  for (const Entity& e : entities) {
-    if (!e.valid() || e.erased()) continue;
-    RecordId parent = db_.parent(e.id());
-    if (parent != kNoRecord) {
-      auto& kids = db_.mutable_children(parent);
-      kids.erase(std::remove(kids.begin(), kids.end(), e.id()), kids.end());
-    } else if (Block* b = BlockOf(e)) {
-      touched.push_back(b);
-    }
-    todo.push_back(e.id());
-  }
-  // What an entity owns goes with it: children and the extension
-  // dictionary tree (hard-owner 360 entries).
-  while (!todo.empty()) {
-    RecordId id = todo.back();
-    todo.pop_back();
-    if (db_.erased(id)) continue;
-    Entity x = entity(id);
-    for (RecordId c : db_.children(id)) todo.push_back(c);
-    if (uint64_t xd = x.ExtensionDictionary()) {
-      RecordId d = db_.Find(xd);
-      if (d != kNoRecord) todo.push_back(d);
-    }
-    if (x.type() == "DICTIONARY") {
-      for (const Tag& t : x.tags()) {
-        if (t.code != 360) continue;
-        RecordId c = db_.Find(ParseHandle(t.value()).value_or(0));
-        if (c != kNoRecord && entity(c).owner() == x.handle()) {
-          todo.push_back(c);
-        }
-      }
-    }
-    db_.MarkErased(id);
-  }
-  std::sort(touched.begin(), touched.end());
-  touched.erase(std::unique(touched.begin(), touched.end()), touched.end());
-  for (Block* b : touched) {
-    auto& v = b->entities;
-    v.erase(std::remove_if(v.begin(), v.end(),
-                           [&](RecordId id) { return db_.erased(id); }),
-            v.end());
-  }
 }
 
 Entity Document::root_dictionary() {

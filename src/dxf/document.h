@@ -33,6 +33,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "dxf/entity.h"
@@ -165,11 +166,16 @@ class Document {
   // the block record (R2000+) and 67 for paper space. `tags` start with
   // `0 TYPE` and normally hold `100 AcDbEntity` and the layer.
   Entity AddEntity(Block* block, std::vector<Tag> tags);
-  // Erases an entity with its children (ATTRIBs, SEQEND) and its extension
-  // dictionary tree, and removes it from its block.
+  // Erases an entity with everything it owns and removes it from its block:
+  // its children (ATTRIBs, VERTEXes, SEQEND), its extension dictionary tree
+  // and every record its owner pointers (350-369) reach that names it as
+  // owner, recursively. What survives forgets the erased records: their
+  // handles leave ACAD_REACTORS groups, GROUP member lists and dictionary
+  // entries, and a group left without members is erased too. Also right
+  // for table entries and objects (no block then).
   // Costs a scan of the block's list; for many entities use EraseAll.
   void Erase(Entity e);
-  // Erases all of them, compacting each block's list once.
+  // Erases all of them as Erase does, compacting each block's list once.
   void EraseAll(std::span<const Entity> entities);
 
   // Drops a section kept verbatim (ACDSDATA, THUMBNAILIMAGE, ...); false
@@ -203,7 +209,18 @@ class Document {
   Block* NewBlock(std::string name);
   void Serialize(class TagWriter& w);
   void WriteBlockEntities(class TagWriter& w, const std::vector<RecordId>& ids);
+  // Indexes every block by record handle, then AssignSpaces.
   void AssignBlockRoles();
+  // The second half of EraseAll: records pointed to by `erased` drop the
+  // handles in `gone`; groups it empties are erased and added to `gone`.
+  void ForgetErased(const std::vector<RecordId>& erased,
+                    std::unordered_set<uint64_t>* gone);
+  // model_ and paper_ from the block names.
+  void AssignSpaces();
+  // The key of block_by_name_: ASCII letters upper-cased.
+  static std::string NameKey(std::string_view name);
+  // Drops `block` from block_by_name_ (before a rename or removal).
+  void UnindexName(Block* block);
   uint64_t HandSeed() const;
 
   std::string name_;
@@ -229,6 +246,11 @@ class Document {
   std::vector<Table> tables_;
   std::vector<std::unique_ptr<Block>> blocks_;
   std::unordered_map<uint64_t, Block*> block_by_record_;
+  // Case-insensitive name index (NameKey); the first block of a name when a
+  // damaged file repeats it. Kept by NewBlock, RenameBlock and RemoveBlock.
+  std::unordered_map<std::string, Block*> block_by_name_;
+  // Some name was met twice: removals then look for the next holder.
+  bool repeated_block_names_ = false;
   Block* model_ = nullptr;
   Block* paper_ = nullptr;
   std::vector<RecordId> objects_;

@@ -119,6 +119,37 @@ TEST(DocumentStructureTest, DuplicateHandleKeepsFirstAndWarns) {
   EXPECT_EQ(doc->FindByHandle(0xA).type(), "LINE");
 }
 
+// The name index behind FindBlock follows every change of the block list:
+// a damaged file's second block of a name takes over when the first goes,
+// and a renamed block answers to its new name only.
+TEST(DocumentStructureTest, BlockNamesFollowRenamesAndRemovals) {
+  std::unique_ptr<Document> doc;
+  ASSERT_TRUE(Document::Parse(Dxf("0 SECTION|2 BLOCKS|0 BLOCK|2 Dup|0 ENDBLK|"
+                                  "0 BLOCK|2 DUP|0 ENDBLK|0 ENDSEC|0 EOF"),
+                              "names.dxf", &doc)
+                  .ok());
+  Block* first = doc->FindBlock("dup");
+  ASSERT_NE(first, nullptr);
+  EXPECT_EQ(first->name, "Dup");
+  ASSERT_TRUE(doc->RemoveBlock(first));
+  Block* second = doc->FindBlock("Dup");
+  ASSERT_NE(second, nullptr);
+  EXPECT_EQ(second->name, "DUP");
+
+  Block* added = doc->AddBlock("Frame");
+  EXPECT_EQ(doc->AddBlock("FRAME"), added);  // taken: the existing one
+  EXPECT_FALSE(doc->RenameBlock(second, "frame"));
+  ASSERT_TRUE(doc->RenameBlock(added, "Sheet"));
+  EXPECT_EQ(doc->FindBlock("frame"), nullptr);
+  EXPECT_EQ(doc->FindBlock("SHEET"), added);
+  ASSERT_TRUE(doc->RenameBlock(second, "Frame"));
+  EXPECT_EQ(doc->FindBlock("dup"), nullptr);
+  EXPECT_EQ(doc->FindBlock("frame"), second);
+  ASSERT_TRUE(doc->RemoveBlock(added));
+  EXPECT_EQ(doc->FindBlock("Sheet"), nullptr);
+  EXPECT_EQ(doc->blocks().size(), 2u);  // the made-up model space and Frame
+}
+
 // Inputs the fuzzer found: each must parse to a Status or to a document
 // whose output parses again.
 TEST(FuzzRegressionTest, EveryFoundInputReadsOrFailsCleanly) {

@@ -5,6 +5,7 @@
 #include "dxf/builders.h"
 #include "dxf/document.h"
 #include "dxf/test_util.h"
+#include "testing/dxf_check.h"
 
 namespace lmt::dxf {
 namespace {
@@ -47,7 +48,7 @@ TEST(EncodingTest, CodePageFollowsVersionAndHeader) {
 
 // ezdxf decodes the bytes by $DWGCODEPAGE and the escapes as we wrote them.
 TEST(EncodingTest, OldFilesReadBackInEzdxfForBothCodePages) {
-  if (!testing::HaveEzdxf()) GTEST_SKIP() << "ezdxf runs on the Linux build";
+  LMT_SKIP_WITHOUT_EZDXF();
   for (const char* cp : {"ANSI_1251", "ANSI_1252"}) {
     std::unique_ptr<Document> doc;
     ASSERT_TRUE(Document::Load(testing::SamplePath("s_AC1015.dxf"), &doc).ok());

@@ -38,7 +38,7 @@ class EntitiesTest : public ::testing::Test {
   void SaveCheckAndReload(const std::string& name) {
     std::string path = testing::TempPath(name);
     ASSERT_TRUE(doc_->Save(path).ok());
-    EXPECT_EQ(testing::CheckWithEzdxf(path), "");
+    EXPECT_EQ(testing::Problems(path), "");
     Status s = Document::Load(path, &doc_);
     ASSERT_TRUE(s.ok()) << s.ToString();
   }

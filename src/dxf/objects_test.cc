@@ -48,7 +48,7 @@ TEST(ObjectsTest, ActiveLayoutSwitchesByRenamingBlocks) {
   EXPECT_EQ(doc->paper_space(), other);
   std::string path = testing::TempPath("switched.dxf");
   ASSERT_TRUE(doc->Save(path).ok());
-  EXPECT_EQ(testing::CheckWithEzdxf(path), "");
+  EXPECT_EQ(testing::Problems(path), "");
   std::unique_ptr<Document> back;
   ASSERT_TRUE(Document::Load(path, &back).ok());
   EXPECT_EQ(back->paper_space()->entities.size(), other_count);
@@ -83,7 +83,7 @@ TEST(ObjectsTest, ExtensionDictionaryCreatedOnceAndAudited) {
   EXPECT_EQ(DictionaryEntries(xd).size(), 1u);
   std::string path = testing::TempPath("xdict.dxf");
   ASSERT_TRUE(doc->Save(path).ok());
-  EXPECT_EQ(testing::CheckWithEzdxf(path), "");
+  EXPECT_EQ(testing::Problems(path), "");
 }
 
 TEST(ObjectsTest, OldMultiLineAttribLosesItsRoundTripMText) {
@@ -109,7 +109,7 @@ TEST(ObjectsTest, OldMultiLineAttribLosesItsRoundTripMText) {
   EXPECT_FALSE(doc->FindByHandle(mlatt).valid());
   std::string path = testing::TempPath("mlatt.dxf");
   ASSERT_TRUE(doc->Save(path).ok());
-  EXPECT_EQ(testing::CheckWithEzdxf(path), "");
+  EXPECT_EQ(testing::Problems(path), "");
 }
 
 }  // namespace

@@ -448,10 +448,14 @@ class DxfLayouts : public host::Layouts {
     }
     dxf::Layout layout{dxf::Entity()};
     dxf::Status s = dxf::AddLayout(*d_->doc, raw, &layout);
-    d_->ForgetLayouts();
-    if (!s.ok()) return Status::InvalidArgument(s.message());
-    return MakeLayout(d_,
-                      d_->LayoutOfBlock(dxf::LayoutBlock(*d_->doc, layout)));
+    if (!s.ok()) {
+      d_->ForgetLayouts();
+      return Status::InvalidArgument(s.message());
+    }
+    LayoutInfo info{layout.handle(), d_->Decode(raw),
+                    dxf::LayoutBlock(*d_->doc, layout), layout.tab_order()};
+    d_->AddKnownLayout(info);
+    return MakeLayout(d_, std::move(info));
   }
 
  private:

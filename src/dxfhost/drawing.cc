@@ -34,9 +34,11 @@ std::string Drawing::Encode(std::string_view utf8) const {
   return dxf::EncodeText(utf8, dxf::CodePageOf(*doc));
 }
 
-std::vector<LayoutInfo> Drawing::Layouts() {
+const std::vector<LayoutInfo>& Drawing::Layouts() {
   if (layouts_known_) return layouts_cache_;
-  std::vector<LayoutInfo> out;
+  std::vector<LayoutInfo>& out = layouts_cache_;
+  out.clear();
+  layouts_known_ = true;  // R12's implied tabs never change either
   out.push_back(LayoutInfo{0, "Model", doc->model_space(), 0});
   dxf::Entity root = doc->root_dictionary();
   uint64_t dict_handle =
@@ -81,13 +83,11 @@ std::vector<LayoutInfo> Drawing::Layouts() {
                    [](const LayoutInfo& a, const LayoutInfo& b) {
                      return a.tab_order < b.tab_order;
                    });
-  layouts_cache_ = out;
-  layouts_known_ = true;
   return out;
 }
 
 LayoutInfo Drawing::LayoutOfBlock(const dxf::Block* block) {
-  for (LayoutInfo& info : Layouts()) {
+  for (const LayoutInfo& info : Layouts()) {
     if (info.block == block) return info;
   }
   return LayoutInfo{};

@@ -89,9 +89,16 @@ struct Drawing {
   dxf::Entity entity(dxf::RecordId id) { return doc->entity(id); }
 
   // Tabs in tab order, "Model" first. Kept between calls: whatever adds,
-  // renames or deletes a layout calls ForgetLayouts afterwards.
-  std::vector<LayoutInfo> Layouts();
+  // renames or deletes a layout calls ForgetLayouts afterwards (or appends
+  // a new last tab with AddKnownLayout). The reference is the cache: valid
+  // until the next call after ForgetLayouts.
+  const std::vector<LayoutInfo>& Layouts();
   void ForgetLayouts() { layouts_known_ = false; }
+  // A layout just added as the last tab: the known list grows by it instead
+  // of being read again (quadratic over a thousand new layouts).
+  void AddKnownLayout(LayoutInfo info) {
+    if (layouts_known_) layouts_cache_.push_back(std::move(info));
+  }
   // The drawing that external-reference block `block` of `owner` names;
   // `owner` is this drawing's document or one of `xrefs`, whose folder a
   // relative path starts from. Null when the block is no reference or its

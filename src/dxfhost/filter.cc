@@ -20,6 +20,8 @@ struct CompiledFilter::Node {
   std::string op = "=";
   std::string text;              // the value as text
   std::optional<double> number;  // the value as a number, when it is one
+  // `text` holds no wildcard character, so it matches only itself.
+  bool literal = false;
 };
 
 namespace {
@@ -89,9 +91,43 @@ std::optional<std::string> EntityValue(const dxf::Entity& e, int code,
   return std::string(*v);
 }
 
+// The raw file text of a text code, without a copy.
+std::optional<std::string_view> RawText(const dxf::Entity& e, int code) {
+  switch (code) {
+    case 0:
+      return e.type();
+    case 8:
+      return e.layer();
+    case 6:
+      return e.linetype();
+    default:
+      return e.Get(code);
+  }
+}
+
+// True when Decode would return `raw` unchanged: no escape, no code-page
+// byte.
+bool IsPlain(std::string_view raw) {
+  for (char c : raw) {
+    if (c == '\\' || static_cast<unsigned char>(c) >= 0x80) return false;
+  }
+  return true;
+}
+
 bool Test(const Node& n, const Drawing& d, const dxf::Entity& e,
           const std::string& space) {
   if (n.op == "*") return true;
+  // Whole-drawing selections test every entity: a literal name against
+  // plain text needs neither copies nor decoding (same answer as below).
+  if (n.literal && n.code != 410 && n.code != 62 && IsTextCode(n.code)) {
+    std::optional<std::string_view> raw = RawText(e, n.code);
+    if (!raw) return false;
+    if (IsPlain(*raw)) {
+      bool match = dxf::EqualsNoCase(*raw, n.text);
+      if (n.op == "!=" || n.op == "/=" || n.op == "<>") return !match;
+      return match;
+    }
+  }
   std::optional<std::string> value = EntityValue(e, n.code, space);
   if (!value) return false;
   if (IsTextCode(n.code) && n.code != 62) {
@@ -204,6 +240,7 @@ Result<CompiledFilter> CompiledFilter::Compile(
     pending_op.clear();
     test.text = text;
     test.number = NumberOf(code, text);
+    test.literal = text.find_first_of("*?#@.~[]`,") == std::string::npos;
     stack.back().node.children.push_back(std::move(test));
   }
   if (stack.size() != 1) {

@@ -180,7 +180,10 @@ class DxfSelectionSet : public host::SelectionSet {
   }
   Status DoErase() override {
     if (Status s = Live(); !s.ok()) return s;
-    for (dxf::RecordId id : Members()) d_->doc->Erase(d_->entity(id));
+    // One engine erase for all: each block's list is compacted once.
+    std::vector<dxf::Entity> doomed;
+    for (dxf::RecordId id : Members()) doomed.push_back(d_->entity(id));
+    d_->doc->EraseAll(doomed);
     data_->members.clear();
     return Status();
   }

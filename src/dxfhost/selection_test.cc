@@ -114,9 +114,12 @@ TEST_F(SelectionTest, EachPropertyCodeFilters) {
   };
   const Row kRows[] = {
       {0, std::string("CIRCLE"), 9},
+      {0, std::string("circle"), 9},  // names without wildcards ignore case
+      {0, std::string("CIRCL"), 0},
       {0, std::string("CIRCLE,LINE"), 15},
       {0, std::string("*LINE"), 9},  // LINE and LWPOLYLINE
       {8, std::string("CONTENT"), 21},
+      {8, std::string("Content"), 21},
       {8, std::string("~CONTENT"), 10},  // the frames and Pattern's text
       {6, std::string("BYLAYER"), 31},
       {62, int16_t{256}, 31},
@@ -141,6 +144,10 @@ TEST_F(SelectionTest, NotAndXorGroups) {
   f.Add(8, std::string("CONTENT"));
   f.Add(-4, std::string("NOT>"));
   EXPECT_EQ(SelectAll(f).size(), 9u);
+  SelectionFilter ne;
+  ne.Add(-4, std::string("!="));
+  ne.Add(8, std::string("content"));
+  EXPECT_EQ(SelectAll(ne).size(), 10u);
   SelectionFilter x;
   x.Add(-4, std::string("<XOR"));
   x.Add(0, std::string("INSERT"));

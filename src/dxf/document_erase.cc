@@ -1,0 +1,150 @@
+// Document::Erase and EraseAll: an entity goes with everything it owns, and
+// the records that survive stop naming it.
+//
+// Ownership follows the owner pointers (codes 350-369) of each erased record
+// to records whose owner (330) is that record: extension dictionaries and
+// their nested dictionaries, XRECORDs and what they own (a table's
+// TABLECONTENT and TABLEGEOMETRY), an image's IMAGEDEF_REACTOR, a solid's
+// ACSH_HISTORY_CLASS. A pointer alone never erases: the record must also
+// name the erased one as its owner, so shared objects (styles, image
+// definitions, layers) stay.
+//
+// Then every surviving record an erased one points to (its reactors' owners,
+// groups, image definitions, dictionaries) drops the erased handles from its
+// ACAD_REACTORS group, its group members (340) and its dictionary entries. A
+// group left without members is erased in turn and leaves its dictionary.
+#include <algorithm>
+#include <unordered_set>
+
+#include "dxf/document.h"
+
+namespace lmt::dxf {
+namespace {
+
+bool IsOwnerPointer(int code) { return code >= 350 && code <= 369; }
+bool IsPointer(int code) { return code >= 330 && code <= 369; }
+
+}  // namespace
+
+void Document::Erase(Entity e) { EraseAll(std::span<const Entity>(&e, 1)); }
+
+void Document::EraseAll(std::span<const Entity> entities) {
+  std::vector<Block*> touched;
+  std::vector<RecordId> todo;
+  for (const Entity& e : entities) {
+    if (!e.valid() || e.erased()) continue;
+    RecordId parent = db_.parent(e.id());
+    if (parent != kNoRecord) {
+      auto& kids = db_.mutable_children(parent);
+      kids.erase(std::remove(kids.begin(), kids.end(), e.id()), kids.end());
+    } else if (Block* b = BlockOf(e)) {
+      touched.push_back(b);
+    }
+    todo.push_back(e.id());
+  }
+  std::vector<RecordId> erased;
+  std::unordered_set<uint64_t> gone;
+  while (!todo.empty()) {
+    RecordId id = todo.back();
+    todo.pop_back();
+    if (db_.erased(id)) continue;
+    Entity x = entity(id);
+    for (RecordId c : db_.children(id)) todo.push_back(c);
+    // The extension dictionary goes whatever owner it names.
+    if (uint64_t xd = x.ExtensionDictionary()) {
+      RecordId d = db_.Find(xd);
+      if (d != kNoRecord) todo.push_back(d);
+    }
+    // Without a handle (R12) nothing can name it as owner.
+    for (const Tag& t : x.handle() != 0 ? x.tags() : std::span<const Tag>()) {
+      if (!IsOwnerPointer(t.code)) continue;
+      RecordId c = db_.Find(ParseHandle(t.value()).value_or(0));
+      if (c != kNoRecord && entity(c).owner() == x.handle()) {
+        todo.push_back(c);
+      }
+    }
+    db_.MarkErased(id);
+    erased.push_back(id);
+    if (x.handle() != 0) gone.insert(x.handle());
+  }
+  std::sort(touched.begin(), touched.end());
+  touched.erase(std::unique(touched.begin(), touched.end()), touched.end());
+  for (Block* b : touched) {
+    auto& v = b->entities;
+    v.erase(std::remove_if(v.begin(), v.end(),
+                           [&](RecordId id) { return db_.erased(id); }),
+            v.end());
+  }
+  if (!gone.empty()) ForgetErased(erased, &gone);
+}
+
+void Document::ForgetErased(const std::vector<RecordId>& erased,
+                            std::unordered_set<uint64_t>* gone) {
+  std::vector<RecordId> pending;
+  std::unordered_set<RecordId> seen;
+  // `again`: visit even what was already cleaned (a group erased later
+  // must still leave its dictionary).
+  auto neighbours_of = [&](RecordId id, bool again) {
+    for (const Tag& t : db_.tags(id)) {
+      if (!IsPointer(t.code)) continue;
+      uint64_t h = ParseHandle(t.value()).value_or(0);
+      if (h == 0 || gone->count(h)) continue;
+      RecordId n = db_.Find(h);
+      if (n != kNoRecord && (seen.insert(n).second || again)) {
+        pending.push_back(n);
+      }
+    }
+  };
+  for (RecordId id : erased) neighbours_of(id, false);
+  while (!pending.empty()) {
+    RecordId id = pending.back();
+    pending.pop_back();
+    if (db_.erased(id)) continue;
+    Entity n = entity(id);
+    const bool group = n.type() == "GROUP";
+    const bool dictionary = n.type() == "DICTIONARY";
+    auto named = [&](const Tag& t) {
+      return gone->count(ParseHandle(t.value()).value_or(0)) != 0;
+    };
+    std::span<const Tag> t = n.tags();
+    std::vector<Tag> kept;
+    kept.reserve(t.size());
+    bool in_reactors = false;
+    int members_left = 0, members_dropped = 0;
+    for (size_t i = 0; i < t.size(); ++i) {
+      if (t[i].code == 102) {
+        if (t[i].value() == "{ACAD_REACTORS") in_reactors = true;
+        if (in_reactors && t[i].value() == "}") {
+          in_reactors = false;
+          // No reactor left: no group either.
+          if (!kept.empty() && kept.back().Is(102, "{ACAD_REACTORS")) {
+            kept.pop_back();
+            continue;
+          }
+        }
+      } else if (in_reactors && t[i].code == 330 && named(t[i])) {
+        continue;
+      } else if (group && t[i].code == 340) {
+        if (named(t[i])) {
+          ++members_dropped;
+          continue;
+        }
+        ++members_left;
+      } else if (dictionary && t[i].code == 3 && i + 1 < t.size() &&
+                 (t[i + 1].code == 350 || t[i + 1].code == 360) &&
+                 named(t[i + 1])) {
+        ++i;
+        continue;
+      }
+      kept.push_back(t[i]);
+    }
+    if (kept.size() != t.size()) db_.Detach(id) = std::move(kept);
+    if (group && members_dropped > 0 && members_left == 0) {
+      db_.MarkErased(id);
+      gone->insert(n.handle());
+      neighbours_of(id, true);
+    }
+  }
+}
+
+}  // namespace lmt::dxf
