@@ -160,12 +160,16 @@ bool IsFreeLayoutName(Document& doc, std::string_view name) {
          !FindLayout(doc, name).valid();
 }
 
-Status AddLayout(Document& doc, std::string_view name, Layout* out) {
+Status AddLayout(Document& doc, std::string_view name, Layout* out,
+                 const KnownLayouts* known) {
   if (doc.IsR12()) {
     return Status::InvalidArgument(
         "R12 drawings have a single paper space and no layouts");
   }
-  if (!IsFreeLayoutName(doc, name)) {
+  const bool free = known != nullptr && known->name_is_free
+                        ? IsValidName(doc, name)
+                        : IsFreeLayoutName(doc, name);
+  if (!free) {
     return Status::InvalidArgument("\"" + std::string(name) +
                                    "\" is not a free layout name");
   }
@@ -173,9 +177,16 @@ Status AddLayout(Document& doc, std::string_view name, Layout* out) {
   if (!dict.valid()) {
     return Status::InvalidArgument("the drawing has no layout dictionary");
   }
-  std::vector<Layout> paper = PaperLayouts(doc);
+  Layout first_paper{Entity()};
   int tab = 0;
-  for (const Layout& l : Layouts(doc)) tab = std::max(tab, l.tab_order());
+  if (known != nullptr) {
+    first_paper = known->first_paper;
+    tab = known->last_tab_order;
+  } else {
+    std::vector<Layout> paper = PaperLayouts(doc);
+    if (!paper.empty()) first_paper = paper.front();
+    for (const Layout& l : Layouts(doc)) tab = std::max(tab, l.tab_order());
+  }
   std::string block_name =
       doc.paper_space() == nullptr ? "*Paper_Space" : FreePaperBlockName(doc);
   Block* block = doc.AddBlock(block_name);
@@ -183,8 +194,8 @@ Status AddLayout(Document& doc, std::string_view name, Layout* out) {
 
   std::vector<Tag> t = {doc.MakeTag(0, "LAYOUT"),
                         doc.MakeTag(100, "AcDbPlotSettings")};
-  std::vector<Tag> plot = paper.empty() ? DefaultPlotSettings(doc)
-                                        : PlotSettingsOf(doc, paper.front());
+  std::vector<Tag> plot = first_paper.valid() ? PlotSettingsOf(doc, first_paper)
+                                              : DefaultPlotSettings(doc);
   t.insert(t.end(), plot.begin(), plot.end());
   auto add = [&](int code, std::string_view v) {
     t.push_back(doc.MakeTag(code, v));

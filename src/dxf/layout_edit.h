@@ -31,7 +31,17 @@ bool IsFreeLayoutName(Document& doc, std::string_view name);
 // landscape sheet), its ACAD_LAYOUT entry and its main viewport (id 1,
 // centred on the paper). InvalidArgument for a bad or taken name or an R12
 // drawing.
-Status AddLayout(Document& doc, std::string_view name, Layout* out);
+//
+// `known` is for a caller that keeps its own list of the layouts: with it
+// nothing is looked up in the layout dictionary, so adding a thousand
+// layouts stays linear.
+struct KnownLayouts {
+  int last_tab_order = 0;        // the highest tab order in use
+  Layout first_paper{Entity()};  // its page setup is copied; may be invalid
+  bool name_is_free = false;     // the caller checked the name
+};
+Status AddLayout(Document& doc, std::string_view name, Layout* out,
+                 const KnownLayouts* known = nullptr);
 
 // Renames: LAYOUT code 1 and the ACAD_LAYOUT key. The block keeps its name.
 Status RenameLayout(Document& doc, Layout layout, std::string_view name);

@@ -442,12 +442,23 @@ class DxfLayouts : public host::Layouts {
       return Status::InvalidArgument("\"" + std::string(name) +
                                      "\" is not a valid layout name");
     }
-    if (!dxf::IsFreeLayoutName(*d_->doc, raw)) {
-      return Status::Refused("layout \"" + std::string(name) +
-                             "\" already exists");
+    // The host's own list answers what the engine would otherwise look up
+    // in the layout dictionary for every new layout.
+    const std::vector<LayoutInfo>& tabs = d_->Layouts();
+    dxf::KnownLayouts known;
+    known.name_is_free = true;
+    for (const LayoutInfo& tab : tabs) {
+      if (dxf::EqualsNoCase(tab.name, name)) {
+        return Status::Refused("layout \"" + std::string(name) +
+                               "\" already exists");
+      }
+      known.last_tab_order = std::max(known.last_tab_order, tab.tab_order);
+    }
+    if (tabs.size() > 1 && tabs[1].handle != 0) {
+      known.first_paper = dxf::Layout(d_->doc->FindByHandle(tabs[1].handle));
     }
     dxf::Layout layout{dxf::Entity()};
-    dxf::Status s = dxf::AddLayout(*d_->doc, raw, &layout);
+    dxf::Status s = dxf::AddLayout(*d_->doc, raw, &layout, &known);
     if (!s.ok()) {
       d_->ForgetLayouts();
       return Status::InvalidArgument(s.message());
