@@ -73,4 +73,10 @@ w cmd /c exit
 
 echo "== tests under Wine"
 ctest --test-dir "$build" --output-on-failure -j "$jobs" --no-tests=error
+
+echo "== screenshots of the main window"
+# The screenshot script stops this server and leaves none running.
+timeout 30 wineserver -k >/dev/null 2>&1 || true
+server_up=0
+"$root/scripts/windows-screenshots.sh"
 echo "== Windows leg took $((SECONDS - started)) s"
