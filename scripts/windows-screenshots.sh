@@ -6,8 +6,8 @@
 # program, it says so and succeeds: screenshots are artifacts, not tests.
 #
 # The tests run Wine on its null display driver; for the pictures the X11
-# driver and a virtual desktop (which draws title bars where no window
-# manager runs) are switched on and afterwards off again. Any Wine server of
+# driver is switched on and afterwards off again, and the program runs in a
+# virtual desktop (which draws title bars where no window manager runs). Any Wine server of
 # the prefix is stopped first and last, so that no desktop process of one
 # driver serves programs of the other.
 set -uo pipefail
@@ -42,7 +42,6 @@ Xvfb ":$display" -screen 0 1280x1024x24 -nolisten tcp >/dev/null 2>&1 &
 xvfb=$!
 restore() {
   w reg add 'HKCU\Software\Wine\Drivers' /v Graphics /d null /f >/dev/null 2>&1
-  w reg delete 'HKCU\Software\Wine\Explorer' /v Desktop /f >/dev/null 2>&1
   timeout 30 wineserver -k >/dev/null 2>&1 || true
   timeout 30 wineserver -w >/dev/null 2>&1 || true
   kill "$xvfb" 2>/dev/null; wait "$xvfb" 2>/dev/null
@@ -52,9 +51,6 @@ for _ in $(seq 50); do [[ -e /tmp/.X11-unix/X$display ]] && break; sleep 0.1; do
 export DISPLAY=:$display
 
 w reg delete 'HKCU\Software\Wine\Drivers' /v Graphics /f >/dev/null 2>&1
-w reg add 'HKCU\Software\Wine\Explorer' /v Desktop /d Default /f >/dev/null
-w reg add 'HKCU\Software\Wine\Explorer\Desktops' /v Default /d 1280x1000 /f \
-  >/dev/null
 
 mkdir -p "$art"
 status=0
@@ -64,7 +60,10 @@ for lang in ru en; do
   # An empty language file beside the add-in makes the English installation.
   if [[ $lang == en ]]; then : > "$folder/Lang.ini"; fi
   shot=$folder/main-window.bmp
-  out=$(w "$exe" "$(winpath "$folder")" "$(winpath "$folder/appdata")" \
+  # A virtual desktop of its own draws the title bar and is large enough
+  # for the window (the default one is 1024 x 768).
+  out=$(w explorer "/desktop=LayomatShots,1280x1000" "$(winpath "$exe")" \
+          "$(winpath "$folder")" "$(winpath "$folder/appdata")" \
           "$(winpath "$drawing")" "$(winpath "$shot")" 2>&1)
   if [[ -f $shot ]] && /usr/bin/python3 - "$shot" "$art/main-window-$lang.png" <<'PY'
 import struct, sys, zlib

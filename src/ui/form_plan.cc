@@ -56,7 +56,7 @@ class Planner {
         for (int slot = 0; slot < group->size(); ++slot) {
           if (options_.contains({control, slot})) continue;
           Push(Make(ElementKind::kOption, group->SlotKey(slot), control->name(),
-                control, slot));
+                    control, slot));
           elements_.back().group = -2;
         }
         continue;
@@ -65,7 +65,8 @@ class Planner {
       if (IsField(control)) {
         Push(FieldElement(control));
       } else {
-        Push(Make(ElementKind::kCheck, control->key(), control->name(), control));
+        Push(Make(ElementKind::kCheck, control->key(), control->name(),
+                  control));
       }
       elements_.back().group = -2;
     }
@@ -84,17 +85,19 @@ class Planner {
     elements_.push_back(std::move(e));
   }
 
-  // The field a label or frame names, not placed yet.
+  // The field a label or frame names, not placed yet: by the key
+  // convention first, then by the table of exceptions.
   core::Control* FieldFor(std::string_view key, std::string_view suffix) {
+    if (!suffix.empty()) {
+      for (core::Control* c : model_.controls()) {
+        if (IsField(c) && !placed_.contains(c) && c->key().ends_with(suffix))
+          return c;
+      }
+    }
     for (const auto& [label, field] : kFieldOfLabel) {
       if (label != key) continue;
       core::Control* c = model_.FindControl(field);
       if (c != nullptr && !placed_.contains(c)) return c;
-    }
-    if (suffix.empty()) return nullptr;
-    for (core::Control* c : model_.controls()) {
-      if (IsField(c) && !placed_.contains(c) && c->key().ends_with(suffix))
-        return c;
     }
     return nullptr;
   }
@@ -107,6 +110,8 @@ class Planner {
     const std::string k(key);
     if (key.starts_with("Frame")) {
       Push(Make(ElementKind::kGroup, k, k));
+      // A frame may hold two lists (the host kind and its release).
+      AddField(key, key.substr(5), false);
       AddField(key, key.substr(5), false);
       return;
     }
@@ -118,7 +123,7 @@ class Planner {
       if (std::optional<core::Window::Slot> slot = model_.FindSlot(key);
           slot && dynamic_cast<core::OptionGroup*>(slot->control)) {
         Push(Make(ElementKind::kOption, k, slot->control->name(), slot->control,
-              slot->slot));
+                  slot->slot));
         return;
       }
     }
@@ -152,9 +157,9 @@ class Planner {
 std::vector<ExtraButton> ExtraButtonsOf(std::string_view window_name) {
   if (window_name == "OknoLmt") {
     return {{"Command_GetNameLayouts", "..."},
-            {"Command_PeremestitStrokuNaPervii", "\xE2\x86\x91\xE2\x86\x91"},
-            {"Command_PeremestitStrokuVverh", "\xE2\x86\x91"},
-            {"Command_PeremestitStrokuVniz", "\xE2\x86\x93"},
+            {"Command_PeremestitStrokuNaPervii", "^^"},
+            {"Command_PeremestitStrokuVverh", "^"},
+            {"Command_PeremestitStrokuVniz", "v"},
             {"Command_UdalitStroku", "X"}};
   }
   return {};

@@ -54,6 +54,12 @@ TEST(FormPlanTest, FieldsFollowTheLabelsThatNameThem) {
   EXPECT_EQ(field_after("TXTLayoutName11"), "UniText_LeyoutName1");
   EXPECT_EQ(field_after("TXTNameObrazecPutFileLayout"),
             "UniText_NameObrazecPutFileLayout");
+  // The host frame holds the host list first, then the release list.
+  for (size_t i = 0; i + 2 < main.size(); ++i) {
+    if (main[i].key != "FrameVersiaCAD") continue;
+    EXPECT_EQ(main[i + 1].name, "Combo_VersiaCAD");
+    EXPECT_EQ(main[i + 2].name, "Combo_NomerAutoCAD");
+  }
   // Buttons carry their control names; captionless ones are there too.
   int buttons = 0;
   for (const Element& e : main) {

@@ -4,7 +4,7 @@
 // started with ADDIN_FOLDER as its folder (a "Lang.ini" there makes it
 // English), the frames of DRAWING found by the same frame commands the menu
 // runs (on the embedded host, the first polyline the template), then the
-// screen area of the window saved as a 24-bit BMP. For screenshots under a
+// window's picture saved as a 24-bit BMP. For screenshots under a
 // display; prints "1 passed, 0 failed" when the picture was written.
 #include <windows.h>
 
@@ -73,14 +73,18 @@ bool FindFrames(lmt::core::AddIn& addin, const std::string& drawing,
          lmt::frames::Outcome::kDone;
 }
 
-bool SaveScreenArea(const RECT& r, const std::wstring& path) {
+// Reads the window's own surface (frame, menu and children included): a
+// read of the screen gives black under Wine's X11 driver.
+bool SaveWindow(HWND window, const std::wstring& path) {
+  RECT r;
+  GetWindowRect(window, &r);
   const int w = r.right - r.left;
   const int h = r.bottom - r.top;
-  HDC screen = GetDC(nullptr);
+  HDC screen = GetWindowDC(window);
   HDC memory = CreateCompatibleDC(screen);
   HBITMAP bitmap = CreateCompatibleBitmap(screen, w, h);
   HGDIOBJ old = SelectObject(memory, bitmap);
-  BitBlt(memory, 0, 0, w, h, screen, r.left, r.top, SRCCOPY);
+  BitBlt(memory, 0, 0, w, h, screen, 0, 0, SRCCOPY);
   SelectObject(memory, old);
   BITMAPINFOHEADER info{};
   info.biSize = sizeof info;
@@ -96,7 +100,7 @@ bool SaveScreenArea(const RECT& r, const std::wstring& path) {
                 reinterpret_cast<BITMAPINFO*>(&info), DIB_RGB_COLORS);
   DeleteObject(bitmap);
   DeleteDC(memory);
-  ReleaseDC(nullptr, screen);
+  ReleaseDC(window, screen);
   if (rows != h) return false;
   BITMAPFILEHEADER file{};
   file.bfType = 0x4D42;
@@ -146,16 +150,19 @@ int wmain(int argc, wchar_t** argv) noexcept {
   addin.view().FrameTableChanged();
   addin.view().Refresh(main);
 
+  // The size a launcher would give it, as LmtResize gives it (twips).
   HWND window = addin.view().main_window();
+  HDC dc = GetDC(window);
+  const int dpi = GetDeviceCaps(dc, LOGPIXELSX);
+  ReleaseDC(window, dc);
+  addin.lmt_view().LmtResize(MulDiv(1150, 1440, dpi), MulDiv(800, 1440, dpi));
   SetWindowPos(window, HWND_TOP, 20, 20, 0, 0, SWP_NOSIZE | SWP_SHOWWINDOW);
   SetForegroundWindow(window);
   for (int i = 0; i < 30; ++i) {
     lmt::ui::PumpMessages(1);
     Sleep(50);
   }
-  RECT rect;
-  GetWindowRect(window, &rect);
-  const bool saved = SaveScreenArea(rect, argv[4]);
+  const bool saved = SaveWindow(window, argv[4]);
   addin.lmt_view().LmtExit(lmt::core::kVariantTrue);
   Print(saved ? "1 passed, 0 failed\n"
               : "screen not read\n0 passed, 1 failed\n");
