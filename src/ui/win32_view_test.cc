@@ -9,7 +9,9 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <cstring>
 #include <fstream>
+#include <optional>
 #include <string>
 #include <thread>
 
@@ -344,6 +346,62 @@ TEST_F(Win32ViewTest, BatchFileTableFollowsItsRows) {
   ASSERT_EQ(SendMessageW(list, LVM_GETITEMCOUNT, 0, 0), 1);
   EXPECT_EQ(ListText(list, 0, 0), L"1");
   EXPECT_EQ(ListText(list, 0, 2), L"C:\\d\\план.dxf");
+}
+
+}  // namespace
+}  // namespace lmt::ui
+
+namespace lmt::ui {
+namespace {
+
+// Types into the next dialog titled `title` from a second thread and
+// presses OK (or Cancel).
+void AnswerInputBox(const std::wstring& title, const std::wstring& text,
+                    bool ok) {
+  for (int i = 0; i < 250; ++i) {
+    if (HWND box = FindWindowW(L"#32770", title.c_str())) {
+      HWND edit = FindWindowExW(box, nullptr, L"Edit", nullptr);
+      SendMessageW(edit, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text.c_str()));
+      SendMessageW(GetDlgItem(box, ok ? IDOK : IDCANCEL), BM_CLICK, 0, 0);
+      return;
+    }
+    Sleep(20);
+  }
+}
+
+TEST_F(Win32ViewTest, InputBoxGivesTheTypedTextOrNothing) {
+  Start(false);
+  std::thread typist(AnswerInputBox, L"Масштаб", L"1:50", true);
+  std::optional<std::string> typed =
+      addin_->user().InputBox("Масштаб рамки:", "Масштаб", "1:100");
+  typist.join();
+  EXPECT_EQ(typed, std::optional<std::string>("1:50"));
+  std::thread canceller(AnswerInputBox, L"Масштаб", L"x", false);
+  typed = addin_->user().InputBox("Масштаб рамки:", "Масштаб", "1:100");
+  canceller.join();
+  EXPECT_EQ(typed, std::nullopt);
+}
+
+TEST_F(Win32ViewTest, ReplacementListPastedFromTheClipboard) {
+  Start(true);
+  const std::wstring list = L"Старый\tНовый\r\nA1\tB1\r\n";
+  ASSERT_TRUE(OpenClipboard(main_));
+  EmptyClipboard();
+  HGLOBAL memory =
+      GlobalAlloc(GMEM_MOVEABLE, (list.size() + 1) * sizeof(wchar_t));
+  std::memcpy(GlobalLock(memory), list.c_str(),
+              (list.size() + 1) * sizeof(wchar_t));
+  GlobalUnlock(memory);
+  SetClipboardData(CF_UNICODETEXT, memory);
+  CloseClipboard();
+
+  core::OknoFunctionReplaceText& text = windows().okno_function_replace_text;
+  addin_->view().ShowWindow(text);
+  SendMessageW(Control(text, "Command_VstavitSpisok"), BM_CLICK, 0, 0);
+  ASSERT_EQ(text.replace_list.size(), 2u);
+  EXPECT_EQ(text.replace_list[0].find, "Старый");
+  EXPECT_EQ(text.replace_list[0].replace, "Новый");
+  EXPECT_EQ(text.replace_list[1].replace, "B1");
 }
 
 }  // namespace
