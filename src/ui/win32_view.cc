@@ -115,6 +115,7 @@ struct Win32View::Form {
   Rect area;                   // what the elements cover
   HWND list = nullptr;         // frame table or file table
   HWND names = nullptr;        // OknoNameLayouts' list of layouts
+  HWND pairs = nullptr;        // Replace text's pasted replacement list
   HWND progress = nullptr;
   HWND status = nullptr;
   HMENU menu = nullptr;
@@ -293,6 +294,11 @@ std::intptr_t Win32View::Create(core::Window& model) {
     AddColumn(f.list, 0, L"\u2116", 36);
     AddColumn(f.list, 1, L"", 130);
     AddColumn(f.list, 2, L"", 250);
+    if (model.name() == "OknoFunctionReplaceText") {
+      f.pairs = make_list(2);
+      AddColumn(f.pairs, 0, L"", 200);
+      AddColumn(f.pairs, 1, L"", 200);
+    }
   } else if (model.name() == "OknoNameLayouts") {
     f.names = CreateWindowExW(
         WS_EX_CLIENTEDGE, L"LISTBOX", L"",
@@ -358,9 +364,15 @@ void Win32View::Layout(Form& f) {
     MoveWindow(f.status, 8, bottom + kProgressHeight + 2,
                std::max(10, int(client.right) - 16), kProgressHeight - 2, TRUE);
   } else if (f.list != nullptr) {
-    MoveWindow(f.list, f.area.width, 8,
-               std::max(10, int(client.right) - f.area.width - 8),
-               std::max(10, int(client.bottom) - 16), TRUE);
+    // With a replacement list the file table gives it the lower half.
+    const int height = std::max(10, int(client.bottom) - 16);
+    const int files = f.pairs != nullptr ? height / 2 - 4 : height;
+    const int width = std::max(10, int(client.right) - f.area.width - 8);
+    MoveWindow(f.list, f.area.width, 8, width, files, TRUE);
+    if (f.pairs != nullptr) {
+      MoveWindow(f.pairs, f.area.width, 16 + files, width, height - files - 8,
+                 TRUE);
+    }
   } else if (f.names != nullptr) {
     MoveWindow(f.names, 8, f.area.height, std::max(10, int(client.right) - 16),
                std::max(10, int(client.bottom) - f.area.height - 8), TRUE);
@@ -493,6 +505,15 @@ void Win32View::FillList(Form& f) {
       rows.push_back(
           {std::to_string(i + 1), (*files)[i].name, (*files)[i].path});
     SetRows(f.list, rows);
+    if (f.pairs != nullptr) {
+      auto& text = static_cast<core::OknoFunctionReplaceText&>(*f.model);
+      std::vector<std::vector<std::string>> pairs;
+      for (const core::ReplaceListRow& row : text.replace_list)
+        pairs.push_back({row.find, row.replace});
+      SetColumnText(f.pairs, 0, Wide(text.caption("OptionTextOrList1")));
+      SetColumnText(f.pairs, 1, Wide(text.caption("OptionValueList0")));
+      SetRows(f.pairs, pairs);
+    }
   } else if (f.names != nullptr) {
     auto& names = static_cast<core::OknoNameLayouts&>(*f.model);
     SendMessageW(f.names, LB_RESETCONTENT, 0, 0);
@@ -832,6 +853,11 @@ HWND Win32View::ControlOf(const core::Window& model,
 HWND Win32View::ListOf(const core::Window& model) const {
   const Form* f = FormOf(model);
   return f == nullptr ? nullptr : (f->list != nullptr ? f->list : f->names);
+}
+
+HWND Win32View::ReplacementListOf(const core::Window& model) const {
+  const Form* f = FormOf(model);
+  return f == nullptr ? nullptr : f->pairs;
 }
 
 }  // namespace lmt::ui

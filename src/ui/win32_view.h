@@ -80,6 +80,8 @@ class Win32View : public core::WindowView, public addin::Shell {
                  int slot = 0) const;
   // The list view of `model` (frame table or file table), or nullptr.
   HWND ListOf(const core::Window& model) const;
+  // The replacement list of the Replace text window, or nullptr.
+  HWND ReplacementListOf(const core::Window& model) const;
   // The about window, nullptr until first shown.
   HWND about_window() const { return about_; }
 

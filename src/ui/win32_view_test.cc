@@ -402,6 +402,9 @@ TEST_F(Win32ViewTest, ReplacementListPastedFromTheClipboard) {
   EXPECT_EQ(text.replace_list[0].find, "Старый");
   EXPECT_EQ(text.replace_list[0].replace, "Новый");
   EXPECT_EQ(text.replace_list[1].replace, "B1");
+  HWND pairs = addin_->view().ReplacementListOf(text);
+  ASSERT_EQ(SendMessageW(pairs, LVM_GETITEMCOUNT, 0, 0), 2);
+  EXPECT_EQ(ListText(pairs, 0, 1), L"Новый");
 }
 
 }  // namespace
