@@ -72,5 +72,15 @@ timeout 30 wineserver -p
 w cmd /c exit
 
 echo "== tests under Wine"
-ctest --test-dir "$build" --output-on-failure -j "$jobs" --no-tests=error
+tests=0
+ctest --test-dir "$build" --output-on-failure -j "$jobs" --no-tests=error \
+  || tests=$?
+
+# Also after failed tests: the pictures help to see what went wrong.
+echo "== screenshots of the main window"
+# The screenshot script stops this server and leaves none running.
+timeout 30 wineserver -k >/dev/null 2>&1 || true
+server_up=0
+"$root/scripts/windows-screenshots.sh"
 echo "== Windows leg took $((SECONDS - started)) s"
+exit "$tests"

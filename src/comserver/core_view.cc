@@ -1,8 +1,8 @@
 // MakeLmtView() over the add-in's own LmtView: the wiring of the COM face to
 // the portable class. It supplies what the add-in takes from Windows: the
 // DLL's folder (where "Lang.ini" decides the language), the process's
-// environment and message boxes. The windows themselves are not wired yet:
-// the add-in runs without a window view.
+// environment, message boxes, the Win32 windows and the automation runtime
+// through which the commands reach a CAD program.
 #include <windows.h>
 
 #include <cstdint>
@@ -11,11 +11,14 @@
 #include <string>
 #include <string_view>
 
+#include "addin/no_host_runtime.h"
 #include "comserver/lmt_view_methods.h"
 #include "comserver/module.h"
 #include "comserver/wide_text.h"
 #include "core/environment.h"
 #include "core/lmt_view.h"
+#include "host/automation_runtime.h"
+#include "ui/windows_addin.h"
 
 namespace lmt::comserver {
 namespace {
@@ -43,13 +46,26 @@ class MessageBoxSink : public core::MessageSink {
   }
 };
 
+// How the commands reach a CAD program.
+std::unique_ptr<host::AutomationRuntime> MakeRuntime() {
+  return std::make_unique<addin::NoHostRuntime>();
+}
+
+// The window class belongs to the DLL; a program that links the library
+// statically (the tests) owns it itself.
+HINSTANCE WindowInstance() {
+  return Module() != nullptr ? Module() : GetModuleHandleW(nullptr);
+}
+
 class CoreView : public LmtViewMethods {
  public:
   CoreView()
-      : view_(
+      : addin_(
+            WindowInstance(),
             core::SystemEnvironment(
                 std::filesystem::path(ModulePath()).parent_path(), &messages_),
-            nullptr) {}
+            &MakeRuntime),
+        view_(addin_.lmt_view()) {}
 
   bool LmtStartDLL() override { return view_.LmtStartDLL(); }
   std::string LmtGetProg() override { return view_.LmtGetProg(); }
@@ -65,8 +81,9 @@ class CoreView : public LmtViewMethods {
   }
 
  private:
-  MessageBoxSink messages_;  // declared first: view_ keeps a pointer to it
-  core::LmtView view_;
+  MessageBoxSink messages_;  // declared first: the add-in keeps a pointer
+  ui::WindowsAddIn addin_;
+  core::LmtView& view_;
 };
 
 }  // namespace

@@ -34,4 +34,14 @@ HRESULT STDAPICALLTYPE DllUnregisterServer() noexcept {
   return lmt::comserver::UnregisterServer();
 }
 
+// regsvr32 /n /i:user registers for the current user only (no
+// administrator needed); /u /n /i:user removes that registration.
+HRESULT STDAPICALLTYPE DllInstall(BOOL install, LPCWSTR command) noexcept {
+  const lmt::comserver::Scope scope =
+      lmt::comserver::ScopeOfInstallCommand(command);
+  return install ? lmt::comserver::RegisterServer(lmt::comserver::ModulePath(),
+                                                  scope)
+                 : lmt::comserver::UnregisterServer(scope);
+}
+
 }  // extern "C"

@@ -12,6 +12,15 @@ namespace lmt::comserver {
 namespace {
 
 constexpr wchar_t kClassName[] = L"LmtView";
+constexpr wchar_t kUserClasses[] = L"Software\\Classes\\";
+
+// The root and the prefix of class keys in `scope`.
+HKEY RootOf(Scope scope) {
+  return scope == Scope::kUser ? HKEY_CURRENT_USER : HKEY_CLASSES_ROOT;
+}
+std::wstring KeyOf(Scope scope, const std::wstring& key) {
+  return scope == Scope::kUser ? kUserClasses + key : key;
+}
 
 std::wstring GuidText(REFGUID guid) {
   wchar_t text[40] = {};
@@ -19,14 +28,14 @@ std::wstring GuidText(REFGUID guid) {
   return text;
 }
 
-// Sets the value `name` (null: the default value) of HKCR\`key`, creating
-// the key.
-bool SetValue(const std::wstring& key, const wchar_t* name,
+// Sets the value `name` (null: the default value) of the class key `key` in
+// `scope`, creating the key.
+bool SetValue(Scope scope, const std::wstring& class_key, const wchar_t* name,
               const std::wstring& value) {
+  const std::wstring key = KeyOf(scope, class_key);
   HKEY handle = nullptr;
-  if (RegCreateKeyExW(HKEY_CLASSES_ROOT, key.c_str(), 0, nullptr, 0,
-                      KEY_SET_VALUE, nullptr, &handle,
-                      nullptr) != ERROR_SUCCESS) {
+  if (RegCreateKeyExW(RootOf(scope), key.c_str(), 0, nullptr, 0, KEY_SET_VALUE,
+                      nullptr, &handle, nullptr) != ERROR_SUCCESS) {
     return false;
   }
   LONG rc = RegSetValueExW(
@@ -36,30 +45,37 @@ bool SetValue(const std::wstring& key, const wchar_t* name,
   return rc == ERROR_SUCCESS;
 }
 
-// Deletes HKCR\`key` with everything below it.
-bool DeleteTree(const std::wstring& key) {
-  LONG rc = RegDeleteTreeW(HKEY_CLASSES_ROOT, key.c_str());
+// Deletes the class key `key` of `scope` with everything below it.
+bool DeleteTree(Scope scope, const std::wstring& key) {
+  LONG rc = RegDeleteTreeW(RootOf(scope), KeyOf(scope, key).c_str());
   return rc == ERROR_SUCCESS || rc == ERROR_FILE_NOT_FOUND;
 }
 
 }  // namespace
 
-HRESULT RegisterServer(const std::wstring& dll_path) {
+HRESULT RegisterServer(const std::wstring& dll_path, Scope scope) {
   const std::wstring clsid = GuidText(CLSID_LmtView);
   const std::wstring class_key = L"CLSID\\" + clsid;
+  auto set = [scope](const std::wstring& key, const wchar_t* name,
+                     const std::wstring& value) {
+    return SetValue(scope, key, name, value);
+  };
   bool ok =
-      SetValue(kProgId, nullptr, kClassName) &&
-      SetValue(std::wstring(kProgId) + L"\\CLSID", nullptr, clsid) &&
-      SetValue(class_key, nullptr, kClassName) &&
-      SetValue(class_key + L"\\InprocServer32", nullptr, dll_path) &&
-      SetValue(class_key + L"\\InprocServer32", L"ThreadingModel",
-               L"Apartment") &&
-      SetValue(class_key + L"\\ProgID", nullptr, kProgId) &&
-      SetValue(class_key + L"\\Programmable", nullptr, L"") &&
-      SetValue(class_key + L"\\TypeLib", nullptr, GuidText(LIBID_Layomats)) &&
-      SetValue(class_key + L"\\Version", nullptr, L"1.0");
+      set(kProgId, nullptr, kClassName) &&
+      set(std::wstring(kProgId) + L"\\CLSID", nullptr, clsid) &&
+      set(class_key, nullptr, kClassName) &&
+      set(class_key + L"\\InprocServer32", nullptr, dll_path) &&
+      set(class_key + L"\\InprocServer32", L"ThreadingModel", L"Apartment") &&
+      set(class_key + L"\\ProgID", nullptr, kProgId) &&
+      set(class_key + L"\\Programmable", nullptr, L"") &&
+      set(class_key + L"\\TypeLib", nullptr, GuidText(LIBID_Layomats)) &&
+      set(class_key + L"\\Version", nullptr, L"1.0");
   if (!ok) return SELFREG_E_CLASS;
 
+  // The type library serves early-binding clients only and stays a
+  // machine-wide registration: Wine's per-user type library functions
+  // register machine-wide, which would undo or break another registration.
+  if (scope == Scope::kUser) return S_OK;
   ITypeLib* library = nullptr;
   if (FAILED(LoadTypeLibEx(dll_path.c_str(), REGKIND_REGISTER, &library))) {
     return SELFREG_E_TYPELIB;
@@ -68,9 +84,11 @@ HRESULT RegisterServer(const std::wstring& dll_path) {
   return S_OK;
 }
 
-HRESULT UnregisterServer() {
-  bool ok = DeleteTree(std::wstring(L"CLSID\\") + GuidText(CLSID_LmtView)) &&
-            DeleteTree(kProgId);
+HRESULT UnregisterServer(Scope scope) {
+  bool ok =
+      DeleteTree(scope, std::wstring(L"CLSID\\") + GuidText(CLSID_LmtView)) &&
+      DeleteTree(scope, kProgId);
+  if (scope == Scope::kUser) return ok ? S_OK : SELFREG_E_CLASS;
   // Gone already counts as removed; any other failure is a failure.
   HRESULT hr =
       UnRegisterTypeLib(LIBID_Layomats, 1, 0, LOCALE_NEUTRAL, SYS_WIN64);
@@ -79,6 +97,13 @@ HRESULT UnregisterServer() {
     return SELFREG_E_TYPELIB;
   }
   return ok ? S_OK : SELFREG_E_CLASS;
+}
+
+Scope ScopeOfInstallCommand(const wchar_t* command) {
+  if (command == nullptr) return Scope::kMachine;
+  return CompareStringOrdinal(command, -1, L"user", -1, TRUE) == CSTR_EQUAL
+             ? Scope::kUser
+             : Scope::kMachine;
 }
 
 }  // namespace lmt::comserver

@@ -1,0 +1,310 @@
+#include "addin/commands.h"
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "batch/batch_messages.h"
+#include "batch/batch_run.h"
+#include "batch/file_table.h"
+#include "batch/replace_run.h"
+#include "batch/run_import.h"
+#include "batch/run_lisp.h"
+#include "batch/run_script.h"
+#include "batch/text_rules.h"
+#include "core/file_util.h"
+#include "core/settings.h"
+#include "core/text_case.h"
+#include "layouts/frame_length_pick.h"
+#include "layouts/layout_creation.h"
+#include "layouts/layout_naming.h"
+#include "utilities/delete_outside_viewport.h"
+#include "utilities/viewports_on_off.h"
+
+namespace lmt::addin {
+namespace {
+
+constexpr std::string_view kLispFileFilter =
+    "Lisp Files(*.lsp)|*.lsp*|All Files(*.*)|*.*";
+
+frames::RowNamer MainWindowNamer(core::Windows& windows) {
+  return [&windows](frames::FrameTable& table) {
+    const core::OknoLmt& main = windows.okno_lmt;
+    layouts::NameAllRows(
+        table, main.text_stroka_name_file.text(),
+        {main.uni_text_leyout_name0.text(), main.uni_text_leyout_name1.text(),
+         main.uni_text_leyout_name2.text()});
+  };
+}
+
+// The parts every batch window has, reached by window.
+struct BatchParts {
+  std::vector<core::BatchFile>* files = nullptr;
+  core::CheckBox* subfolders = nullptr;
+  core::TextField* save_folder = nullptr;
+};
+
+BatchParts PartsOf(core::Windows& w, core::Window& window) {
+  auto parts = [](auto& batch_window) {
+    return BatchParts{&batch_window.files, &batch_window.check_vlozenii_papki,
+                      &batch_window.uni_text_put_save_kuda};
+  };
+  if (&window == &w.okno_function_run_script)
+    return parts(w.okno_function_run_script);
+  if (&window == &w.okno_function_run_lisp)
+    return parts(w.okno_function_run_lisp);
+  if (&window == &w.okno_function_replace_atribut)
+    return parts(w.okno_function_replace_atribut);
+  if (&window == &w.okno_function_replace_text)
+    return parts(w.okno_function_replace_text);
+  if (&window == &w.okno_function_import) return parts(w.okno_function_import);
+  return {};
+}
+
+std::optional<core::SettingsBlock> ConfirmedBlockOf(core::Windows& w,
+                                                    core::Window& window) {
+  if (&window == &w.okno_sozdat_layout)
+    return core::SettingsBlock::kSozdatLayout;
+  if (&window == &w.okno_deistvie) return core::SettingsBlock::kDeistvie;
+  if (&window == &w.okno_option) return core::SettingsBlock::kOption;
+  return std::nullopt;
+}
+
+core::BatchFile RowOf(const std::string& path) {
+  return {core::PathToUtf8(core::PathFromUtf8(path).filename()), path};
+}
+
+}  // namespace
+
+Commands::Commands(host::Session& session, Shell& shell)
+    : session_(session),
+      shell_(shell),
+      frame_commands_(session, state_, MainWindowNamer(session.windows())) {}
+
+bool Commands::Run(std::string_view window, std::string_view control) {
+  std::optional<CommandEntry> entry = FindCommand(window, control);
+  if (!entry) return false;
+  Run(*entry);
+  return true;
+}
+
+void Commands::Run(const CommandEntry& entry) {
+  core::Windows& windows = session_.windows();
+  core::Window* window = windows.Find(entry.window);
+  LMT_CHECK(window != nullptr);  // the table names only existing windows
+  core::OknoLmt& main = windows.okno_lmt;
+  // The frame commands change the table and the main window's texts.
+  auto frames_changed = [&] {
+    shell_.FrameTableChanged();
+    shell_.Refresh(main);
+  };
+  switch (entry.action) {
+    case Action::kGetObrazec:
+      frame_commands_.GetObrazec();
+      shell_.Refresh(windows.okno_filter);
+      frames_changed();
+      return;
+    case Action::kSearchAll:
+      frame_commands_.Search(frames::kSearchAll);
+      frames_changed();
+      return;
+    case Action::kSearchOnScreen:
+      frame_commands_.Search(frames::kSearchOnScreen);
+      frames_changed();
+      return;
+    case Action::kCreateLayouts:
+      layouts::CreateLayouts(session_, state_.table);
+      return;
+    case Action::kUpdate:
+      frame_commands_.Update();
+      frames_changed();
+      return;
+    case Action::kRowToFirst:
+      frame_commands_.MoveRowToFirst(shell_.SelectedFrameRow());
+      frames_changed();
+      return;
+    case Action::kRowUp:
+      frame_commands_.MoveRowUp(shell_.SelectedFrameRow());
+      frames_changed();
+      return;
+    case Action::kRowDown:
+      frame_commands_.MoveRowDown(shell_.SelectedFrameRow());
+      frames_changed();
+      return;
+    case Action::kRowDelete:
+      frame_commands_.DeleteRow(shell_.SelectedFrameRow());
+      frames_changed();
+      return;
+    case Action::kPrervat:
+      frame_commands_.Prervat();
+      return;
+    case Action::kShowWindow: {
+      core::Window* target = windows.Find(entry.target);
+      LMT_CHECK(target != nullptr);
+      shell_.ShowWindow(*target);
+      return;
+    }
+    case Action::kShowNameLayouts:
+      ShowNameLayouts();
+      return;
+    case Action::kNameLayoutsOk: {
+      core::OknoNameLayouts& names = windows.okno_name_layouts;
+      const int row = names.selected_row;
+      if (row >= 0 && row < static_cast<int>(names.layout_names.size())) {
+        main.uni_text_name_obrazec_layout.set_text(
+            names.layout_names[static_cast<size_t>(row)]);
+        shell_.Refresh(main);
+      }
+      shell_.HideWindow(names);
+      return;
+    }
+    case Action::kShowAbout:
+      shell_.ShowAbout();
+      return;
+    case Action::kOpenImportPage:
+      shell_.OpenWebPage(kImportProductAddress);
+      return;
+    case Action::kHide:
+      shell_.HideWindow(*window);
+      return;
+    case Action::kSaveAndHide: {
+      std::optional<core::SettingsBlock> block =
+          ConfirmedBlockOf(windows, *window);
+      LMT_CHECK(block.has_value());
+      // A lost setting is silent, as a failed profile write always was.
+      core::WriteSettings(session_.globals().settings_path, windows, *block)
+          .IgnoreError();
+      shell_.HideWindow(*window);
+      return;
+    }
+    case Action::kPickFrameLength:
+      layouts::GetFrameLengthFromDrawing(session_);
+      shell_.Refresh(windows.okno_sozdat_layout);
+      return;
+    case Action::kViewportsOnOff:
+      utilities::StartViewportsOnOff(session_);
+      return;
+    case Action::kDeleteOutside:
+      utilities::DeleteOutsideViewport(session_);
+      return;
+    default:
+      Batch(*window, entry.action);
+      return;
+  }
+}
+
+void Commands::Batch(core::Window& window, Action action) {
+  core::Windows& windows = session_.windows();
+  BatchParts parts = PartsOf(windows, window);
+  LMT_CHECK(parts.files != nullptr);  // batch actions live on batch windows
+  std::vector<core::BatchFile>& files = *parts.files;
+  switch (action) {
+    case Action::kBatchStart:
+      BatchStart(window);
+      return;
+    case Action::kBatchInterrupt:
+      session_.user().RequestInterrupt();
+      return;
+    case Action::kBatchAddFiles:
+      for (const std::string& path :
+           shell_.PickFiles(batch::kDrawingFileFilter, true)) {
+        files.push_back(RowOf(path));
+      }
+      break;
+    case Action::kBatchAddFolder: {
+      std::optional<std::string> folder =
+          shell_.PickFolder(batch::kFolderBrowserTitle);
+      if (!folder) return;
+      batch::FileTable found;
+      found.AddFolder(core::PathFromUtf8(*folder), batch::kDrawingExtensions,
+                      parts.subfolders->checked());
+      for (const batch::FileEntry& entry : found.Files())
+        files.push_back({entry.name, entry.path});
+      break;
+    }
+    case Action::kBatchDeleteRow: {
+      const int row = shell_.SelectedFileRow(window);
+      if (row < 1 || row > static_cast<int>(files.size())) return;
+      files.erase(files.begin() + (row - 1));
+      break;
+    }
+    case Action::kBatchClear:
+      files.clear();
+      break;
+    case Action::kBatchPasteList: {
+      core::OknoFunctionReplaceText& text = windows.okno_function_replace_text;
+      Result<std::vector<batch::ReplacementPair>> pairs =
+          batch::ParsePastedTable(shell_.ClipboardText());
+      if (!pairs.ok()) {
+        session_.user().ShowMessage(pairs.status().message(),
+                                    host::MessageIcon::kCritical);
+        return;
+      }
+      text.replace_list.clear();
+      for (const batch::ReplacementPair& pair : *pairs)
+        text.replace_list.push_back({pair.find, pair.replace});
+      break;
+    }
+    case Action::kBatchSaveFolder: {
+      std::optional<std::string> folder =
+          shell_.PickFolder(batch::kFolderBrowserTitle);
+      if (!folder) return;
+      parts.save_folder->set_text(*folder);
+      break;
+    }
+    case Action::kBatchScriptFile:
+    case Action::kBatchLispFile: {
+      const bool script = action == Action::kBatchScriptFile;
+      std::vector<std::string> chosen = shell_.PickFiles(
+          script ? batch::kScriptFileFilter : kLispFileFilter, false);
+      if (chosen.empty()) return;
+      (script ? windows.okno_function_run_script.uni_text_name_script_file
+              : windows.okno_function_run_lisp.uni_text_name_lisp_file)
+          .set_text(chosen.front());
+      break;
+    }
+    default:
+      LMT_CHECK(false);  // every other action is handled by Run
+  }
+  shell_.Refresh(window);
+}
+
+void Commands::BatchStart(core::Window& window) {
+  core::Windows& windows = session_.windows();
+  batch::BatchUi ui(session_.user(), session_.messages(),
+                    session_.globals().product_name,
+                    window.caption(window.name()));
+  if (&window == &windows.okno_function_run_script) {
+    batch::RunScript(session_, ui);
+  } else if (&window == &windows.okno_function_run_lisp) {
+    batch::RunLisp(session_, ui);
+  } else if (&window == &windows.okno_function_replace_atribut) {
+    batch::ReplaceAttributes(session_, ui);
+  } else if (&window == &windows.okno_function_replace_text) {
+    batch::ReplaceText(session_, ui);
+  } else if (&window == &windows.okno_function_import) {
+    batch::RunImport(session_, ui);
+  }
+}
+
+void Commands::ShowNameLayouts() {
+  if (!session_.Connect()) return;
+  core::OknoNameLayouts& names = session_.windows().okno_name_layouts;
+  names.layout_names.clear();
+  names.selected_row = -1;
+  Result<host::LayoutsPtr> layouts = session_.document().Layouts();
+  if (layouts.ok()) {
+    Result<std::vector<host::LayoutPtr>> items = (*layouts)->Items();
+    if (items.ok()) {
+      for (const host::LayoutPtr& layout : *items) {
+        Result<std::string> name = layout->Name();
+        // A layout whose name cannot be read cannot be a pattern either.
+        if (!name.ok() || core::EqualsIgnoreCase(*name, "Model")) continue;
+        names.layout_names.push_back(*name);
+      }
+    }
+  }
+  shell_.ShowWindow(names);
+}
+
+}  // namespace lmt::addin

@@ -1,0 +1,406 @@
+// The router over the embedded host: every menu item and button reaches the
+// routine the command line runs, on the same drawing, and the window-side
+// requests (rows, dialogs, clipboard) go through the shell.
+#include "addin/commands.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "batch/file_table.h"
+#include "core/globals.h"
+#include "core/ini_unicode.h"
+#include "core/settings.h"
+#include "core/windows.h"
+#include "dxfhost/application.h"
+#include "dxfhost/test_support.h"
+#include "frames/frame_commands.h"
+#include "host/host_kind.h"
+#include "testing/fake_runtime.h"
+#include "testing/scripted_user.h"
+#include "testing/temp_dir.h"
+
+namespace lmt::addin {
+namespace {
+
+using frames::Column;
+
+class RecordingShell : public Shell {
+ public:
+  void ShowWindow(core::Window& window) override {
+    shown.push_back(window.name());
+  }
+  void HideWindow(core::Window& window) override {
+    hidden.push_back(window.name());
+  }
+  void Refresh(core::Window& window) override {
+    refreshed.push_back(window.name());
+  }
+  void FrameTableChanged() override { ++table_changes; }
+  int SelectedFrameRow() override { return selected_frame_row; }
+  int SelectedFileRow(core::Window&) override { return selected_file_row; }
+  std::vector<std::string> PickFiles(std::string_view filter,
+                                     bool multiple) override {
+    file_filters.push_back(std::string(filter) + (multiple ? " *" : ""));
+    return picked_files;
+  }
+  std::optional<std::string> PickFolder(std::string_view) override {
+    return picked_folder;
+  }
+  std::string ClipboardText() override { return clipboard; }
+  void OpenWebPage(std::string_view address) override {
+    web_pages.push_back(std::string(address));
+  }
+  void ShowAbout() override { ++about; }
+
+  std::vector<std::string> shown, hidden, refreshed, web_pages, file_filters;
+  int table_changes = 0;
+  int about = 0;
+  int selected_frame_row = 0;
+  int selected_file_row = 0;
+  std::vector<std::string> picked_files;
+  std::optional<std::string> picked_folder;
+  std::string clipboard;
+};
+
+class CommandsTest : public ::testing::Test {
+ protected:
+  CommandsTest() {
+    globals_.product_name = "Layomat";
+    session_ =
+        std::make_unique<host::Session>(globals_, windows_, user_, runtime_);
+    commands_ = std::make_unique<Commands>(*session_, shell_);
+  }
+
+  // Opens a drawing in an embedded AutoCAD the connection finds.
+  void Open(const std::string& path) {
+    app_ = dxfhost::DxfApplication::Create(host::HostKind::kAutoCad, &user_);
+    Result<host::DocumentsPtr> documents = app_->Documents();
+    ASSERT_TRUE(documents.ok());
+    ASSERT_TRUE((*documents)->Open(path).ok());
+    runtime_.SetRunning(
+        std::string(host::HostProgramId(host::HostKind::kAutoCad)), app_);
+  }
+
+  // Template capture of `handle`, then "Select All" by `search_control`.
+  void CaptureAndSearch(const std::string& handle,
+                        std::string_view search_control) {
+    user_.QueuePick({handle});
+    ASSERT_TRUE(commands_->Run("OknoLmt", "Command_GetObrazec"));
+    user_.QueuePointCancel();
+    ASSERT_TRUE(commands_->Run("OknoLmt", search_control));
+  }
+
+  std::vector<std::string> Ids() {
+    std::vector<std::string> ids;
+    const frames::FrameTable& t = commands_->frame_table();
+    for (int r = 1; r < t.row_count(); ++r)
+      ids.push_back(t.Cell(r, Column::kId));
+    return ids;
+  }
+
+  testing::ScriptedUser user_;
+  core::Globals globals_;
+  core::Windows windows_;
+  testing::FakeRuntime runtime_;
+  RecordingShell shell_;
+  std::shared_ptr<dxfhost::DxfApplication> app_;
+  std::unique_ptr<host::Session> session_;
+  std::unique_ptr<Commands> commands_;
+};
+
+// --- The table itself -------------------------------------------------------
+
+TEST(CommandTableTest, EveryEntryNamesAWindowAndItsTarget) {
+  core::Windows windows;
+  for (const CommandEntry& entry : CommandTable()) {
+    EXPECT_NE(windows.Find(entry.window), nullptr) << entry.window;
+    if (entry.action == Action::kShowWindow) {
+      EXPECT_NE(windows.Find(entry.target), nullptr) << entry.control;
+    }
+  }
+}
+
+TEST(CommandTableTest, EveryCaptionedButtonStartsSomethingExceptUnbuiltOnes) {
+  // Listed by their controls only: no routine behind them yet.
+  const std::vector<std::string> not_built = {
+      "Command_PokazatRamku", "Command_SozdatVidi", "Command_ParamVstavit"};
+  core::Windows windows;
+  for (core::Window* window : windows.All()) {
+    for (const core::CaptionEntry& caption : window->caption_table()) {
+      if (!caption.key.starts_with("Command")) continue;
+      const std::string name = ButtonName(caption.key);
+      if (std::find(not_built.begin(), not_built.end(), name) !=
+          not_built.end())
+        continue;
+      EXPECT_TRUE(FindCommand(window->name(), name).has_value())
+          << window->name() << "." << name;
+    }
+  }
+}
+
+TEST(CommandTableTest, EveryMenuItemHasACaptionAndAllButSortingACommand) {
+  core::Windows windows;
+  int items = 0;
+  for (const MenuEntry& entry : MainMenu()) {
+    if (IsSeparator(entry)) continue;
+    EXPECT_FALSE(windows.okno_lmt.caption(entry.name).empty()) << entry.name;
+    const bool has_submenu =
+        entry.level == 0 &&
+        &entry + 1 != MainMenu().data() + MainMenu().size() &&
+        (&entry + 1)->level == 1;
+    if (has_submenu || entry.name == "mnuFunctionSortLayouts") continue;
+    ++items;
+    EXPECT_TRUE(FindCommand("OknoLmt", entry.name).has_value()) << entry.name;
+  }
+  EXPECT_EQ(items, 13);
+}
+
+TEST(CommandTableTest, ButtonNamesAndLookUp) {
+  EXPECT_EQ(ButtonName("CommandGetObrazec"), "Command_GetObrazec");
+  EXPECT_EQ(ButtonName("Command"), "Command");
+  EXPECT_EQ(ButtonName("CheckNotRotate"), "CheckNotRotate");
+  EXPECT_TRUE(FindCommand("oknolmt", "COMMAND_GETALL").has_value());
+  EXPECT_FALSE(FindCommand("OknoLmt", "Command_Start").has_value());
+  EXPECT_FALSE(FindCommand("OknoNews", "Command_Start").has_value());
+}
+
+// --- Frame commands -----------------------------------------------------
+
+TEST_F(CommandsTest, MenuAndButtonSearchFillTheSameTable) {
+  Open(dxfhost::test::Testdata("frames/polylines.dxf"));
+  CaptureAndSearch("30", "mnuSelectAll");
+  const std::vector<std::string> by_menu = Ids();
+  EXPECT_EQ(by_menu.size(), 3u);
+  EXPECT_EQ(windows_.okno_lmt.found_count, "3");
+  CaptureAndSearch("30", "Command_GetAll");
+  EXPECT_EQ(Ids(), by_menu);
+  // Capture and search each told the window to show the table again.
+  EXPECT_EQ(shell_.table_changes, 4);
+  EXPECT_NE(
+      std::find(shell_.refreshed.begin(), shell_.refreshed.end(), "OknoFilter"),
+      shell_.refreshed.end());
+}
+
+TEST_F(CommandsTest, RowButtonsWorkOnTheSelectedRow) {
+  Open(dxfhost::test::Testdata("frames/polylines.dxf"));
+  CaptureAndSearch("30", "Command_GetAll");
+  std::vector<std::string> ids = Ids();
+  ASSERT_EQ(ids.size(), 3u);
+
+  shell_.selected_frame_row = 3;
+  commands_->Run("OknoLmt", "Command_PeremestitStrokuNaPervii");
+  EXPECT_EQ(Ids(), (std::vector<std::string>{ids[2], ids[0], ids[1]}));
+  EXPECT_EQ(commands_->frame_table().Cell(1, Column::kNumber), "1");
+
+  shell_.selected_frame_row = 1;
+  commands_->Run("OknoLmt", "Command_PeremestitStrokuVniz");
+  EXPECT_EQ(Ids(), (std::vector<std::string>{ids[0], ids[2], ids[1]}));
+
+  shell_.selected_frame_row = 0;  // nothing selected: nothing moves
+  commands_->Run("OknoLmt", "Command_UdalitStroku");
+  EXPECT_EQ(Ids().size(), 3u);
+  shell_.selected_frame_row = 2;
+  commands_->Run("OknoLmt", "Command_UdalitStroku");
+  EXPECT_EQ(Ids(), (std::vector<std::string>{ids[0], ids[1]}));
+}
+
+TEST_F(CommandsTest, UpdateNamesRowsFromTheNamingTemplate) {
+  Open(dxfhost::test::Testdata("frames/polylines.dxf"));
+  CaptureAndSearch("30", "Command_GetAll");
+  windows_.okno_lmt.uni_text_leyout_name0.set_text("Sheet-");
+  windows_.okno_lmt.text_stroka_name_file.set_text("10/20");
+  commands_->Run("OknoLmt", "Command_Update");
+  EXPECT_EQ(commands_->frame_table().Cell(2, Column::kLayoutName), "Sheet-2");
+}
+
+TEST_F(CommandsTest, CreateLayoutsMakesOneLayoutPerRow) {
+  Open(dxfhost::test::Testdata("frames/polylines.dxf"));
+  CaptureAndSearch("30", "Command_GetAll");
+  user_.AllowUnusedAnswers();
+  commands_->Run("OknoLmt", "mnuSozdat");
+  Result<host::DocumentPtr> doc = app_->ActiveDocument();
+  ASSERT_TRUE(doc.ok());
+  Result<host::LayoutsPtr> layouts = (*doc)->Layouts();
+  ASSERT_TRUE(layouts.ok());
+  for (int r = 1; r <= 3; ++r) {
+    const std::string& name =
+        commands_->frame_table().Cell(r, Column::kLayoutName);
+    EXPECT_TRUE((*layouts)->Item(name).ok()) << name;
+  }
+  EXPECT_EQ(user_.message_texts().back(), globals_.messages.Get(15));
+}
+
+TEST_F(CommandsTest, CancelWithoutARunningCommandStillSaysSo) {
+  commands_->Run("OknoLmt", "Command_Prervat");
+  ASSERT_EQ(user_.message_texts().size(), 1u);
+  EXPECT_EQ(user_.message_texts()[0], globals_.messages.Get(5));
+  EXPECT_TRUE(user_.interrupted());
+}
+
+TEST_F(CommandsTest, WithoutAHostTheSearchStopsAndTouchesNoTable) {
+  user_.QueueAnswer(host::Answer::kNo);  // "Open CAD program ?"
+  user_.AllowUnusedAnswers();
+  commands_->Run("OknoLmt", "mnuSelectAll");
+  EXPECT_EQ(Ids().size(), static_cast<size_t>(frames::kResetRowCount - 1));
+  EXPECT_EQ(commands_->frame_table().Cell(1, Column::kId), "");
+}
+
+// --- Windows shown, pages opened ----------------------------------------
+
+TEST_F(CommandsTest, ImportMenuOpensTheWebPageNeverTheWindow) {
+  commands_->Run("OknoLmt", "mnuImport");
+  EXPECT_EQ(shell_.web_pages,
+            std::vector<std::string>{std::string(kImportProductAddress)});
+  EXPECT_TRUE(shell_.shown.empty());
+}
+
+TEST_F(CommandsTest, FunctionItemsShowTheirWindows) {
+  struct Case {
+    std::string_view control;
+    std::string_view window;
+  };
+  const Case cases[] = {
+      {"mnuFunctionOnOffViewport", "OknoFunctionOnOffViewport"},
+      {"mnuFunctionDelVneViewport", "OknoFunctionDelVneViewport"},
+      {"mnuReplaceAtribut", "OknoFunctionReplaceAtribut"},
+      {"mnuReplaceText", "OknoFunctionReplaceText"},
+      {"mnuRunScript", "OknoFunctionRunScript"},
+      {"mnuRunLisp", "OknoFunctionRunLisp"},
+      {"mnuOption", "OknoOption"},
+      {"Command_ParamFilter", "OknoFilter"},
+      {"Command_ParamSozdatLayout", "OknoSozdatLayout"},
+      {"Command_ParamDeistvie", "OknoDeistvie"},
+  };
+  for (const Case& c : cases) {
+    shell_.shown.clear();
+    ASSERT_TRUE(commands_->Run("OknoLmt", c.control));
+    EXPECT_EQ(shell_.shown, std::vector<std::string>{std::string(c.window)})
+        << c.control;
+  }
+  commands_->Run("OknoLmt", "mnuAbout");
+  EXPECT_EQ(shell_.about, 1);
+}
+
+TEST_F(CommandsTest, PatternLayoutPickedFromTheDrawingsLayouts) {
+  Open(dxfhost::test::Testdata("example.dxf"));
+  commands_->Run("OknoLmt", "Command_GetNameLayouts");
+  const core::OknoNameLayouts& names = windows_.okno_name_layouts;
+  ASSERT_FALSE(names.layout_names.empty());
+  for (const std::string& name : names.layout_names) EXPECT_NE(name, "Model");
+  EXPECT_EQ(shell_.shown.back(), "OknoNameLayouts");
+
+  windows_.okno_name_layouts.selected_row = 0;
+  commands_->Run("OknoNameLayouts", "Command_Ok");
+  EXPECT_EQ(windows_.okno_lmt.uni_text_name_obrazec_layout.text(),
+            names.layout_names[0]);
+  EXPECT_EQ(shell_.hidden.back(), "OknoNameLayouts");
+}
+
+TEST_F(CommandsTest, ConfirmedOptionsAreWrittenAndTheWindowHidden) {
+  testing::TempDir dir;
+  globals_.settings_path = dir / "confirmed.ini";
+  windows_.okno_option.option_okruglenie.Select(2);
+  commands_->Run("OknoOption", "Command_Save");
+  core::Windows reread;
+  core::ReadSettings(globals_.settings_path, reread,
+                     core::SettingsBlock::kOption);
+  EXPECT_EQ(reread.okno_option.option_okruglenie.selected(), 2);
+  EXPECT_EQ(shell_.hidden, std::vector<std::string>{"OknoOption"});
+}
+
+// --- Batch windows --------------------------------------------------------
+
+TEST_F(CommandsTest, FileTableRowsAddedRemovedAndCleared) {
+  const std::string window = "OknoFunctionRunScript";
+  auto& files = windows_.okno_function_run_script.files;
+  shell_.picked_files = {"C:\\d\\a.dwg", "C:\\d\\b.dxf"};
+  commands_->Run(window, "Command_VibratFaili");
+  shell_.picked_files = {"/x/c.dwg"};
+  commands_->Run(window, "Command_VibratFaili");
+  ASSERT_EQ(files.size(), 3u);
+  EXPECT_EQ(files[2].name, "c.dwg");
+  EXPECT_EQ(files[0].path, "C:\\d\\a.dwg");
+  EXPECT_EQ(shell_.refreshed.back(), window);
+
+  shell_.selected_file_row = 2;
+  commands_->Run(window, "Command_UdalitStroku");
+  ASSERT_EQ(files.size(), 2u);
+  EXPECT_EQ(files[1].name, "c.dwg");
+  shell_.selected_file_row = 7;  // past the rows: nothing removed
+  commands_->Run(window, "Command_UdalitStroku");
+  EXPECT_EQ(files.size(), 2u);
+  commands_->Run(window, "Command_DeleteAll");
+  EXPECT_TRUE(files.empty());
+}
+
+TEST_F(CommandsTest, FolderAddsItsDrawingsWithSubfoldersWhenTicked) {
+  testing::TempDir dir;
+  const std::string root = (dir / "folder_rows").string();
+  std::filesystem::create_directories(root + "/sub");
+  for (const char* name : {"/a.dwg", "/b.txt", "/sub/c.DXF"})
+    std::ofstream(root + name) << "x";
+  shell_.picked_folder = root;
+  auto& w = windows_.okno_function_import;
+  commands_->Run("OknoFunctionImport", "Command_DobavitPapku");
+  ASSERT_EQ(w.files.size(), 1u);
+  EXPECT_EQ(w.files[0].name, "a.dwg");
+  w.files.clear();
+  w.check_vlozenii_papki.set_checked(true);
+  commands_->Run("OknoFunctionImport", "Command_DobavitPapku");
+  ASSERT_EQ(w.files.size(), 2u);
+  EXPECT_EQ(w.files[1].name, "c.DXF");
+}
+
+TEST_F(CommandsTest, PastedListReplacesTheReplacementRows) {
+  auto& list = windows_.okno_function_replace_text.replace_list;
+  shell_.clipboard = "old\tnew\r\n\"a\tb\"\t\r\nx\n";
+  commands_->Run("OknoFunctionReplaceText", "Command_VstavitSpisok");
+  ASSERT_EQ(list.size(), 3u);
+  EXPECT_EQ(list[1].find, "a\tb");
+  EXPECT_EQ(list[1].replace, "");
+  EXPECT_EQ(list[2].find, "x");
+
+  shell_.clipboard.clear();  // the list stays, the user is told
+  commands_->Run("OknoFunctionReplaceText", "Command_VstavitSpisok");
+  EXPECT_EQ(list.size(), 3u);
+  ASSERT_EQ(user_.messages().size(), 1u);
+  EXPECT_EQ(user_.messages()[0].text, "Буфер обмена пуст!");
+  EXPECT_EQ(user_.messages()[0].icon, host::MessageIcon::kCritical);
+}
+
+TEST_F(CommandsTest, ScriptAndSaveFolderChoicesFillTheirFields) {
+  shell_.picked_files = {"C:\\s\\run.scr"};
+  commands_->Run("OknoFunctionRunScript", "Command_GetFileScript");
+  EXPECT_EQ(windows_.okno_function_run_script.uni_text_name_script_file.text(),
+            "C:\\s\\run.scr");
+  EXPECT_EQ(shell_.file_filters.back(), std::string(batch::kScriptFileFilter));
+  shell_.picked_folder = "C:\\out";
+  commands_->Run("OknoFunctionRunLisp", "Command_ViborSaveKuda");
+  EXPECT_EQ(windows_.okno_function_run_lisp.uni_text_put_save_kuda.text(),
+            "C:\\out");
+  shell_.picked_folder.reset();  // cancelled: the field keeps its text
+  commands_->Run("OknoFunctionRunLisp", "Command_ViborSaveKuda");
+  EXPECT_EQ(windows_.okno_function_run_lisp.uni_text_put_save_kuda.text(),
+            "C:\\out");
+}
+
+TEST_F(CommandsTest, BatchStartWithoutAHostRunsNothing) {
+  user_.QueueAnswer(host::Answer::kNo);  // "Open CAD program ?"
+  user_.AllowUnusedAnswers();
+  windows_.okno_function_run_script.files.push_back({"a.dwg", "/no/a.dwg"});
+  commands_->Run("OknoFunctionRunScript", "Command_Start");
+  // The connection told the user; no count box follows.
+  for (const std::string& text : user_.message_texts())
+    EXPECT_EQ(text.find("1"), std::string::npos) << text;
+  commands_->Run("OknoFunctionRunScript", "Command_Prervat");
+  EXPECT_TRUE(user_.interrupted());
+}
+
+}  // namespace
+}  // namespace lmt::addin
