@@ -1,0 +1,37 @@
+// ComRuntime: the automation runtime of the Windows add-in. A running CAD
+// program is found with GetActiveObject (the running object table) under
+// the class its program identifier names, a new one started with
+// CoCreateInstance (a local server); either way the program's Application
+// object is wrapped by WrapApplication.
+//
+// REQUIRES: COM initialised on the calling thread, apartment-threaded (the
+// CAD program's user-interface thread, or a test's CoInitializeEx).
+// This header stays free of <windows.h>, whose GetObject macro would
+// rename the members below.
+#ifndef LMT_COMHOST_COM_RUNTIME_H_
+#define LMT_COMHOST_COM_RUNTIME_H_
+
+#include <memory>
+#include <string_view>
+
+#include "core/status.h"
+#include "host/automation_runtime.h"
+
+namespace lmt::comhost {
+
+class ComRuntime : public host::AutomationRuntime {
+ public:
+  // kNotFound when the identifier is not registered or nothing runs under
+  // it; kRefused when the running object is no automation object.
+  Result<host::ApplicationPtr> GetObject(std::string_view prog_id) override;
+  // kNotFound when the identifier is not registered; kRefused when the
+  // program cannot be started.
+  Result<host::ApplicationPtr> CreateObject(std::string_view prog_id) override;
+};
+
+// The runtime the add-in's sessions use on Windows.
+std::unique_ptr<host::AutomationRuntime> MakeComRuntime();
+
+}  // namespace lmt::comhost
+
+#endif  // LMT_COMHOST_COM_RUNTIME_H_
