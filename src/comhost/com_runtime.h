@@ -6,13 +6,17 @@
 //
 // REQUIRES: COM initialised on the calling thread, apartment-threaded (the
 // CAD program's user-interface thread, or a test's CoInitializeEx).
-// This header stays free of <windows.h>, whose GetObject macro would
-// rename the members below.
 #ifndef LMT_COMHOST_COM_RUNTIME_H_
 #define LMT_COMHOST_COM_RUNTIME_H_
 
 #include <memory>
 #include <string_view>
+
+// A translation unit that included <windows.h> first has GetObject defined
+// as GetObjectW; the members below and their base must keep their name.
+#ifdef GetObject
+#undef GetObject
+#endif
 
 #include "core/status.h"
 #include "host/automation_runtime.h"
