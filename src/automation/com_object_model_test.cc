@@ -124,7 +124,8 @@ TEST_F(ComObjectModelTest, FilteredSelectionMatchesTheDirectOne) {
   host::SelectionFilter circles_by_number;
   circles_by_number.Add(0, std::string("CIRCLE"));
   circles_by_number.Add(62, int16_t{256});
-  const Case cases[] = {{"everything", {}, 30},
+  // Everything is every space: the model's 30 and the pattern layout's text.
+  const Case cases[] = {{"everything", {}, 31},
                         {"layer", frames_layer, 9},
                         {"or-group", polylines_or_blocks, 9},
                         {"int16-value", circles_by_number, 9}};

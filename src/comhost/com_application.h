@@ -7,6 +7,8 @@
 
 #include <oaidl.h>
 
+#include <memory>
+
 #include "comhost/com_ptr.h"
 #include "comhost/dispatch.h"
 #include "host/application.h"
@@ -17,6 +19,12 @@ namespace lmt::comhost {
 // DISPID cache of its own shared by everything reached from it.
 // REQUIRES: application is not null.
 host::ApplicationPtr WrapApplication(ComPtr<IDispatch> application);
+// The same with a gate and a context that outlive this wrapping, so that a
+// program connected to anew keeps its refusal rules, counts and DISPIDs.
+// REQUIRES: all three not null.
+host::ApplicationPtr WrapApplication(ComPtr<IDispatch> application,
+                                     std::shared_ptr<host::CallGate> gate,
+                                     std::shared_ptr<ComContext> context);
 
 // The round trips made so far by the application `object` belongs to; null
 // for an object of another host.

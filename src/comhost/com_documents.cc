@@ -401,10 +401,17 @@ host::ApplicationPtr WrapApplicationShared(const Shared& shared,
 }
 
 host::ApplicationPtr WrapApplication(ComPtr<IDispatch> application) {
+  return WrapApplication(std::move(application),
+                         std::make_shared<host::CallGate>(),
+                         std::make_shared<ComContext>());
+}
+
+host::ApplicationPtr WrapApplication(ComPtr<IDispatch> application,
+                                     std::shared_ptr<host::CallGate> gate,
+                                     std::shared_ptr<ComContext> context) {
   LMT_CHECK(application);
-  Shared shared{std::make_shared<host::CallGate>(),
-                std::make_shared<ComContext>()};
-  return WrapApplicationShared(shared, std::move(application));
+  return WrapApplicationShared(Shared{std::move(gate), std::move(context)},
+                               std::move(application));
 }
 
 const CallStats* CallStatsOf(const host::Object& object) {

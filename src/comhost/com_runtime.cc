@@ -3,9 +3,11 @@
 #include <objbase.h>
 #include <oleauto.h>
 
+#include <cctype>
 #include <string>
 
 #include "comhost/com_application.h"
+#include "comhost/dispatch.h"
 #include "comhost/variants.h"
 #undef GetObject
 
@@ -22,18 +24,32 @@ Result<CLSID> ClassOf(std::string_view prog_id) {
   return clsid;
 }
 
-Result<host::ApplicationPtr> Wrap(IUnknown* unknown, std::string_view prog_id) {
-  ComPtr<IUnknown> owned = ComPtr<IUnknown>::Adopt(unknown);
+}  // namespace
+
+ComRuntime::PerProgram& ComRuntime::For(std::string_view prog_id) {
+  std::string key(prog_id);
+  for (char& c : key)
+    c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+  PerProgram& p = programs_[key];
+  if (p.gate == nullptr) {
+    p.gate = std::make_shared<host::CallGate>();
+    p.context = std::make_shared<ComContext>();
+  }
+  return p;
+}
+
+Result<host::ApplicationPtr> ComRuntime::Wrap(void* raw,
+                                              std::string_view prog_id) {
+  ComPtr<IUnknown> owned = ComPtr<IUnknown>::Adopt(static_cast<IUnknown*>(raw));
   ComPtr<IDispatch> dispatch;
   HRESULT hr = owned->QueryInterface(IID_IDispatch,
                                      reinterpret_cast<void**>(dispatch.Out()));
   if (FAILED(hr) || !dispatch) {
     return Status::Refused(std::string(prog_id) + ": no automation object");
   }
-  return WrapApplication(std::move(dispatch));
+  PerProgram& p = For(prog_id);
+  return WrapApplication(std::move(dispatch), p.gate, p.context);
 }
-
-}  // namespace
 
 Result<host::ApplicationPtr> ComRuntime::GetObject(std::string_view prog_id) {
   Result<CLSID> clsid = ClassOf(prog_id);

@@ -9,7 +9,9 @@
 #ifndef LMT_COMHOST_COM_RUNTIME_H_
 #define LMT_COMHOST_COM_RUNTIME_H_
 
+#include <map>
 #include <memory>
+#include <string>
 #include <string_view>
 
 // A translation unit that included <windows.h> first has GetObject defined
@@ -20,8 +22,11 @@
 
 #include "core/status.h"
 #include "host/automation_runtime.h"
+#include "host/call_gate.h"
 
 namespace lmt::comhost {
+
+class ComContext;
 
 class ComRuntime : public host::AutomationRuntime {
  public:
@@ -31,6 +36,18 @@ class ComRuntime : public host::AutomationRuntime {
   // kNotFound when the identifier is not registered; kRefused when the
   // program cannot be started.
   Result<host::ApplicationPtr> CreateObject(std::string_view prog_id) override;
+
+ private:
+  struct PerProgram {
+    std::shared_ptr<host::CallGate> gate;
+    std::shared_ptr<ComContext> context;
+  };
+  // The gate and context of `prog_id` (any case), made on first use.
+  PerProgram& For(std::string_view prog_id);
+  // Takes over one reference to `unknown` (an IUnknown*).
+  Result<host::ApplicationPtr> Wrap(void* unknown, std::string_view prog_id);
+
+  std::map<std::string, PerProgram> programs_;
 };
 
 // The runtime the add-in's sessions use on Windows.

@@ -2,6 +2,7 @@
 
 #include <oleauto.h>
 
+#include <type_traits>
 #include <utility>
 
 namespace lmt::comhost {
@@ -43,8 +44,11 @@ Result<std::vector<ScopedVariant>> Elements(const VARIANT& value) {
   if (array == nullptr || SafeArrayGetDim(array) != 1) {
     return Mismatch("an array", V_VT(&value));
   }
-  VARTYPE element_type = VT_EMPTY;
-  if (FAILED(SafeArrayGetVartype(array, &element_type))) {
+  // The variant names the element type; an array that crossed processes
+  // may no longer carry it itself (Wine drops FADF_HAVEVARTYPE).
+  VARTYPE element_type = V_VT(&value) & VT_TYPEMASK;
+  if (element_type == VT_EMPTY &&
+      FAILED(SafeArrayGetVartype(array, &element_type))) {
     return Status::InvalidArgument("array without element type");
   }
   LONG lower = 0, upper = -1;
@@ -91,7 +95,13 @@ ScopedVariant ArrayVariant(VARTYPE type, const std::vector<T>& values) {
   if (array == nullptr) return out;
   for (LONG i = 0; i < static_cast<LONG>(values.size()); ++i) {
     T copy = values[i];
-    SafeArrayPutElement(array, &i, &copy);
+    // Interfaces are passed as themselves (and AddRef'ed), values by
+    // address.
+    if constexpr (std::is_pointer_v<T>) {
+      SafeArrayPutElement(array, &i, copy);
+    } else {
+      SafeArrayPutElement(array, &i, &copy);
+    }
   }
   V_VT(out.get()) = VT_ARRAY | type;
   V_ARRAY(out.get()) = array;

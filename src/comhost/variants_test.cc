@@ -86,5 +86,63 @@ TEST(VariantsTest, FiltersTravelAsTwoParallelArrays) {
           .ok());
 }
 
+// An object that counts its references.
+class Counted final : public IDispatch {
+ public:
+  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** out) override {
+    if (IsEqualIID(riid, IID_IUnknown) || IsEqualIID(riid, IID_IDispatch)) {
+      *out = this;
+      AddRef();
+      return S_OK;
+    }
+    *out = nullptr;
+    return E_NOINTERFACE;
+  }
+  ULONG STDMETHODCALLTYPE AddRef() override { return ++refs; }
+  ULONG STDMETHODCALLTYPE Release() override { return --refs; }
+  HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT*) override {
+    return E_NOTIMPL;
+  }
+  HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override {
+    return E_NOTIMPL;
+  }
+  HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID,
+                                          DISPID*) override {
+    return E_NOTIMPL;
+  }
+  HRESULT STDMETHODCALLTYPE Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*,
+                                   VARIANT*, EXCEPINFO*, UINT*) override {
+    return E_NOTIMPL;
+  }
+  ULONG refs = 1;
+};
+
+// Object arrays once stored the address of each interface pointer instead
+// of the pointer (a crash on the first call through an element).
+TEST(VariantsTest, ObjectArraysHoldTheObjectsAndTheirReferences) {
+  Counted a, b;
+  {
+    ScopedVariant array = DispatchArrayVariant({&a, &b});
+    EXPECT_EQ(a.refs, 2u);
+    Result<std::vector<ComPtr<IDispatch>>> back =
+        ReadDispatchArray(*array.get());
+    ASSERT_TRUE(back.ok()) << back.status().ToString();
+    ASSERT_EQ(back->size(), 2u);
+    EXPECT_EQ((*back)[0].get(), &a);
+    EXPECT_EQ((*back)[1].get(), &b);
+  }
+  EXPECT_EQ(a.refs, 1u);
+  EXPECT_EQ(b.refs, 1u);
+}
+
+// Arrays that crossed processes under Wine arrived without their own
+// element type; the variant's type is what counts.
+TEST(VariantsTest, ArrayWithoutItsOwnElementTypeIsRead) {
+  ScopedVariant array = DoublesVariant({1, 2, 3});
+  V_ARRAY(array.get())->fFeatures &= ~FADF_HAVEVARTYPE;
+  EXPECT_EQ(ReadPoint(*array.get()).value_or(host::Point{}),
+            (host::Point{1, 2, 3}));
+}
+
 }  // namespace
 }  // namespace lmt::comhost
