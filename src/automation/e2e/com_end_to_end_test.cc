@@ -226,6 +226,24 @@ TEST_F(ComEndToEndTest, ExampleBecomesNineLayoutsSavedOverCom) {
   EXPECT_LE(trips->name_lookups, 100);
 }
 
+TEST_F(ComEndToEndTest, TemplatePickedInTheProgramNarrowsTheSearch) {
+  host::ApplicationPtr program = Start("AutoCAD.Application");
+  Choose(host::HostKind::kAutoCad);
+  ExampleSettings();
+  // The user picks the first FRAME_A3 reference on the CAD program's screen.
+  std::vector<comhost::ScopedVariant> pick;
+  pick.push_back(comhost::TextVariant("94"));
+  ASSERT_TRUE(ServerCall(program, "LmtQueuePick", std::move(pick)).ok());
+
+  frames::FrameState state;
+  frames::FrameCommands commands(session_, state, Namer());
+  ASSERT_EQ(commands.GetObrazec(), frames::Outcome::kDone);
+  EXPECT_EQ(windows_.okno_filter.uni_text_name_block.text(), "FRAME_A3");
+  ASSERT_EQ(commands.Search(frames::kSearchAll), frames::Outcome::kDone);
+  // The six references, not the three polylines.
+  EXPECT_EQ(state.table.last_row(), 6);
+}
+
 TEST_F(ComEndToEndTest, RefusedViewportIsSkippedAndTheRunGoesOn) {
   host::ApplicationPtr program = Start("AutoCAD.Application");
   Choose(host::HostKind::kAutoCad);
