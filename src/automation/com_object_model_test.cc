@@ -247,5 +247,88 @@ TEST_F(ComObjectModelTest, NamesLookedUpOncePerTypeAndWalksBatched) {
   EXPECT_LE(Trips().invokes - before.invokes, 2 + 30);
 }
 
+TEST_F(ComObjectModelTest,
+       PicksAndPromptsAnsweredInTheProgramCrossWithTheirCode) {
+  Result<host::UtilityPtr> utility = doc_->Utility();
+  ASSERT_TRUE(utility.ok());
+  // Nothing queued: the user cancels, and the caller sees a cancel, not a
+  // refusal (the commands stop quietly on a cancel).
+  EXPECT_EQ((*utility)->GetPoint(std::nullopt, "Start").status().code(),
+            StatusCode::kCancelled);
+  EXPECT_EQ(
+      (*utility)->GetDistance(host::Point{1, 2, 0}, "Length").status().code(),
+      StatusCode::kCancelled);
+  server_->user().QueuePoint({10, 20, 0});
+  EXPECT_EQ((*utility)
+                ->GetPoint(host::Point{0, 0, 0}, "Start")
+                .value_or(host::Point{}),
+            (host::Point{10, 20, 0}));
+
+  Result<host::SelectionSetsPtr> sets = doc_->SelectionSets();
+  ASSERT_TRUE(sets.ok());
+  Result<host::SelectionSetPtr> set = (*sets)->Add("VremeniyNaborPrint");
+  ASSERT_TRUE(set.ok());
+  host::SelectionFilter frames_only;
+  frames_only.Add(8, std::string("FRAMES"));
+  server_->user().QueuePickCancel();
+  EXPECT_EQ((*set)->SelectOnScreen(frames_only).code(), StatusCode::kCancelled);
+  // A pick of a frame and a circle: the filter keeps the frame.
+  server_->user().QueuePick({"94", "98"});
+  ASSERT_TRUE((*set)->SelectOnScreen(frames_only).ok());
+  EXPECT_EQ((*set)->Count().value_or(0), 1);
+  // A name taken is refused until the set is deleted.
+  EXPECT_FALSE((*sets)->Add("VremeniyNaborPrint").ok());
+  ASSERT_TRUE((*set)->Delete().ok());
+  EXPECT_TRUE((*sets)->Add("VremeniyNaborPrint").ok());
+}
+
+TEST_F(ComObjectModelTest, NestedOptionsFontsAndSpacesRoundTrip) {
+  Result<host::PreferencesPtr> preferences = app_->Preferences();
+  ASSERT_TRUE(preferences.ok());
+  for (bool create : {false, true}) {
+    ASSERT_TRUE((*preferences)->SetLayoutCreateViewport(create).ok());
+    EXPECT_EQ((*preferences)->LayoutCreateViewport().value_or(!create), create);
+  }
+  ASSERT_TRUE((*preferences)->SetSaveAsType(61).ok());
+  EXPECT_EQ((*preferences)->SaveAsType().value_or(0), 61);
+
+  // GetFont's five out parameters and SetFont's five arguments.
+  Result<host::TextStylesPtr> styles = doc_->TextStyles();
+  ASSERT_TRUE(styles.ok());
+  Result<host::TextStylePtr> style = (*styles)->Add("Штамп");
+  ASSERT_TRUE(style.ok());
+  const host::Font font{"Arial", true, false, 204, 34};
+  ASSERT_TRUE((*style)->SetFont(font).ok());
+  Result<host::Font> back = (*style)->GetFont();
+  ASSERT_TRUE(back.ok()) << back.status().ToString();
+  EXPECT_EQ(*back, font);
+
+  // The space crosses as the object model's number; where the drawing
+  // cannot switch (a layout without a viewport that is on), the host's
+  // reason arrives with it.
+  int switched = 0;
+  for (host::Space space :
+       {host::Space::kModelSpace, host::Space::kPaperSpace}) {
+    Status set = doc_->SetActiveSpace(space);
+    if (set.ok()) {
+      ++switched;
+      EXPECT_EQ(doc_->ActiveSpace().value_or(host::Space(-1)), space);
+    } else {
+      EXPECT_EQ(set.code(), StatusCode::kRefused);
+      EXPECT_NE(set.message().find("viewport"), std::string::npos)
+          << set.message();
+    }
+    EXPECT_EQ(doc_->ActiveSpace().value_or(host::Space(-1)),
+              direct_->ActiveSpace().value_or(host::Space(-2)));
+  }
+  EXPECT_GE(switched, 1);
+  Result<host::DocumentsPtr> documents = app_->Documents();
+  ASSERT_TRUE(documents.ok());
+  Result<std::vector<host::DocumentPtr>> open = (*documents)->Items();
+  ASSERT_TRUE(open.ok());
+  ASSERT_EQ(open->size(), 1u);
+  EXPECT_EQ((*open)[0]->Name().value_or("?"), "example.dxf");
+}
+
 }  // namespace
 }  // namespace lmt::automation

@@ -214,10 +214,19 @@ Status LmtQueuePick(Call& call) {
   return Status();
 }
 
+// LmtQueuePoint(Point), LmtQueueDistance(Distance): the answers of the next
+// GetPoint and GetDistance (with nothing queued the user cancels).
 Status LmtQueuePoint(Call& call) {
   Result<host::Point> point = Arg<host::Point>(call, 0);
   if (!point.ok()) return point.status();
   call.server.user().QueuePoint(*point);
+  return Status();
+}
+
+Status LmtQueueDistance(Call& call) {
+  Result<double> distance = Arg<double>(call, 0);
+  if (!distance.ok()) return distance.status();
+  call.server.user().QueueDistance(*distance);
   return Status();
 }
 
@@ -333,6 +342,7 @@ constexpr Member kApplication[] = {
     {L"Quit", &Quit},
     {L"LmtQueuePick", &LmtQueuePick},
     {L"LmtQueuePoint", &LmtQueuePoint},
+    {L"LmtQueueDistance", &LmtQueueDistance},
     {L"LmtRefuse", &LmtRefuse},
     {L"LmtAllowAll", &LmtAllowAll},
     {L"LmtServerCalls", &LmtServerCalls},

@@ -99,7 +99,8 @@ class ComBlock : public host::Block, public ComObject {
     args.push_back(PointVariant(center));
     args.push_back(R8Variant(width));
     args.push_back(R8Variant(height));
-    return Added<host::PViewport>("AddPViewport", std::move(args));
+    return Added<host::PViewport>("AddPViewport", "AcDbViewport",
+                                  std::move(args));
   }
   Result<host::MTextPtr> DoAddMText(const Point& insertion_point, double width,
                                     std::string_view text) override {
@@ -107,11 +108,11 @@ class ComBlock : public host::Block, public ComObject {
     args.push_back(PointVariant(insertion_point));
     args.push_back(R8Variant(width));
     args.push_back(TextVariant(text));
-    return Added<host::MText>("AddMText", std::move(args));
+    return Added<host::MText>("AddMText", "AcDbMText", std::move(args));
   }
   Result<host::PolylinePtr> DoAddLightWeightPolyline(
       const std::vector<double>& coordinates) override {
-    return Added<host::Polyline>("AddLightWeightPolyline",
+    return Added<host::Polyline>("AddLightWeightPolyline", "AcDbPolyline",
                                  Args(DoublesVariant(coordinates)));
   }
   Result<host::TextPtr> DoAddText(std::string_view text,
@@ -121,18 +122,19 @@ class ComBlock : public host::Block, public ComObject {
     args.push_back(TextVariant(text));
     args.push_back(PointVariant(insertion_point));
     args.push_back(R8Variant(height));
-    return Added<host::Text>("AddText", std::move(args));
+    return Added<host::Text>("AddText", "AcDbText", std::move(args));
   }
 
  private:
-  // A new entity of kind T; kRefused when the server made another kind.
+  // A new entity of kind T, whose ObjectName is `kind` by the object
+  // model's contract, so it is not asked.
   template <typename T>
-  Result<std::shared_ptr<T>> Added(std::string_view member,
+  Result<std::shared_ptr<T>> Added(std::string_view member, const char* kind,
                                    std::vector<ScopedVariant> args) {
     Result<ComPtr<IDispatch>> object = GetDispatch(member, std::move(args));
     if (!object.ok()) return object.status();
     std::shared_ptr<T> typed =
-        host::As<T>(WrapEntity(shared(), std::move(*object)));
+        host::As<T>(WrapEntityOfKind(shared(), std::move(*object), kind));
     if (typed == nullptr) {
       return Status::Refused(std::string(member) + ": unexpected object kind");
     }

@@ -288,6 +288,12 @@ host::EntityPtr WrapEntity(const Shared& shared, ComPtr<IDispatch> object) {
                                       "ObjectName", CallKind::kGet);
   std::string kind;
   if (name.ok()) kind = ReadText(*name->get()).value_or(std::string());
+  return WrapEntityOfKind(shared, std::move(object), std::move(kind));
+}
+
+host::EntityPtr WrapEntityOfKind(const Shared& shared, ComPtr<IDispatch> object,
+                                 std::string kind) {
+  if (!object) return nullptr;
   if (kind == "AcDbPolyline") {
     return std::make_shared<ComPolyline>(shared, std::move(object), kind);
   }
@@ -324,7 +330,7 @@ host::ObjectPtr WrapAnyObject(const Shared& shared, ComPtr<IDispatch> object) {
   if (kind == "AcDbLayout") return WrapLayout(shared, object);
   if (kind == "AcDbLayerTableRecord") return WrapLayer(shared, object);
   if (kind == "AcDbTextStyleTableRecord") return WrapTextStyle(shared, object);
-  return WrapEntity(shared, std::move(object));
+  return WrapEntityOfKind(shared, std::move(object), std::move(kind));
 }
 
 }  // namespace lmt::comhost

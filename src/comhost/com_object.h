@@ -79,6 +79,10 @@ ScopedVariant IndexVariant(int32_t index);
 // Wrapping returned objects as the host classes. Entities are asked their
 // ObjectName once (one round trip) to pick the class; the answer is kept.
 host::EntityPtr WrapEntity(const Shared& shared, ComPtr<IDispatch> object);
+// The same for an object whose ObjectName the caller knows (what an Add*
+// method makes): no round trip.
+host::EntityPtr WrapEntityOfKind(const Shared& shared, ComPtr<IDispatch> object,
+                                 std::string object_name);
 // Blocks, layouts, layers and the like by ObjectName; others as entities.
 host::ObjectPtr WrapAnyObject(const Shared& shared, ComPtr<IDispatch> object);
 host::BlockPtr WrapBlock(const Shared& shared, ComPtr<IDispatch> object);

@@ -1,9 +1,8 @@
 // MakeLmtView() over the add-in's own LmtView: the wiring of the COM face to
 // the portable class. It supplies what the add-in takes from Windows: the
 // DLL's folder (where "Lang.ini" decides the language), the process's
-// environment, message boxes and the automation runtime through which the
-// commands reach the CAD program (COM). The windows themselves are not wired
-// yet: the add-in runs without a window view.
+// environment and message boxes. The windows themselves are not wired yet:
+// the add-in runs without a window view.
 #include <windows.h>
 
 #include <cstdint>
@@ -12,7 +11,6 @@
 #include <string>
 #include <string_view>
 
-#include "comhost/com_runtime.h"
 #include "comserver/lmt_view_methods.h"
 #include "comserver/module.h"
 #include "comserver/wide_text.h"
@@ -69,9 +67,6 @@ class CoreView : public LmtViewMethods {
  private:
   MessageBoxSink messages_;  // declared first: view_ keeps a pointer to it
   core::LmtView view_;
-  // The CAD program through COM (GetActiveObject / CoCreateInstance), for
-  // the host::Session of every command.
-  std::unique_ptr<host::AutomationRuntime> runtime_ = comhost::MakeComRuntime();
 };
 
 }  // namespace
