@@ -177,9 +177,16 @@ class ComDatabaseT : public Base, public ComObject {
     Result<std::vector<ComPtr<IDispatch>>> copies =
         ReadDispatchArray(*v->get());
     if (!copies.ok()) return copies.status();
+    // A copy is of its original's class: no need to ask its kind.
     std::vector<host::EntityPtr> out;
-    for (ComPtr<IDispatch>& copy : *copies) {
-      out.push_back(WrapEntity(shared(), std::move(copy)));
+    for (size_t i = 0; i < copies->size(); ++i) {
+      const ComObject* source =
+          i < objects.size() ? dynamic_cast<const ComObject*>(objects[i].get())
+                             : nullptr;
+      out.push_back(source != nullptr
+                        ? WrapEntityOfKind(shared(), std::move((*copies)[i]),
+                                           source->type_key())
+                        : WrapEntity(shared(), std::move((*copies)[i])));
     }
     return out;
   }

@@ -63,7 +63,8 @@ class ComEntityT : public Base, public ComObject {
   Result<host::EntityPtr> DoCopy() override {
     Result<ComPtr<IDispatch>> copy = GetDispatch("Copy");
     if (!copy.ok()) return copy.status();
-    return WrapEntity(shared(), std::move(*copy));
+    // Of this object's class, by the object model's contract.
+    return WrapEntityOfKind(shared(), std::move(*copy), object_name_);
   }
   Status DoMove(const Point& from, const Point& to) override {
     std::vector<ScopedVariant> args;
