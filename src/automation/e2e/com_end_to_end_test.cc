@@ -157,6 +157,12 @@ TEST_F(ComEndToEndTest, ExampleBecomesNineLayoutsSavedOverCom) {
   ASSERT_TRUE(session_.Connect());
   EXPECT_EQ(session_.connection().host_name, "AutoCAD");
   EXPECT_EQ(session_.connection().host_year, 2020);
+  // The ObjectDBX document the program made for the batch functions reads
+  // a drawing without showing it.
+  const host::DbxDocumentPtr& dbx = session_.connection().dbx_document;
+  ASSERT_NE(dbx, nullptr);
+  ASSERT_TRUE(dbx->Open(ServerPath(kExample)).ok());
+  EXPECT_EQ(dbx->Name().value_or("?"), "example.dxf");
 
   // The runtime keeps one gate and one context per program across the
   // reconnection every command makes.
