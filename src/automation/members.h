@@ -145,8 +145,8 @@ Status Prop(Call& call) {
       return Status::NotSupported("read-only property");
     } else {
       using A = typename SetterArg<decltype(Set)>::type;
-      Result<A> value = Arg<A>(call, call.args.size() - 1);
       if (call.args.empty()) return MissingArgument(0);
+      Result<A> value = Arg<A>(call, call.args.size() - 1);
       if (!value.ok()) return value.status();
       return (self->*Set)(*value);
     }

@@ -222,7 +222,8 @@ HRESULT ServerObject::Invoke(DISPID id, REFIID riid, LCID, WORD flags,
   // A property write carries its value as the one named argument.
   UINT named = params->cNamedArgs;
   if (put) {
-    if (named != 1 || params->rgdispidNamedArgs[0] != DISPID_PROPERTYPUT) {
+    if (named != 1 || params->rgdispidNamedArgs == nullptr ||
+        params->rgdispidNamedArgs[0] != DISPID_PROPERTYPUT) {
       return DISP_E_PARAMNOTOPTIONAL;
     }
   } else if (named != 0) {
