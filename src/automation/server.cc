@@ -1,0 +1,44 @@
+#include "automation/server.h"
+
+#include "dxfhost/application.h"
+
+namespace lmt::automation {
+
+host::Answer ServerUser::DoShowMessage(const host::Message& message) {
+  messages_.push_back(message.text);
+  return message.buttons == host::MessageButtons::kYesNo ? host::Answer::kYes
+                                                         : host::Answer::kOk;
+}
+
+Result<std::vector<std::string>> ServerUser::DoPickEntities(
+    const host::SelectionFilter&) {
+  if (picks_.empty()) return std::vector<std::string>();
+  Result<std::vector<std::string>> pick = std::move(picks_.front());
+  picks_.pop_front();
+  return pick;
+}
+
+Result<host::Point> ServerUser::DoPickPoint(std::string_view,
+                                            const std::optional<host::Point>&) {
+  if (points_.empty()) return Status::Cancelled("no point given");
+  host::Point p = points_.front();
+  points_.pop_front();
+  return p;
+}
+
+Result<double> ServerUser::DoPickDistance(std::string_view,
+                                          const std::optional<host::Point>&) {
+  if (distances_.empty()) return Status::Cancelled("no distance given");
+  double d = distances_.front();
+  distances_.pop_front();
+  return d;
+}
+
+Server::Server(host::HostKind kind, DWORD thread_id)
+    : kind_(kind),
+      thread_id_(thread_id),
+      application_(dxfhost::DxfApplication::Create(kind, &user_)) {}
+
+void Server::Quit() { PostThreadMessageW(thread_id_, WM_QUIT, 0, 0); }
+
+}  // namespace lmt::automation

@@ -1,0 +1,188 @@
+// The server's IDispatch as any late-bound client (a script, another
+// program) meets it, without the COM host in between: names in any case,
+// property writes, refusals of malformed calls with the DISP_E_* results
+// and EXCEPINFO codes such clients read, and the enumerator's contract.
+#include "automation/server_object.h"
+
+#include <gtest/gtest.h>
+#include <objbase.h>
+#include <oleauto.h>
+
+#include <memory>
+#include <string>
+
+#include "automation/server.h"
+#include "automation/server_registration.h"
+#include "automation/tables.h"
+#include "comhost/hresult_status.h"
+#include "comhost/variants.h"
+#include "host/object_model.h"
+
+namespace lmt::automation {
+namespace {
+
+using comhost::ScopedVariant;
+
+class ServerObjectTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    ASSERT_TRUE(SUCCEEDED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED)));
+    server_ = std::make_unique<Server>(host::HostKind::kBricsCad,
+                                       GetCurrentThreadId());
+    app_ = ServerObject::Create(server_->application(), kApplicationTable,
+                                *server_);
+  }
+  void TearDown() override {
+    app_->Release();
+    server_.reset();
+    CoUninitialize();
+  }
+
+  DISPID Id(IDispatch* object, const wchar_t* name) {
+    LPOLESTR names[] = {const_cast<LPOLESTR>(name)};
+    DISPID id = DISPID_UNKNOWN;
+    object->GetIDsOfNames(IID_NULL, names, 1, 0, &id);
+    return id;
+  }
+
+  // Calls `name` with `args` given last first, as DISPPARAMS holds them.
+  HRESULT Call(IDispatch* object, const wchar_t* name, WORD flags,
+               std::vector<VARIANT> reversed, VARIANT* result,
+               EXCEPINFO* excep = nullptr) {
+    DISPID put = DISPID_PROPERTYPUT;
+    DISPPARAMS params{reversed.data(), nullptr,
+                      static_cast<UINT>(reversed.size()), 0};
+    if (flags & DISPATCH_PROPERTYPUT) {
+      params.rgdispidNamedArgs = &put;
+      params.cNamedArgs = 1;
+    }
+    EXCEPINFO scratch{};
+    HRESULT hr = object->Invoke(Id(object, name), IID_NULL, 0, flags, &params,
+                                result, excep ? excep : &scratch, nullptr);
+    if (excep == nullptr) {
+      SysFreeString(scratch.bstrDescription);
+      SysFreeString(scratch.bstrSource);
+    }
+    return hr;
+  }
+
+  std::unique_ptr<Server> server_;
+  IDispatch* app_ = nullptr;
+};
+
+TEST_F(ServerObjectTest, NamesMatchInAnyCaseAndUnknownOnesAreRefused) {
+  EXPECT_EQ(Id(app_, L"Version"), Id(app_, L"vERSION"));
+  EXPECT_NE(Id(app_, L"Version"), DISPID_UNKNOWN);
+  EXPECT_EQ(Id(app_, L"Versions"), DISPID_UNKNOWN);
+  ScopedVariant version;
+  ASSERT_EQ(Call(app_, L"version", DISPATCH_PROPERTYGET, {}, version.get()),
+            S_OK);
+  EXPECT_EQ(comhost::ReadText(*version.get()).value_or(""), "23.2.06");
+}
+
+TEST_F(ServerObjectTest, PropertiesAreWrittenWithTheNamedPutArgument) {
+  ScopedVariant off = comhost::BoolVariant(false);
+  ASSERT_EQ(Call(app_, L"Visible", DISPATCH_PROPERTYPUT, {*off.get()}, nullptr),
+            S_OK);
+  ScopedVariant visible;
+  ASSERT_EQ(Call(app_, L"Visible", DISPATCH_PROPERTYGET, {}, visible.get()),
+            S_OK);
+  EXPECT_EQ(V_VT(visible.get()), VT_BOOL);
+  EXPECT_EQ(V_BOOL(visible.get()), VARIANT_FALSE);
+  // A read-only property refuses a write with a code the client can read.
+  ScopedVariant text = comhost::TextVariant("99");
+  EXCEPINFO excep{};
+  EXPECT_EQ(Call(app_, L"Version", DISPATCH_PROPERTYPUT, {*text.get()}, nullptr,
+                 &excep),
+            DISP_E_EXCEPTION);
+  EXPECT_EQ(excep.scode, comhost::ScodeForStatus(StatusCode::kNotSupported));
+  SysFreeString(excep.bstrDescription);
+  SysFreeString(excep.bstrSource);
+}
+
+TEST_F(ServerObjectTest, MalformedCallsAreRefusedNotCrashed) {
+  ScopedVariant result;
+  // No such DISPID, a missing argument, an argument of the wrong type,
+  // named arguments on a method.
+  DISPPARAMS none{};
+  EXPECT_EQ(app_->Invoke(999, IID_NULL, 0, DISPATCH_METHOD, &none, result.get(),
+                         nullptr, nullptr),
+            DISP_E_MEMBERNOTFOUND);
+  EXCEPINFO excep{};
+  EXPECT_EQ(Call(app_, L"GetInterfaceObject", DISPATCH_METHOD, {}, result.get(),
+                 &excep),
+            DISP_E_EXCEPTION);
+  EXPECT_EQ(excep.scode, comhost::ScodeForStatus(StatusCode::kInvalidArgument));
+  SysFreeString(excep.bstrDescription);
+  SysFreeString(excep.bstrSource);
+  ScopedVariant not_a_point = comhost::TextVariant("here");
+  EXPECT_EQ(Call(app_, L"LmtQueuePoint", DISPATCH_METHOD, {*not_a_point.get()},
+                 result.get()),
+            DISP_E_EXCEPTION);
+  DISPID named = 7;
+  VARIANT arg = *not_a_point.get();
+  DISPPARAMS with_name{&arg, &named, 1, 1};
+  EXPECT_EQ(app_->Invoke(Id(app_, L"Quit"), IID_NULL, 0, DISPATCH_METHOD,
+                         &with_name, result.get(), nullptr, nullptr),
+            DISP_E_NONAMEDARGS);
+  // Not a collection: no enumerator.
+  EXPECT_EQ(app_->Invoke(DISPID_NEWENUM, IID_NULL, 0, DISPATCH_METHOD, &none,
+                         result.get(), nullptr, nullptr),
+            DISP_E_MEMBERNOTFOUND);
+}
+
+TEST_F(ServerObjectTest, EnumeratorSkipsResetsAndClones) {
+  ScopedVariant documents;
+  ASSERT_EQ(Call(app_, L"Documents", DISPATCH_PROPERTYGET, {}, documents.get()),
+            S_OK);
+  IDispatch* docs = V_DISPATCH(documents.get());
+  ScopedVariant path = comhost::TextVariant(LMT_TESTDATA_DIR "/example.dxf");
+  for (int i = 0; i < 3; ++i) {
+    ScopedVariant opened;
+    ASSERT_EQ(Call(docs, L"Open", DISPATCH_METHOD, {*path.get()}, opened.get()),
+              S_OK);
+  }
+  ScopedVariant enum_result;
+  DISPPARAMS none{};
+  ASSERT_EQ(docs->Invoke(DISPID_NEWENUM, IID_NULL, 0, DISPATCH_METHOD, &none,
+                         enum_result.get(), nullptr, nullptr),
+            S_OK);
+  comhost::ComPtr<IEnumVARIANT> e;
+  ASSERT_EQ(
+      V_UNKNOWN(enum_result.get())
+          ->QueryInterface(IID_IEnumVARIANT, reinterpret_cast<void**>(e.Out())),
+      S_OK);
+  VARIANT items[4];
+  ULONG fetched = 0;
+  EXPECT_EQ(e->Skip(1), S_OK);
+  EXPECT_EQ(e->Next(4, items, &fetched), S_FALSE);  // fewer than asked
+  EXPECT_EQ(fetched, 2u);
+  for (ULONG i = 0; i < fetched; ++i) VariantClear(&items[i]);
+  EXPECT_EQ(e->Skip(1), S_FALSE);
+  comhost::ComPtr<IEnumVARIANT> clone;
+  ASSERT_EQ(e->Reset(), S_OK);
+  ASSERT_EQ(e->Clone(clone.Out()), S_OK);
+  EXPECT_EQ(clone->Next(3, items, &fetched), S_OK);
+  EXPECT_EQ(fetched, 3u);
+  for (ULONG i = 0; i < fetched; ++i) VariantClear(&items[i]);
+}
+
+TEST(ServerRegistrationTest, OneStableClassPerIdentifierWhateverItsCase) {
+  const CLSID a = ClassForProgId(L"AutoCAD.Application");
+  EXPECT_TRUE(IsEqualCLSID(a, ClassForProgId(L"autocad.application")));
+  EXPECT_FALSE(IsEqualCLSID(a, ClassForProgId(L"Icad.Application")));
+  EXPECT_FALSE(IsEqualCLSID(ClassForProgId(L"ZWCAD.Application"),
+                            ClassForProgId(L"ZWcad+.Application")));
+  // Registered, found by the identifier; gone after unregistering.
+  const std::wstring id = L"Layomat.RegistrationTest";
+  ASSERT_EQ(RegisterProgId(id, L"C:\\nowhere\\server.exe", 3), S_OK);
+  CLSID found{};
+  ASSERT_EQ(CLSIDFromProgID(id.c_str(), &found), S_OK);
+  EXPECT_TRUE(IsEqualCLSID(found, ClassForProgId(id)));
+  ASSERT_EQ(UnregisterProgId(id), S_OK);
+  EXPECT_NE(CLSIDFromProgID(id.c_str(), &found), S_OK);
+  EXPECT_EQ(UnregisterProgId(id), S_OK);  // already gone
+}
+
+}  // namespace
+}  // namespace lmt::automation

@@ -1,0 +1,429 @@
+// The application, its preferences and documents, the database members
+// every drawing has, the tiled viewport and Utility, over IDispatch.
+#include <utility>
+
+#include "comhost/com_application.h"
+#include "comhost/com_object.h"
+
+namespace lmt::comhost {
+namespace {
+
+using host::Point;
+
+std::vector<ScopedVariant> Args(ScopedVariant a) {
+  std::vector<ScopedVariant> args;
+  args.push_back(std::move(a));
+  return args;
+}
+
+// The object model keeps these two options one level down
+// (Preferences.Display, Preferences.OpenSave); each call walks there.
+class ComPreferences : public host::Preferences, public ComObject {
+ public:
+  ComPreferences(const Shared& shared, ComPtr<IDispatch> object)
+      : host::Preferences(shared.gate),
+        ComObject(shared, std::move(object), "Preferences") {}
+
+ protected:
+  Result<bool> DoLayoutCreateViewport() const override {
+    Result<ScopedVariant> v = Nested("Display", "LayoutCreateViewport");
+    if (!v.ok()) return v.status();
+    return ReadBool(*v->get());
+  }
+  Status DoSetLayoutCreateViewport(bool create) override {
+    return NestedPut("Display", "LayoutCreateViewport", BoolVariant(create));
+  }
+  Result<int32_t> DoSaveAsType() const override {
+    Result<ScopedVariant> v = Nested("OpenSave", "SaveAsType");
+    if (!v.ok()) return v.status();
+    return ReadI4(*v->get());
+  }
+  Status DoSetSaveAsType(int32_t save_type) override {
+    return NestedPut("OpenSave", "SaveAsType", I4Variant(save_type));
+  }
+
+ private:
+  Result<ScopedVariant> Nested(std::string_view group,
+                               std::string_view member) const {
+    Result<ComPtr<IDispatch>> g = GetDispatch(group);
+    if (!g.ok()) return g.status();
+    return Invoke(*shared().context, g->get(),
+                  "Preferences" + std::string(group), member, CallKind::kGet);
+  }
+  Status NestedPut(std::string_view group, std::string_view member,
+                   ScopedVariant value) {
+    Result<ComPtr<IDispatch>> g = GetDispatch(group);
+    if (!g.ok()) return g.status();
+    return Invoke(*shared().context, g->get(),
+                  "Preferences" + std::string(group), member, CallKind::kPut,
+                  Args(std::move(value)))
+        .status();
+  }
+};
+
+class ComViewport : public host::Viewport, public ComObject {
+ public:
+  ComViewport(const Shared& shared, ComPtr<IDispatch> object)
+      : host::Viewport(shared.gate),
+        ComObject(shared, std::move(object), "Viewport") {}
+
+ protected:
+  Result<Point> DoDirection() const override { return GetPoint("Direction"); }
+  Status DoSetDirection(const Point& d) override {
+    return Put("Direction", PointVariant(d));
+  }
+};
+
+class ComUtility : public host::Utility, public ComObject {
+ public:
+  ComUtility(const Shared& shared, ComPtr<IDispatch> object)
+      : host::Utility(shared.gate),
+        ComObject(shared, std::move(object), "Utility") {}
+
+ protected:
+  // GetPoint([Point], [Prompt]).
+  Result<Point> DoGetPoint(const std::optional<Point>& base,
+                           std::string_view prompt) override {
+    Result<ScopedVariant> v = Call("GetPoint", BaseAndPrompt(base, prompt));
+    if (!v.ok()) return v.status();
+    return ReadPoint(*v->get());
+  }
+  Result<double> DoGetDistance(const std::optional<Point>& base,
+                               std::string_view prompt) override {
+    Result<ScopedVariant> v = Call("GetDistance", BaseAndPrompt(base, prompt));
+    if (!v.ok()) return v.status();
+    return ReadR8(*v->get());
+  }
+  Status DoPrompt(std::string_view text) override {
+    return Do("Prompt", Args(TextVariant(text)));
+  }
+  Result<Point> DoTranslateCoordinates(const Point& point,
+                                       host::CoordinateSystem from,
+                                       host::CoordinateSystem to,
+                                       bool displacement) const override {
+    std::vector<ScopedVariant> args;
+    args.push_back(PointVariant(point));
+    args.push_back(I4Variant(static_cast<int32_t>(from)));
+    args.push_back(I4Variant(static_cast<int32_t>(to)));
+    args.push_back(I4Variant(displacement ? 1 : 0));
+    Result<ScopedVariant> v = Call("TranslateCoordinates", std::move(args));
+    if (!v.ok()) return v.status();
+    return ReadPoint(*v->get());
+  }
+
+ private:
+  static std::vector<ScopedVariant> BaseAndPrompt(
+      const std::optional<Point>& base, std::string_view prompt) {
+    std::vector<ScopedVariant> args;
+    args.push_back(base ? PointVariant(*base) : MissingVariant());
+    args.push_back(TextVariant(prompt));
+    return args;
+  }
+};
+
+// What Document and DbxDocument share.
+template <typename Base>
+class ComDatabaseT : public Base, public ComObject {
+ public:
+  ComDatabaseT(const Shared& shared, ComPtr<IDispatch> object,
+               std::string type_key)
+      : Base(shared.gate),
+        ComObject(shared, std::move(object), std::move(type_key)) {}
+
+ protected:
+  Result<host::BlockPtr> DoModelSpace() const override {
+    return Wrapped<host::BlockPtr>(GetDispatch("ModelSpace"), shared(),
+                                   WrapBlock);
+  }
+  Result<host::BlockPtr> DoPaperSpace() const override {
+    return Wrapped<host::BlockPtr>(GetDispatch("PaperSpace"), shared(),
+                                   WrapBlock);
+  }
+  Result<host::BlocksPtr> DoBlocks() const override {
+    return Wrapped<host::BlocksPtr>(GetDispatch("Blocks"), shared(),
+                                    WrapBlocks);
+  }
+  Result<host::LayersPtr> DoLayers() const override {
+    return Wrapped<host::LayersPtr>(GetDispatch("Layers"), shared(),
+                                    WrapLayers);
+  }
+  Result<host::LinetypesPtr> DoLinetypes() const override {
+    return Wrapped<host::LinetypesPtr>(GetDispatch("Linetypes"), shared(),
+                                       WrapLinetypes);
+  }
+  Result<host::TextStylesPtr> DoTextStyles() const override {
+    return Wrapped<host::TextStylesPtr>(GetDispatch("TextStyles"), shared(),
+                                        WrapTextStyles);
+  }
+  Result<host::LayoutsPtr> DoLayouts() const override {
+    return Wrapped<host::LayoutsPtr>(GetDispatch("Layouts"), shared(),
+                                     WrapLayouts);
+  }
+  // CopyObjects(Objects, Owner) returns the copies as an array.
+  Result<std::vector<host::EntityPtr>> DoCopyObjects(
+      const std::vector<host::EntityPtr>& objects,
+      const host::BlockPtr& owner) override {
+    Result<std::vector<IDispatch*>> sources = DispatchesOf(objects);
+    if (!sources.ok()) return sources.status();
+    IDispatch* target = DispatchOf(owner.get());
+    if (target == nullptr) {
+      return Status::InvalidArgument("CopyObjects: no owner block");
+    }
+    std::vector<ScopedVariant> args;
+    args.push_back(DispatchArrayVariant(*sources));
+    args.push_back(DispatchVariant(target));
+    Result<ScopedVariant> v = Call("CopyObjects", std::move(args));
+    if (!v.ok()) return v.status();
+    Result<std::vector<ComPtr<IDispatch>>> copies =
+        ReadDispatchArray(*v->get());
+    if (!copies.ok()) return copies.status();
+    // A copy is of its original's class: no need to ask its kind.
+    std::vector<host::EntityPtr> out;
+    for (size_t i = 0; i < copies->size(); ++i) {
+      const ComObject* source =
+          i < objects.size() ? dynamic_cast<const ComObject*>(objects[i].get())
+                             : nullptr;
+      out.push_back(source != nullptr
+                        ? WrapEntityOfKind(shared(), std::move((*copies)[i]),
+                                           source->type_key())
+                        : WrapEntity(shared(), std::move((*copies)[i])));
+    }
+    return out;
+  }
+  Result<host::ObjectPtr> DoObjectIdToObject(int64_t id) const override {
+    return Wrapped<host::ObjectPtr>(
+        GetDispatch("ObjectIdToObject", Args(I8Variant(id))), shared(),
+        WrapAnyObject);
+  }
+};
+
+class ComDocument : public ComDatabaseT<host::Document> {
+ public:
+  ComDocument(const Shared& shared, ComPtr<IDispatch> object)
+      : ComDatabaseT(shared, std::move(object), "Document") {}
+
+ protected:
+  Result<std::string> DoName() const override { return GetText("Name"); }
+  Result<std::string> DoFullName() const override {
+    return GetText("FullName");
+  }
+  Result<host::ApplicationPtr> DoApplication() const override {
+    return Wrapped<host::ApplicationPtr>(GetDispatch("Application"), shared(),
+                                         WrapApplicationShared);
+  }
+  Result<host::Variant> DoGetVariable(std::string_view name) const override {
+    Result<ScopedVariant> v = Call("GetVariable", Args(TextVariant(name)));
+    if (!v.ok()) return v.status();
+    return ReadHostVariant(*v->get());
+  }
+  Status DoSetVariable(std::string_view name,
+                       const host::Variant& value) override {
+    std::vector<ScopedVariant> args;
+    args.push_back(TextVariant(name));
+    args.push_back(HostVariant(value));
+    return Do("SetVariable", std::move(args));
+  }
+  Status DoSendCommand(std::string_view command) override {
+    return Do("SendCommand", Args(TextVariant(command)));
+  }
+  Result<host::LayoutPtr> DoActiveLayout() const override {
+    return Wrapped<host::LayoutPtr>(GetDispatch("ActiveLayout"), shared(),
+                                    WrapLayout);
+  }
+  Status DoSetActiveLayout(const host::LayoutPtr& layout) override {
+    return PutObject("ActiveLayout", layout.get());
+  }
+  Result<host::Space> DoActiveSpace() const override {
+    Result<int32_t> space = GetI4("ActiveSpace");
+    if (!space.ok()) return space.status();
+    return *space == 0 ? host::Space::kPaperSpace : host::Space::kModelSpace;
+  }
+  Status DoSetActiveSpace(host::Space space) override {
+    return Put("ActiveSpace", I4Variant(static_cast<int32_t>(space)));
+  }
+  Result<bool> DoMSpace() const override { return GetBool("MSpace"); }
+  Status DoSetMSpace(bool in_model) override {
+    return Put("MSpace", BoolVariant(in_model));
+  }
+  Result<host::PViewportPtr> DoActivePViewport() const override {
+    Result<ComPtr<IDispatch>> v = GetDispatch("ActivePViewport");
+    if (!v.ok()) return v.status();
+    host::PViewportPtr typed =
+        host::As<host::PViewport>(WrapEntity(shared(), std::move(*v)));
+    if (typed == nullptr)
+      return Status::Refused("ActivePViewport: no viewport");
+    return typed;
+  }
+  Status DoSetActivePViewport(const host::PViewportPtr& viewport) override {
+    return PutObject("ActivePViewport", viewport.get());
+  }
+  Result<host::ViewportPtr> DoActiveViewport() const override {
+    Result<ComPtr<IDispatch>> v = GetDispatch("ActiveViewport");
+    if (!v.ok()) return v.status();
+    return host::ViewportPtr(std::make_shared<ComViewport>(shared(), *v));
+  }
+  Status DoSetActiveViewport(const host::ViewportPtr& viewport) override {
+    return PutObject("ActiveViewport", viewport.get());
+  }
+  Result<host::LayerPtr> DoActiveLayer() const override {
+    return Wrapped<host::LayerPtr>(GetDispatch("ActiveLayer"), shared(),
+                                   WrapLayer);
+  }
+  Status DoSetActiveLayer(const host::LayerPtr& layer) override {
+    return PutObject("ActiveLayer", layer.get());
+  }
+  Result<host::TextStylePtr> DoActiveTextStyle() const override {
+    return Wrapped<host::TextStylePtr>(GetDispatch("ActiveTextStyle"), shared(),
+                                       WrapTextStyle);
+  }
+  Status DoSetActiveTextStyle(const host::TextStylePtr& style) override {
+    return PutObject("ActiveTextStyle", style.get());
+  }
+  Result<host::SelectionSetsPtr> DoSelectionSets() const override {
+    return Wrapped<host::SelectionSetsPtr>(GetDispatch("SelectionSets"),
+                                           shared(), WrapSelectionSets);
+  }
+  Result<host::UtilityPtr> DoUtility() const override {
+    Result<ComPtr<IDispatch>> v = GetDispatch("Utility");
+    if (!v.ok()) return v.status();
+    return host::UtilityPtr(std::make_shared<ComUtility>(shared(), *v));
+  }
+  Status DoSaveAs(std::string_view path, int32_t save_type) override {
+    std::vector<ScopedVariant> args;
+    args.push_back(TextVariant(path));
+    args.push_back(I4Variant(save_type));
+    return Do("SaveAs", std::move(args));
+  }
+  Status DoClose(bool save_changes) override {
+    return Do("Close", Args(BoolVariant(save_changes)));
+  }
+
+ private:
+  Status PutObject(std::string_view member, const host::Object* object) {
+    IDispatch* d = DispatchOf(object);
+    if (d == nullptr) {
+      return Status::InvalidArgument(std::string(member) +
+                                     ": an object of another host");
+    }
+    return Put(member, DispatchVariant(d));
+  }
+};
+
+class ComDbxDocument : public ComDatabaseT<host::DbxDocument> {
+ public:
+  ComDbxDocument(const Shared& shared, ComPtr<IDispatch> object)
+      : ComDatabaseT(shared, std::move(object), "DbxDocument") {}
+
+ protected:
+  Result<std::string> DoName() const override { return GetText("Name"); }
+  Status DoOpen(std::string_view path) override {
+    return Do("Open", Args(TextVariant(path)));
+  }
+  Status DoDxfIn(std::string_view path) override {
+    return Do("DxfIn", Args(TextVariant(path)));
+  }
+  Status DoDxfOut(std::string_view path) override {
+    return Do("DxfOut", Args(TextVariant(path)));
+  }
+  Status DoSaveAs(std::string_view path) override {
+    return Do("SaveAs", Args(TextVariant(path)));
+  }
+};
+
+class ComDocuments : public host::Documents, public ComObject {
+ public:
+  ComDocuments(const Shared& shared, ComPtr<IDispatch> object)
+      : host::Documents(shared.gate),
+        ComObject(shared, std::move(object), "Documents") {}
+
+ protected:
+  Result<int32_t> DoCount() const override { return GetI4("Count"); }
+  Result<host::DocumentPtr> DoItemAt(int32_t index) const override {
+    return Wrapped<host::DocumentPtr>(
+        GetDispatch("Item", Args(IndexVariant(index))), shared(), WrapDocument);
+  }
+  Result<std::vector<host::DocumentPtr>> DoItems() const override {
+    return WrappedItems<host::DocumentPtr>(*this, WrapDocument);
+  }
+  Result<host::DocumentPtr> DoOpen(std::string_view path) override {
+    return Wrapped<host::DocumentPtr>(
+        GetDispatch("Open", Args(TextVariant(path))), shared(), WrapDocument);
+  }
+};
+
+class ComApplication : public host::Application, public ComObject {
+ public:
+  ComApplication(const Shared& shared, ComPtr<IDispatch> object)
+      : host::Application(shared.gate),
+        ComObject(shared, std::move(object), "Application") {}
+
+ protected:
+  Result<std::string> DoVersion() const override { return GetText("Version"); }
+  Result<bool> DoVisible() const override { return GetBool("Visible"); }
+  Status DoSetVisible(bool visible) override {
+    return Put("Visible", BoolVariant(visible));
+  }
+  Result<std::string> DoCaption() const override { return GetText("Caption"); }
+  Result<host::DocumentPtr> DoActiveDocument() const override {
+    Result<ComPtr<IDispatch>> d = GetDispatch("ActiveDocument");
+    if (!d.ok()) {
+      // Programs answer "no drawing" with an error of their own choosing.
+      return Status::NotFound(d.status().message());
+    }
+    return WrapDocument(shared(), std::move(*d));
+  }
+  Result<host::DocumentsPtr> DoDocuments() const override {
+    Result<ComPtr<IDispatch>> d = GetDispatch("Documents");
+    if (!d.ok()) return d.status();
+    return host::DocumentsPtr(std::make_shared<ComDocuments>(shared(), *d));
+  }
+  Result<host::PreferencesPtr> DoPreferences() const override {
+    Result<ComPtr<IDispatch>> d = GetDispatch("Preferences");
+    if (!d.ok()) return d.status();
+    return host::PreferencesPtr(std::make_shared<ComPreferences>(shared(), *d));
+  }
+  Result<host::DbxDocumentPtr> DoGetInterfaceObject(
+      std::string_view prog_id) override {
+    return Wrapped<host::DbxDocumentPtr>(
+        GetDispatch("GetInterfaceObject", Args(TextVariant(prog_id))), shared(),
+        WrapDbxDocument);
+  }
+  Status DoZoomExtents() override { return Do("ZoomExtents"); }
+};
+
+}  // namespace
+
+host::DocumentPtr WrapDocument(const Shared& shared, ComPtr<IDispatch> object) {
+  return std::make_shared<ComDocument>(shared, std::move(object));
+}
+
+host::DbxDocumentPtr WrapDbxDocument(const Shared& shared,
+                                     ComPtr<IDispatch> object) {
+  return std::make_shared<ComDbxDocument>(shared, std::move(object));
+}
+
+host::ApplicationPtr WrapApplicationShared(const Shared& shared,
+                                           ComPtr<IDispatch> object) {
+  return std::make_shared<ComApplication>(shared, std::move(object));
+}
+
+host::ApplicationPtr WrapApplication(ComPtr<IDispatch> application) {
+  return WrapApplication(std::move(application),
+                         std::make_shared<host::CallGate>(),
+                         std::make_shared<ComContext>());
+}
+
+host::ApplicationPtr WrapApplication(ComPtr<IDispatch> application,
+                                     std::shared_ptr<host::CallGate> gate,
+                                     std::shared_ptr<ComContext> context) {
+  LMT_CHECK(application);
+  return WrapApplicationShared(Shared{std::move(gate), std::move(context)},
+                               std::move(application));
+}
+
+const CallStats* CallStatsOf(const host::Object& object) {
+  const ComObject* com = dynamic_cast<const ComObject*>(&object);
+  return com != nullptr ? &com->shared().context->stats() : nullptr;
+}
+
+}  // namespace lmt::comhost

@@ -1,0 +1,90 @@
+// The one seam through which every late-bound call to a CAD program goes:
+// names are looked up once per type of object (DISPIDs cached per type key
+// in the application's ComContext, never per object, since a lookup is a
+// cross-process round trip), arguments are passed in their natural order,
+// and every failure, HRESULT or EXCEPINFO, comes back as a Status. Nothing
+// throws and a refused call crashes nothing.
+//
+// A type key names the kind of object whose members share DISPIDs:
+// "Document", "Layouts", or an entity's ObjectName ("AcDbViewport"). One
+// server never changes a DISPID; a stale one (DISP_E_MEMBERNOTFOUND) is
+// looked up again once.
+//
+// The context also counts what crossed to the server (Invoke,
+// GetIDsOfNames, enumerator fetches), so tests can keep the number of round
+// trips per frame and per layout in check.
+#ifndef LMT_COMHOST_DISPATCH_H_
+#define LMT_COMHOST_DISPATCH_H_
+
+#include <oaidl.h>
+#include <windows.h>
+
+#include <cstdint>
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "comhost/com_ptr.h"
+#include "comhost/variants.h"
+#include "core/status.h"
+
+namespace lmt::comhost {
+
+// Round trips to the server.
+struct CallStats {
+  int64_t invokes = 0;
+  int64_t name_lookups = 0;
+  int64_t enum_calls = 0;  // _NewEnum queries and IEnumVARIANT::Next
+  int64_t total() const { return invokes + name_lookups + enum_calls; }
+};
+
+// What every object of one application shares: the DISPID cache and the
+// call counts. Single-threaded (apartment-threaded callers).
+class ComContext {
+ public:
+  // The DISPID of `name` on objects of `type_key`, from the cache or asked
+  // of `object` (GetIDsOfNames). kNotSupported when the object does not
+  // know the name.
+  Result<DISPID> DispId(IDispatch* object, std::string_view type_key,
+                        std::string_view name);
+  void Forget(std::string_view type_key, std::string_view name);
+  bool Cached(std::string_view type_key, std::string_view name) const;
+
+  CallStats& stats() { return stats_; }
+  const CallStats& stats() const { return stats_; }
+
+ private:
+  static std::string Key(std::string_view type_key, std::string_view name);
+  std::map<std::string, DISPID, std::less<>> ids_;
+  CallStats stats_;
+};
+
+// How a member is called: methods and property reads alike as
+// DISPATCH_METHOD | DISPATCH_PROPERTYGET (what script clients send, which
+// every automation server accepts), property writes as DISPATCH_PROPERTYPUT
+// (or PROPERTYPUTREF for an object value).
+enum class CallKind { kGet, kPut, kPutRef };
+
+// Calls `name` on `object` with `args` (first argument first). The result
+// (VT_EMPTY for none) or the failure as a Status naming the member.
+// REQUIRES: object != nullptr.
+Result<ScopedVariant> Invoke(ComContext& context, IDispatch* object,
+                             std::string_view type_key, std::string_view name,
+                             CallKind kind,
+                             std::vector<ScopedVariant> args = {});
+
+// A by-reference argument that the server fills (out parameters such as
+// GetBoundingBox's corners). `target` must outlive the call.
+ScopedVariant RefVariant(ScopedVariant& target);
+
+// Every element of a collection through its enumerator (_NewEnum), fetched
+// in large batches so that a walk costs a few round trips, not one per
+// element. Elements that are not objects fail the walk (kInvalidArgument).
+Result<std::vector<ComPtr<IDispatch>>> Enumerate(ComContext& context,
+                                                 IDispatch* collection,
+                                                 std::string_view type_key);
+
+}  // namespace lmt::comhost
+
+#endif  // LMT_COMHOST_DISPATCH_H_
