@@ -11,7 +11,7 @@
 #include <string>
 #include <string_view>
 
-#include "addin/no_host_runtime.h"
+#include "comhost/com_runtime.h"
 #include "comserver/lmt_view_methods.h"
 #include "comserver/module.h"
 #include "comserver/wide_text.h"
@@ -46,9 +46,9 @@ class MessageBoxSink : public core::MessageSink {
   }
 };
 
-// How the commands reach a CAD program.
+// How the commands reach a CAD program: over COM.
 std::unique_ptr<host::AutomationRuntime> MakeRuntime() {
-  return std::make_unique<addin::NoHostRuntime>();
+  return comhost::MakeComRuntime();
 }
 
 // The window class belongs to the DLL; a program that links the library
