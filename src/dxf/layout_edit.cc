@@ -165,7 +165,14 @@ Status AddLayout(Document& doc, std::string_view name, Layout* out) {
     return Status::InvalidArgument(
         "R12 drawings have a single paper space and no layouts");
   }
-  if (!IsFreeLayoutName(doc, name)) {
+  // One reading of the layout list serves every question below (a
+  // thousand layouts made in a row read it a thousand times).
+  const std::vector<Layout> all = Layouts(doc);
+  bool taken = EqualsNoCase(name, "Model") ||
+               std::any_of(all.begin(), all.end(), [&](const Layout& l) {
+                 return EqualsNoCase(l.name(), name);
+               });
+  if (!IsValidName(doc, name) || taken) {
     return Status::InvalidArgument("\"" + std::string(name) +
                                    "\" is not a free layout name");
   }
@@ -173,9 +180,12 @@ Status AddLayout(Document& doc, std::string_view name, Layout* out) {
   if (!dict.valid()) {
     return Status::InvalidArgument("the drawing has no layout dictionary");
   }
-  std::vector<Layout> paper = PaperLayouts(doc);
+  std::vector<Layout> paper;
   int tab = 0;
-  for (const Layout& l : Layouts(doc)) tab = std::max(tab, l.tab_order());
+  for (const Layout& l : all) {
+    if (!l.is_model()) paper.push_back(l);
+    tab = std::max(tab, l.tab_order());
+  }
   std::string block_name =
       doc.paper_space() == nullptr ? "*Paper_Space" : FreePaperBlockName(doc);
   Block* block = doc.AddBlock(block_name);
