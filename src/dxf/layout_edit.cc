@@ -166,10 +166,17 @@ Status AddLayout(Document& doc, std::string_view name, Layout* out,
     return Status::InvalidArgument(
         "R12 drawings have a single paper space and no layouts");
   }
-  const bool free = known != nullptr && known->name_is_free
-                        ? IsValidName(doc, name)
-                        : IsFreeLayoutName(doc, name);
-  if (!free) {
+  // Without `known`, one reading of the layout list serves every question
+  // below.
+  const bool check_name = known == nullptr || !known->name_is_free;
+  std::vector<Layout> all;
+  if (known == nullptr || check_name) all = Layouts(doc);
+  const bool taken =
+      check_name && (EqualsNoCase(name, "Model") ||
+                     std::any_of(all.begin(), all.end(), [&](const Layout& l) {
+                       return EqualsNoCase(l.name(), name);
+                     }));
+  if (!IsValidName(doc, name) || taken) {
     return Status::InvalidArgument("\"" + std::string(name) +
                                    "\" is not a free layout name");
   }
@@ -183,9 +190,10 @@ Status AddLayout(Document& doc, std::string_view name, Layout* out,
     first_paper = known->first_paper;
     tab = known->last_tab_order;
   } else {
-    std::vector<Layout> paper = PaperLayouts(doc);
-    if (!paper.empty()) first_paper = paper.front();
-    for (const Layout& l : Layouts(doc)) tab = std::max(tab, l.tab_order());
+    for (const Layout& l : all) {
+      if (!l.is_model() && !first_paper.valid()) first_paper = l;
+      tab = std::max(tab, l.tab_order());
+    }
   }
   std::string block_name =
       doc.paper_space() == nullptr ? "*Paper_Space" : FreePaperBlockName(doc);

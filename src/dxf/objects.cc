@@ -57,14 +57,20 @@ std::vector<Layout> Layouts(Document& doc) {
   if (!root.valid()) return out;
   Entity dict = doc.FindByHandle(doc.DictionaryLookup(root, "ACAD_LAYOUT"));
   if (!dict.valid()) return out;
+  // Tab orders read once each, not in every comparison of the sort.
+  std::vector<std::pair<int, Layout>> keyed;
   for (const auto& [key, h] : DictionaryEntries(dict)) {
     Entity e = doc.FindByHandle(h);
-    if (e.valid() && e.type() == "LAYOUT") out.emplace_back(e);
+    if (e.valid() && e.type() == "LAYOUT") {
+      Layout l(e);
+      keyed.emplace_back(l.tab_order(), l);
+    }
   }
-  std::stable_sort(out.begin(), out.end(),
-                   [](const Layout& a, const Layout& b) {
-                     return a.tab_order() < b.tab_order();
-                   });
+  std::stable_sort(
+      keyed.begin(), keyed.end(),
+      [](const auto& a, const auto& b) { return a.first < b.first; });
+  out.reserve(keyed.size());
+  for (const auto& k : keyed) out.push_back(k.second);
   return out;
 }
 
