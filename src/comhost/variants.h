@@ -22,6 +22,7 @@
 
 #include "comhost/com_ptr.h"
 #include "core/status.h"
+#include "core/text_encoding.h"
 #include "host/point.h"
 #include "host/selection_filter.h"
 #include "host/variant.h"
@@ -61,8 +62,8 @@ class ScopedVariant {
 };
 
 // UTF-8 <-> UTF-16. Invalid sequences become U+FFFD rather than failing.
-std::wstring Utf8ToWide(std::string_view utf8);
-std::string WideToUtf8(std::wstring_view wide);
+using core::Utf8ToWide;
+using core::WideToUtf8;
 
 // --- Building arguments and results.
 ScopedVariant TextVariant(std::string_view text);

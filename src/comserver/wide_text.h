@@ -8,10 +8,12 @@
 #include <string>
 #include <string_view>
 
+#include "core/text_encoding.h"
+
 namespace lmt::comserver {
 
-std::wstring Utf8ToWide(std::string_view utf8);
-std::string WideToUtf8(std::wstring_view wide);
+using core::Utf8ToWide;
+using core::WideToUtf8;
 // A new BSTR the caller frees with SysFreeString; null when out of memory.
 BSTR Utf8ToBstr(std::string_view utf8);
 

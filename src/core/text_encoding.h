@@ -37,6 +37,18 @@ size_t Utf16Length(std::string_view utf8);
 // a surrogate pair is never split.
 std::string Utf16Prefix(std::string_view utf8, size_t units);
 
+#ifdef _WIN32
+// The W functions and BSTRs of Windows: wchar_t holds UTF-16 there.
+inline std::wstring Utf8ToWide(std::string_view utf8) {
+  const std::u16string utf16 = Utf8ToUtf16(utf8);
+  return std::wstring(utf16.begin(), utf16.end());
+}
+inline std::string WideToUtf8(std::wstring_view wide) {
+  return Utf16ToUtf8(std::u16string_view(
+      reinterpret_cast<const char16_t*>(wide.data()), wide.size()));
+}
+#endif
+
 }  // namespace lmt::core
 
 #endif  // LMT_CORE_TEXT_ENCODING_H_

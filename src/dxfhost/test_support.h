@@ -43,6 +43,16 @@ inline std::string ScratchDir() {
   std::filesystem::path dir = std::filesystem::path(LMT_BINARY_DIR) /
                               "dxfhost_scratch" / info->test_suite_name() /
                               info->name();
+  // Copies of the read-only samples keep their read-only bit, which Windows
+  // will not delete: make everything writable first.
+  std::error_code ec;
+  for (std::filesystem::recursive_directory_iterator it(dir, ec), end;
+       !ec && it != end; it.increment(ec)) {
+    std::error_code ignored;
+    std::filesystem::permissions(it->path(),
+                                 std::filesystem::perms::owner_write,
+                                 std::filesystem::perm_options::add, ignored);
+  }
   std::filesystem::remove_all(dir);
   std::filesystem::create_directories(dir);
   return dir.string();

@@ -355,15 +355,22 @@ namespace lmt::ui {
 namespace {
 
 // Types into the next dialog titled `title` from a second thread and
-// presses OK (or Cancel).
+// presses OK (or Cancel). On a busy machine the box may come late or miss
+// an answer given while it is still being made, so the answer is given
+// again until the box is gone (30 s at most).
 void AnswerInputBox(const std::wstring& title, const std::wstring& text,
                     bool ok) {
-  for (int i = 0; i < 250; ++i) {
-    if (HWND box = FindWindowW(L"#32770", title.c_str())) {
+  bool answered = false;
+  for (int i = 0; i < 1500; ++i) {
+    HWND box = FindWindowW(L"#32770", title.c_str());
+    if (box == nullptr && answered) return;
+    if (box != nullptr && IsWindowVisible(box)) {
       HWND edit = FindWindowExW(box, nullptr, L"Edit", nullptr);
       SendMessageW(edit, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text.c_str()));
-      SendMessageW(GetDlgItem(box, ok ? IDOK : IDCANCEL), BM_CLICK, 0, 0);
-      return;
+      const int button = ok ? IDOK : IDCANCEL;
+      PostMessageW(box, WM_COMMAND, MAKEWPARAM(button, BN_CLICKED),
+                   reinterpret_cast<LPARAM>(GetDlgItem(box, button)));
+      answered = true;
     }
     Sleep(20);
   }
