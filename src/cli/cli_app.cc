@@ -17,9 +17,9 @@ void PrintHelp(std::ostream& out) {
   out << "Usage: layomat COMMAND [ARGS] [options]\n\n"
          "Turns the drawing frames of a DXF drawing into paper-space "
          "layouts, and more.\n\nCommands:\n";
-  const std::vector<CommandSpec> commands = CommandRegistry::Global().List();
+  const std::vector<CommandInfo> commands = CommandRegistry::Global().List();
   if (commands.empty()) out << "  (none yet)\n";
-  for (const CommandSpec& entry : commands) {
+  for (const CommandInfo& entry : commands) {
     out << "  " << entry.usage << "\n      " << entry.summary << "\n";
   }
   out << "\n" << GlobalOptionsHelp();
@@ -102,7 +102,7 @@ int RunLayomat(const std::vector<std::string>& args, std::ostream& out,
     return kExitUsage;
   }
   const CliOptions& options = *parsed;
-  const CommandSpec* command = nullptr;
+  const CommandInfo* command = nullptr;
   if (!options.command.empty()) {
     command = CommandRegistry::Global().Find(options.command);
     if (command == nullptr) {

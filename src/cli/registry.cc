@@ -11,29 +11,29 @@ CommandRegistry& CommandRegistry::Global() {
   return *registry;
 }
 
-void CommandRegistry::Add(const CommandSpec& entry) {
+void CommandRegistry::Add(const CommandInfo& entry) {
   LMT_CHECK(entry.run != nullptr && !entry.name.empty());
   LMT_CHECK(Find(entry.name) == nullptr);
   commands_.push_back(entry);
 }
 
-const CommandSpec* CommandRegistry::Find(std::string_view name) const {
-  for (const CommandSpec& entry : commands_) {
+const CommandInfo* CommandRegistry::Find(std::string_view name) const {
+  for (const CommandInfo& entry : commands_) {
     if (entry.name == name) return &entry;
   }
   return nullptr;
 }
 
-std::vector<CommandSpec> CommandRegistry::List() const {
-  std::vector<CommandSpec> sorted = commands_;
+std::vector<CommandInfo> CommandRegistry::List() const {
+  std::vector<CommandInfo> sorted = commands_;
   std::sort(sorted.begin(), sorted.end(),
-            [](const CommandSpec& a, const CommandSpec& b) {
+            [](const CommandInfo& a, const CommandInfo& b) {
               return a.name < b.name;
             });
   return sorted;
 }
 
-CommandRegistration::CommandRegistration(const CommandSpec& entry) {
+CommandRegistration::CommandRegistration(const CommandInfo& entry) {
   CommandRegistry::Global().Add(entry);
 }
 

@@ -42,7 +42,7 @@ struct CommandContext {
 
 using CommandFunction = int (*)(CommandContext& context);
 
-struct CommandSpec {
+struct CommandInfo {
   std::string_view name;     // "frames"
   std::string_view usage;    // "layomat frames DRAWING [options] [--json]"
   std::string_view summary;  // one line for --help
@@ -55,20 +55,20 @@ class CommandRegistry {
   static CommandRegistry& Global();
 
   // REQUIRES: no command of that name yet (a duplicate is a bug).
-  void Add(const CommandSpec& entry);
-  const CommandSpec* Find(std::string_view name) const;
+  void Add(const CommandInfo& entry);
+  const CommandInfo* Find(std::string_view name) const;
   // All commands, sorted by name.
-  std::vector<CommandSpec> List() const;
+  std::vector<CommandInfo> List() const;
 
  private:
-  std::vector<CommandSpec> commands_;
+  std::vector<CommandInfo> commands_;
 };
 
 // Registers `entry` with the global registry when constructed (a namespace-
 // scope constant of the command's file).
 class CommandRegistration {
  public:
-  explicit CommandRegistration(const CommandSpec& entry);
+  explicit CommandRegistration(const CommandInfo& entry);
 };
 
 }  // namespace lmt::cli

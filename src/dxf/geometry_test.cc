@@ -42,7 +42,7 @@ TEST(GeometryTest, ViewportMapsItsFrameOntoThePaper) {
   ASSERT_TRUE(Document::Load(testing::SamplePath("s_AC1032.dxf"), &doc).ok());
   Layout sheet(Entity{});
   ASSERT_TRUE(AddLayout(*doc, "A1", &sheet).ok());
-  ViewportSpec entry;
+  ViewportSettings entry;
   entry.center = {420.5, 297, 0};
   entry.width = 841;
   entry.height = 594;

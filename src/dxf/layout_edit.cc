@@ -243,7 +243,7 @@ Status AddLayout(Document& doc, std::string_view name, Layout* out,
   // The layout's view of its own paper, a little larger than the sheet.
   double x0, y0, x1, y1;
   PaperLimits(layout, &x0, &y0, &x1, &y1);
-  ViewportSpec main;
+  ViewportSettings main;
   main.center = Vec3{(x0 + x1) / 2, (y0 + y1) / 2, 0};
   main.width = (x1 - x0) * 1.1;
   main.height = (y1 - y0) * 1.1;

@@ -161,7 +161,7 @@ TEST(ViewportEditTest, TwistedViewportReadsBackAsWritten) {
     auto doc = Open(sample);
     Layout sheet(Entity{});
     ASSERT_TRUE(AddLayout(*doc, "Frame", &sheet).ok());
-    ViewportSpec entry;
+    ViewportSettings entry;
     entry.center = Vec3{420.5, 297, 0};
     entry.width = 841;
     entry.height = 594;
@@ -183,8 +183,8 @@ TEST(ViewportEditTest, TwistedViewportReadsBackAsWritten) {
     Viewport off = AddViewport(*doc, LayoutBlock(*doc, sheet), entry);
     EXPECT_FALSE(off.is_on());
     EXPECT_EQ(off.status(), 0);
-    EXPECT_FALSE(
-        AddViewport(*doc, LayoutBlock(*doc, sheet), ViewportSpec{}).valid());
+    EXPECT_FALSE(AddViewport(*doc, LayoutBlock(*doc, sheet), ViewportSettings{})
+                     .valid());
     std::string read = SaveAndRead(*doc, std::string("viewport_") + sample);
     EXPECT_TRUE(Has(read,
                     "viewport Frame id=2 center=420.5,297 size=841,594 "
@@ -266,7 +266,7 @@ TEST(EntityCopyTest, BetweenDrawingsBringsBlocksLayersAndScales) {
 TEST(LayoutEditTest, R12IsRefused) {
   auto doc = Open("s_AC1009.dxf");
   EXPECT_FALSE(AddLayout(*doc, "Sheet", nullptr).ok());
-  ViewportSpec entry;
+  ViewportSettings entry;
   entry.width = entry.height = 1;
   EXPECT_FALSE(AddViewport(*doc, doc->paper_space(), entry).valid());
 }

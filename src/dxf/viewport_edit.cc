@@ -121,7 +121,8 @@ std::string ViewportAnnotationScale(Document& doc, const Entity& viewport) {
   return std::string(Scale(scale).name());
 }
 
-Viewport AddViewport(Document& doc, Block* block, const ViewportSpec& entry) {
+Viewport AddViewport(Document& doc, Block* block,
+                     const ViewportSettings& entry) {
   double view_height = entry.view_height > 0 ? entry.view_height : entry.height;
   if (doc.IsR12() || block == nullptr || !(entry.width > 0) ||
       !(entry.height > 0) || !(view_height > 0)) {

@@ -17,7 +17,7 @@
 
 namespace lmt::dxf {
 
-struct ViewportSpec {
+struct ViewportSettings {
   Vec3 center;  // paper coordinates
   double width = 0, height = 0;
   double view_center_x = 0, view_center_y = 0;  // DCS
@@ -37,7 +37,8 @@ struct ViewportSpec {
 
 // Adds a viewport to a paper-space block. Invalid Entity for R12 or when
 // width, height or view height is not positive.
-Viewport AddViewport(Document& doc, Block* block, const ViewportSpec& entry);
+Viewport AddViewport(Document& doc, Block* block,
+                     const ViewportSettings& entry);
 
 // Points the viewport's annotation-scale XRECORD at the SCALE named `name`
 // ("1:50", "2:1"), creating both when absent. False when the name is not of

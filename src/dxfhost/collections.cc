@@ -109,15 +109,15 @@ class DxfBlock : public host::Block, public Holder {
       if (e.erased() || e.type() != "VIEWPORT") continue;
       id = std::max(id, dxf::Viewport(e).id());
     }
-    dxf::ViewportSpec spec;
-    spec.center = dxf::Vec3{center.x, center.y, center.z};
-    spec.width = width;
-    spec.height = height;
-    spec.view_height = height;
-    spec.id = id + 1;
-    spec.on = false;
-    spec.layer = std::string(d_->doc->HeaderValue("$CLAYER").value_or("0"));
-    dxf::Viewport vp = dxf::AddViewport(*d_->doc, block_, spec);
+    dxf::ViewportSettings settings;
+    settings.center = dxf::Vec3{center.x, center.y, center.z};
+    settings.width = width;
+    settings.height = height;
+    settings.view_height = height;
+    settings.id = id + 1;
+    settings.on = false;
+    settings.layer = std::string(d_->doc->HeaderValue("$CLAYER").value_or("0"));
+    dxf::Viewport vp = dxf::AddViewport(*d_->doc, block_, settings);
     if (!vp.valid()) {
       return Status::NotSupported(
           "this drawing's release has no viewports of layouts");

@@ -23,7 +23,7 @@ using test::VpRecord;
 
 constexpr double kW = 42000, kH = 29700;
 
-struct FrameSpec {
+struct FrameCase {
   frames::Quad corners;
   const char* typ;
   double angle_deg;
@@ -42,7 +42,7 @@ frames::Quad Turned(double x0, double y0, double deg) {
 }
 
 // The four frames of testdata/layouts/frames.dxf, as the search reads them.
-std::vector<FrameSpec> Frames() {
+std::vector<FrameCase> Frames() {
   // The block turned by a quarter turn gets exact corners, as a search
   // of a drawing made at right angles reads them.
   frames::Quad quarter = {
@@ -53,15 +53,15 @@ std::vector<FrameSpec> Frames() {
           {Turned(60000, -60000, 200), "Block", 200}};
 }
 
-frames::FrameTable TableOf(const std::vector<FrameSpec>& specs) {
+frames::FrameTable TableOf(const std::vector<FrameCase>& rows) {
   frames::FrameTable table;
-  table.SetRowCount(static_cast<int>(specs.size()) + 1);
-  for (size_t i = 0; i < specs.size(); ++i) {
+  table.SetRowCount(static_cast<int>(rows.size()) + 1);
+  for (size_t i = 0; i < rows.size(); ++i) {
     const int r = static_cast<int>(i) + 1;
-    table.SetCorners(r, specs[i].corners);
-    table.SetCell(r, frames::Column::kTyp, specs[i].typ);
+    table.SetCorners(r, rows[i].corners);
+    table.SetCell(r, frames::Column::kTyp, rows[i].typ);
     table.SetNumber(r, frames::Column::kAngle,
-                    specs[i].angle_deg * std::numbers::pi / 180);
+                    rows[i].angle_deg * std::numbers::pi / 180);
     table.SetCell(r, frames::Column::kLayoutName,
                   "Sheet-" + std::to_string(i + 1));
   }
@@ -144,7 +144,7 @@ TEST_P(GeometryTest, EachViewportShowsItsFrame) {
     p.text_coord_x.set_text("10");
     p.text_coord_y.set_text("20");
   });
-  const std::vector<FrameSpec> frames = Frames();
+  const std::vector<FrameCase> frames = Frames();
   for (size_t i = 0; i < frames.size(); ++i) {
     const std::string layout = "Sheet-" + std::to_string(i + 1);
     SCOPED_TRACE(layout);
@@ -227,7 +227,7 @@ TEST_P(FamilyTest, PatternCopiedAndNothingTemporaryLeft) {
   }
   for (const VpRecord& v : d.viewports) EXPECT_TRUE(v.on) << v.handle;
 
-  const std::vector<FrameSpec> frames = Frames();
+  const std::vector<FrameCase> frames = Frames();
   for (size_t i = 0; i < frames.size(); ++i) {
     const std::string name = "Sheet-" + std::to_string(i + 1);
     SCOPED_TRACE(name);
