@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "dxf/geometry.h"
 #include "dxf/insert.h"
 #include "dxf/lwpolyline.h"
 #include "dxf/text.h"
@@ -19,77 +20,12 @@ namespace {
 constexpr int kMaxNesting = 16;
 constexpr double kDeg = std::numbers::pi / 180.0;
 
-// Affine map: p' = m * (p, 1).
-struct Matrix {
-  double m[3][4] = {{1, 0, 0, 0}, {0, 1, 0, 0}, {0, 0, 1, 0}};
-
-  dxf::Vec3 Apply(const dxf::Vec3& p) const {
-    return dxf::Vec3{m[0][0] * p.x + m[0][1] * p.y + m[0][2] * p.z + m[0][3],
-                     m[1][0] * p.x + m[1][1] * p.y + m[1][2] * p.z + m[1][3],
-                     m[2][0] * p.x + m[2][1] * p.y + m[2][2] * p.z + m[2][3]};
-  }
-  // this * other
-  Matrix Then(const Matrix& inner) const {
-    Matrix r;
-    for (int i = 0; i < 3; ++i) {
-      for (int j = 0; j < 4; ++j) {
-        double v = (j == 3) ? m[i][3] : 0;
-        for (int k = 0; k < 3; ++k) v += m[i][k] * inner.m[k][j];
-        r.m[i][j] = v;
-      }
-    }
-    return r;
-  }
-};
-
-// The arbitrary axis algorithm: OCS of extrusion `n` to WCS.
-Matrix Ocs(dxf::Vec3 n) {
-  Matrix r;
-  double len = std::sqrt(n.x * n.x + n.y * n.y + n.z * n.z);
-  if (len == 0 || (n.x == 0 && n.y == 0 && n.z > 0)) return r;
-  n = {n.x / len, n.y / len, n.z / len};
-  dxf::Vec3 ax;
-  if (std::fabs(n.x) < 1.0 / 64 && std::fabs(n.y) < 1.0 / 64) {
-    ax = {n.z, 0, -n.x};  // (0,1,0) x N
-  } else {
-    ax = {-n.y, n.x, 0};  // (0,0,1) x N
-  }
-  double al = std::sqrt(ax.x * ax.x + ax.y * ax.y + ax.z * ax.z);
-  ax = {ax.x / al, ax.y / al, ax.z / al};
-  dxf::Vec3 ay{n.y * ax.z - n.z * ax.y, n.z * ax.x - n.x * ax.z,
-               n.x * ax.y - n.y * ax.x};
-  for (int i = 0; i < 3; ++i) {
-    r.m[i][0] = i == 0 ? ax.x : i == 1 ? ax.y : ax.z;
-    r.m[i][1] = i == 0 ? ay.x : i == 1 ? ay.y : ay.z;
-    r.m[i][2] = i == 0 ? n.x : i == 1 ? n.y : n.z;
-  }
-  return r;
-}
-
-Matrix Translation(dxf::Vec3 t) {
-  Matrix r;
-  r.m[0][3] = t.x;
-  r.m[1][3] = t.y;
-  r.m[2][3] = t.z;
-  return r;
-}
-
-Matrix RotationZ(double a) {
-  Matrix r;
-  r.m[0][0] = std::cos(a);
-  r.m[0][1] = -std::sin(a);
-  r.m[1][0] = std::sin(a);
-  r.m[1][1] = std::cos(a);
-  return r;
-}
-
-Matrix Scaling(dxf::Vec3 s) {
-  Matrix r;
-  r.m[0][0] = s.x;
-  r.m[1][1] = s.y;
-  r.m[2][2] = s.z;
-  return r;
-}
+// The engine's maps (dxf/geometry.h) under the names used here.
+using Matrix = dxf::Affine;
+Matrix Ocs(dxf::Vec3 n) { return dxf::OcsToWcs(n); }
+Matrix Translation(dxf::Vec3 t) { return Matrix::Translation(t); }
+Matrix RotationZ(double a) { return Matrix::RotationZ(a); }
+Matrix Scaling(dxf::Vec3 s) { return Matrix::Scaling(s); }
 
 struct Box {
   bool empty = true;
