@@ -4,6 +4,8 @@
 #include <charconv>
 #include <string_view>
 
+#include "frames/template_candidates.h"
+
 namespace lmt::cli {
 namespace {
 
@@ -64,7 +66,14 @@ Status Apply(CliOptions& o, std::string_view name, std::string_view value) {
     if (!set.ok()) return set.status();
     o.sets.push_back(*set);
   } else if (name == "--template") {
-    if (!IsHandle(value)) return BadHandle(name, value);
+    const frames::TemplateQuery query = frames::ParseTemplateQuery(value);
+    if (query.kind == frames::TemplateQuery::Kind::kHandle) {
+      if (!IsHandle(value)) return BadHandle(name, value);
+    } else if (query.kind != frames::TemplateQuery::Kind::kAuto &&
+               query.value.empty()) {
+      return Status::InvalidArgument("--template " + std::string(value) +
+                                     " names no block or layer");
+    }
     o.template_handle = std::string(value);
   } else if (name == "--pick") {
     o.pick_given = true;
@@ -169,7 +178,10 @@ std::string GlobalOptionsHelp() {
          "  --set SECTION.KEY=VALUE  set one control after the settings "
          "(repeatable)\n"
          "  --lang FILE            use FILE as the language file\n"
-         "  --template HANDLE      the picked frame template\n"
+         "  --template HANDLE      the picked frame template; also "
+         "block:NAME,\n"
+         "                         layer:NAME or auto (see 'layomat "
+         "templates')\n"
          "  --pick HANDLE[,...]    the objects picked on screen (default: the "
          "whole model)\n"
          "  --start X,Y            the sort start point\n"

@@ -1,5 +1,6 @@
 #include "cli/frame_search_run.h"
 
+#include "cli/template_choice.h"
 #include "frames/frame_ordering.h"
 
 namespace lmt::cli {
@@ -9,7 +10,9 @@ frames::Outcome CaptureAndSearch(CommandContext& context,
                                  frames::FrameCommands& commands) {
   const CliOptions& options = context.options;
   if (options.template_handle) {
-    embedded.user().QueueTemplatePick();
+    Result<std::string> handle = ResolveTemplateHandle(context, embedded);
+    if (!handle.ok()) return frames::Outcome::kRefused;
+    embedded.user().QueuePick({*handle});
     frames::Outcome captured = commands.GetObrazec();
     if (captured != frames::Outcome::kDone) return frames::Outcome::kRefused;
     context.ReapplyFilterSets();

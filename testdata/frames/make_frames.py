@@ -24,6 +24,14 @@ based.dxf: block BASED, a 420 x 297 polyline drawn with the base point
   (210, 0) at the middle of its bottom side; references on layer FRAMES at
   (5000, 0) turned 30 degrees and at (6000, 0) mirrored (X scale -1).
 
+mixed.dxf: several kinds of frame candidates: three references of block
+  FRAME (a 420 x 297 polyline), two 420 x 297 polylines and one 594 x 420
+  polyline on layer FRAMES, one 420 x 297 polyline on layer SHEETS; and
+  what is no candidate: block LOGO (a circle only), a 3-vertex polyline.
+
+tie.dxf: two 420 x 297 polylines on layer FRAMES and two references of
+  block FRAME: two groups of equal size.
+
 Handles are fixed by the order of creation; the tests look entities up
 by layer and position, not by handle. Run with /usr/bin/python3.
 """
@@ -120,7 +128,48 @@ def based():
     doc.saveas("based.dxf")
 
 
+def frame_block(doc):
+    frame = doc.blocks.new("FRAME")
+    frame.add_lwpolyline(RECT, close=True)
+
+
+def mixed():
+    doc = new_doc()
+    doc.layers.add("SHEETS")
+    frame_block(doc)
+    doc.blocks.new("LOGO").add_circle((0, 0), 10)
+    msp = doc.modelspace()
+    on = {"layer": "FRAMES"}
+    for i in range(3):
+        msp.add_blockref("FRAME", (i * 1000, 0), dxfattribs=on)
+    for i in range(2):
+        msp.add_lwpolyline([(x + i * 1000, y + 1000) for x, y in RECT],
+                           close=True, dxfattribs=on)
+    msp.add_lwpolyline([(3000, 1000), (3594, 1000), (3594, 1420),
+                        (3000, 1420)], close=True, dxfattribs=on)
+    msp.add_lwpolyline([(x, y + 3000) for x, y in RECT], close=True,
+                       dxfattribs={"layer": "SHEETS"})
+    msp.add_blockref("LOGO", (0, -500), dxfattribs=on)
+    msp.add_lwpolyline([(0, -1000), (W, -1000), (W, -1000 + H)],
+                       close=True, dxfattribs=on)
+    doc.saveas("mixed.dxf")
+
+
+def tie():
+    doc = new_doc()
+    frame_block(doc)
+    msp = doc.modelspace()
+    on = {"layer": "FRAMES"}
+    for i in range(2):
+        msp.add_blockref("FRAME", (i * 1000, 0), dxfattribs=on)
+        msp.add_lwpolyline([(x + i * 1000, y + 1000) for x, y in RECT],
+                           close=True, dxfattribs=on)
+    doc.saveas("tie.dxf")
+
+
 polylines()
 blocks()
 xref()
 based()
+mixed()
+tie()
