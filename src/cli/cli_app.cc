@@ -139,7 +139,14 @@ int RunLayomat(const std::vector<std::string>& args, std::ostream& out,
   core::AddIn addin(std::move(env));
   addin.InitGlobals(/*create_files=*/false);
 
-  if (options.lang_file) {
+  if (options.lang_file &&
+      core::EqualsIgnoreAsciiCase(*options.lang_file, "ru")) {
+    addin.globals().UseRussian();
+  } else if (options.lang_file &&
+             core::EqualsIgnoreAsciiCase(*options.lang_file, "en")) {
+    // No file: every caption and message takes its built-in English text.
+    addin.globals().UseLanguageFile({});
+  } else if (options.lang_file) {
     const std::filesystem::path lang = core::PathFromUtf8(*options.lang_file);
     if (!core::FileExists(lang)) {
       err << "layomat: " << *options.lang_file

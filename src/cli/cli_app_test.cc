@@ -109,6 +109,18 @@ TEST_F(CliAppTest, LanguageFileBesideTheProgramOrGiven) {
   EXPECT_EQ(err_.str(), "Layomat: Keine Objekte\n");
 }
 
+TEST_F(CliAppTest, LanguageWordsChooseTheBuiltInTexts) {
+  Run({"probe-for-tests", "--lang", "en"});
+  EXPECT_EQ(err_.str(), "Layomat: There are no objects to process!\n");
+  // A Lang.ini beside the program makes an international installation;
+  // "ru" still asks for the Russian texts, whatever case it is typed in.
+  ASSERT_TRUE(core::CreateUnicodeFile(dir_ / "bin" / "Lang.ini").ok());
+  Run({"probe-for-tests", "--lang", "RU"});
+  EXPECT_EQ(seen.product, "Лайомат");
+  EXPECT_EQ(err_.str().rfind("Лайомат: ", 0), 0u) << err_.str();
+  EXPECT_EQ(err_.str().find("objects"), std::string::npos) << err_.str();
+}
+
 TEST_F(CliAppTest, SetErrorsNameTheCulprit) {
   struct Case {
     const char* set;

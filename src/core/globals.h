@@ -44,7 +44,10 @@ struct Globals {
 
   // Language mode "Rus", compared without regard to case.
   bool russian() const;
-  // Selects the international installation with `language_file`.
+  // The built-in Russian texts (the default installation).
+  void UseRussian();
+  // International mode with texts from `language_file`; a file that does
+  // not exist gives the built-in English texts throughout.
   void UseLanguageFile(std::filesystem::path language_file);
 };
 

@@ -26,11 +26,7 @@ void AddIn::InitGlobals(bool create_files) {
   Globals& g = globals_;
   for (int i = 0; i < kFrameColumnCount; ++i)
     g.frame_columns[static_cast<size_t>(i)] = i;
-  g.language_mode = std::string(kLanguageModeRussian);
-  g.product_name = std::string(kProductNameRussian);
-  // The Russian support pair: product data that the maker fills in.
-  g.support_address = "";
-  g.web_site = "";
+  g.UseRussian();
   // Lang.ini beside the add-in is what makes an international installation.
   const std::filesystem::path language_file =
       env_.addin_folder / PathFromUtf8(kLanguageFileName);
