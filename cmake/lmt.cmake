@@ -62,7 +62,6 @@ function(lmt_tests name)
   add_executable(${name}_tests ${srcs})
   target_link_libraries(${name}_tests PRIVATE lmt_${name} ${deps} ${LMT_GTEST_MAIN})
   target_compile_definitions(${name}_tests PRIVATE
-    LMT_SHARED_DIR="${LMT_SHARED_DIR}"
     LMT_TESTDATA_DIR="${LMT_TESTDATA_DIR}"
     LMT_BINARY_DIR="${CMAKE_BINARY_DIR}")
   if(CMAKE_CROSSCOMPILING)

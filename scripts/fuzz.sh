@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Builds the DXF reader's libFuzzer target with clang and runs it for a short
-# while (LMT_FUZZ_SECONDS, default 30) from a corpus of the shared sample
-# drawings and the regression files of bugs the fuzzer found before.
+# while (LMT_FUZZ_SECONDS, default 30) from a corpus of our own test drawings,
+# the regression files of bugs the fuzzer found before and, when the shared
+# folder is there (LMT_SHARED_DIR, else ../shared), its sample drawings.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 seconds=${LMT_FUZZ_SECONDS:-30}
@@ -12,7 +13,8 @@ cmake --build "$dir" --target dxf_reader_fuzz -j "$(nproc)"
 corpus=$(mktemp -d)
 trap 'rm -rf "$corpus"' EXIT
 cp testdata/dxf/fuzz_regressions/* "$corpus"/ 2>/dev/null || true
-for f in ../shared/dxf-samples/*.dxf testdata/*.dxf; do
+shared=${LMT_SHARED_DIR:-../shared}
+for f in testdata/*.dxf testdata/*/*.dxf "$shared"/dxf-samples/*.dxf; do
   [[ -f $f && $(stat -c %s "$f") -lt 200000 ]] && cp "$f" "$corpus"/
 done
 # Regressions first: each must load without a crash.

@@ -72,6 +72,16 @@ timeout 30 wineserver -p
 w cmd /c exit
 
 echo "== tests under Wine"
+# Wine passes the environment on, and its file functions open Unix paths.
+shared=${LMT_SHARED_DIR:-$root/../shared}
+if [[ -d $shared ]]; then
+  export LMT_SHARED_DIR
+  LMT_SHARED_DIR=$(cd "$shared" && pwd)
+  echo "   shared folder: $LMT_SHARED_DIR"
+else
+  unset LMT_SHARED_DIR
+  echo "   no shared folder ($shared): the tests that need it skip"
+fi
 tests=0
 ctest --test-dir "$build" --output-on-failure -j "$jobs" --no-tests=error \
   || tests=$?

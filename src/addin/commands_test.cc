@@ -173,7 +173,7 @@ TEST(CommandTableTest, ButtonNamesAndLookUp) {
 // --- Frame commands -----------------------------------------------------
 
 TEST_F(CommandsTest, MenuAndButtonSearchFillTheSameTable) {
-  Open(dxfhost::test::Testdata("frames/polylines.dxf"));
+  Open(dxfhost::test::TestdataPath("frames/polylines.dxf"));
   CaptureAndSearch("30", "mnuSelectAll");
   const std::vector<std::string> by_menu = Ids();
   EXPECT_EQ(by_menu.size(), 3u);
@@ -188,7 +188,7 @@ TEST_F(CommandsTest, MenuAndButtonSearchFillTheSameTable) {
 }
 
 TEST_F(CommandsTest, RowButtonsWorkOnTheSelectedRow) {
-  Open(dxfhost::test::Testdata("frames/polylines.dxf"));
+  Open(dxfhost::test::TestdataPath("frames/polylines.dxf"));
   CaptureAndSearch("30", "Command_GetAll");
   std::vector<std::string> ids = Ids();
   ASSERT_EQ(ids.size(), 3u);
@@ -211,7 +211,7 @@ TEST_F(CommandsTest, RowButtonsWorkOnTheSelectedRow) {
 }
 
 TEST_F(CommandsTest, UpdateNamesRowsFromTheNamingTemplate) {
-  Open(dxfhost::test::Testdata("frames/polylines.dxf"));
+  Open(dxfhost::test::TestdataPath("frames/polylines.dxf"));
   CaptureAndSearch("30", "Command_GetAll");
   windows_.okno_lmt.uni_text_leyout_name0.set_text("Sheet-");
   windows_.okno_lmt.text_stroka_name_file.set_text("10/20");
@@ -220,7 +220,7 @@ TEST_F(CommandsTest, UpdateNamesRowsFromTheNamingTemplate) {
 }
 
 TEST_F(CommandsTest, CreateLayoutsMakesOneLayoutPerRow) {
-  Open(dxfhost::test::Testdata("frames/polylines.dxf"));
+  Open(dxfhost::test::TestdataPath("frames/polylines.dxf"));
   CaptureAndSearch("30", "Command_GetAll");
   user_.AllowUnusedAnswers();
   commands_->Run("OknoLmt", "mnuSozdat");
@@ -288,7 +288,7 @@ TEST_F(CommandsTest, FunctionItemsShowTheirWindows) {
 }
 
 TEST_F(CommandsTest, PatternLayoutPickedFromTheDrawingsLayouts) {
-  Open(dxfhost::test::Testdata("example.dxf"));
+  Open(dxfhost::test::TestdataPath("example.dxf"));
   commands_->Run("OknoLmt", "Command_GetNameLayouts");
   const core::OknoNameLayouts& names = windows_.okno_name_layouts;
   ASSERT_FALSE(names.layout_names.empty());

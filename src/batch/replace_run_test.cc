@@ -23,6 +23,7 @@
 #include "testing/failing_host.h"
 #include "testing/scripted_user.h"
 #include "testing/temp_dir.h"
+#include "testing/test_paths.h"
 
 namespace lmt::batch {
 namespace {
@@ -46,7 +47,7 @@ std::string NewProblems(const fs::path& file, const char* source) {
 std::vector<std::string> EzdxfValues(const fs::path& file) {
   fs::path out = file;
   out += ".values";
-  std::string command = "/usr/bin/python3 '" +
+  std::string command = testing::PythonCommand() + "'" +
                         (kData / "read_values.py").string() + "' '" +
                         file.string() + "' > '" + out.string() + "' 2>&1";
   EXPECT_EQ(std::system(command.c_str()), 0) << command;

@@ -18,6 +18,7 @@
 #include "testing/fake_runtime.h"
 #include "testing/scripted_user.h"
 #include "testing/temp_dir.h"
+#include "testing/test_paths.h"
 
 namespace lmt::batch {
 namespace {
@@ -42,8 +43,8 @@ class SessionRunTest : public ::testing::TestWithParam<host::HostKind> {
 
   std::string Values(const fs::path& file) {
     fs::path out = dir_ / "values.txt";
-    std::string command = "/usr/bin/python3 '" LMT_TESTDATA_DIR
-                          "/batch/read_values.py' '" +
+    std::string command = testing::PythonCommand() +
+                          "'" LMT_TESTDATA_DIR "/batch/read_values.py' '" +
                           file.string() + "' > '" + out.string() + "'";
     EXPECT_EQ(std::system(command.c_str()), 0);
     std::ifstream in(out);

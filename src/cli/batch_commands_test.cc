@@ -11,6 +11,7 @@
 #include "cli/layomat_run_test_support.h"
 #include "testing/shell.h"
 #include "testing/temp_dir.h"
+#include "testing/test_paths.h"
 
 namespace lmt::cli {
 namespace {
@@ -23,8 +24,8 @@ test::LayomatRun Layomat(const std::string& args,
 }
 
 std::string ReadValues(const fs::path& file) {
-  return testing::RunShell("/usr/bin/python3 '" LMT_TESTDATA_DIR
-                           "/batch/read_values.py' " +
+  return testing::RunShell(testing::PythonCommand() +
+                           "'" LMT_TESTDATA_DIR "/batch/read_values.py' " +
                            testing::ShellQuote(file.string()))
       .out;
 }

@@ -11,6 +11,7 @@
 #include "core/file_util.h"
 #include "testing/shell.h"
 #include "testing/temp_dir.h"
+#include "testing/test_paths.h"
 
 namespace lmt::cli {
 namespace {
@@ -40,7 +41,8 @@ TEST_F(CreateLayoutsCommandTest, OneLayoutPerFrameOfTheExample) {
   // Nine layouts named in order, each with one viewport beside its own and
   // the pattern's text; the drawing keeps its release.
   testing::ShellRun check = testing::RunShell(
-      "/usr/bin/python3 -c \"import ezdxf,sys; d=ezdxf.readfile(sys.argv[1]);"
+      testing::PythonCommand() +
+      "-c \"import ezdxf,sys; d=ezdxf.readfile(sys.argv[1]);"
       " assert d.dxfversion == 'AC1032';"
       " names=[l.name for l in d.layouts if l.name.startswith('Sheet-')];"
       " assert names == ['Sheet-%d' % i for i in range(1, 10)], names;"

@@ -8,6 +8,7 @@
 #include "cli/layomat_run_test_support.h"
 #include "core/file_util.h"
 #include "testing/temp_dir.h"
+#include "testing/test_paths.h"
 
 namespace lmt::cli {
 namespace {
@@ -32,7 +33,8 @@ class FramesCommandTest : public ::testing::Test {
     const std::string file = (dir_ / "out.json").string();
     EXPECT_TRUE(core::WriteFileAtomically(file, text).ok());
     const std::string check =
-        "/usr/bin/python3 -c \"import json,sys; d=json.load(open(sys.argv[1],"
+        testing::PythonCommand() +
+        "-c \"import json,sys; d=json.load(open(sys.argv[1],"
         " encoding='utf-8')); assert all(len(r)==27 and "
         "all(isinstance(v,str) for v in r.values()) for r in d['frames'])\" '" +
         file + "'";

@@ -8,6 +8,7 @@
 #include "dxf/document.h"
 #include "dxf/objects.h"
 #include "dxf/test_util.h"
+#include "testing/test_paths.h"
 
 namespace lmt::dxf {
 namespace {
@@ -15,6 +16,7 @@ namespace {
 class EraseTest : public ::testing::Test {
  protected:
   void SetUp() override {
+    LMT_SKIP_WITHOUT_SHARED();
     Status s = Document::Load(testing::SamplePath("s_AC1032.dxf"), &doc_);
     ASSERT_TRUE(s.ok()) << s.ToString();
   }

@@ -8,12 +8,14 @@
 #include "dxf/test_util.h"
 #include "dxf/text.h"
 #include "dxf/viewport.h"
+#include "testing/test_paths.h"
 
 namespace lmt::dxf {
 namespace {
 
 class EntitiesTest : public ::testing::Test {
  protected:
+  void SetUp() override { LMT_SKIP_WITHOUT_SHARED(); }
   void Open(const std::string& name) {
     Status s = Document::Load(testing::SamplePath(name), &doc_);
     ASSERT_TRUE(s.ok()) << s.ToString();
@@ -48,7 +50,7 @@ class EntitiesTest : public ::testing::Test {
 };
 
 TEST_F(EntitiesTest, LwPolylineVerticesRoundTrip) {
-  Open("s_AC1032.dxf");
+  ASSERT_NO_FATAL_FAILURE(Open("s_AC1032.dxf"));
   Entity e = First("LWPOLYLINE");
   ASSERT_TRUE(e.valid());
   LwPolyline pl(e);
@@ -71,7 +73,7 @@ TEST_F(EntitiesTest, LwPolylineVerticesRoundTrip) {
 }
 
 TEST_F(EntitiesTest, AttribValuesIncludingMultiLine) {
-  Open("s_AC1032.dxf");
+  ASSERT_NO_FATAL_FAILURE(Open("s_AC1032.dxf"));
   Entity e = First("INSERT");
   Insert ins(e);
   Attrib multi(Entity{});
@@ -100,7 +102,7 @@ TEST_F(EntitiesTest, AttribValuesIncludingMultiLine) {
 }
 
 TEST_F(EntitiesTest, SingleLineAttribAndText) {
-  Open("s_AC1015.dxf");
+  ASSERT_NO_FATAL_FAILURE(Open("s_AC1015.dxf"));
   Entity a = First("ATTRIB");
   ASSERT_TRUE(a.valid());
   Attrib attrib(a);
@@ -116,7 +118,7 @@ TEST_F(EntitiesTest, SingleLineAttribAndText) {
 }
 
 TEST_F(EntitiesTest, MTextSplitsLongTextIntoChunks) {
-  Open("s_AC1032.dxf");
+  ASSERT_NO_FATAL_FAILURE(Open("s_AC1032.dxf"));
   MText mt(First("MTEXT"));
   ASSERT_TRUE(mt.valid());
   std::string text;
@@ -138,7 +140,7 @@ TEST_F(EntitiesTest, MTextSplitsLongTextIntoChunks) {
 }
 
 TEST_F(EntitiesTest, MLeaderTextReplacedAndProxyGraphicsDropped) {
-  Open("s_AC1032.dxf");
+  ASSERT_NO_FATAL_FAILURE(Open("s_AC1032.dxf"));
   MLeader ml(First("MULTILEADER"));
   ASSERT_TRUE(ml.valid());
   EXPECT_EQ(ml.text(), "MLeader text, hello!");
@@ -154,7 +156,7 @@ TEST_F(EntitiesTest, MLeaderTextReplacedAndProxyGraphicsDropped) {
 }
 
 TEST_F(EntitiesTest, ViewportOnOffUsesFlagBit) {
-  Open("text_negative_extrusion.dxf");
+  ASSERT_NO_FATAL_FAILURE(Open("text_negative_extrusion.dxf"));
   Viewport vp(First("VIEWPORT", 1));
   ASSERT_TRUE(vp.valid());
   EXPECT_TRUE(vp.is_on());  // even with 68 = 0 in a layout never shown
@@ -171,7 +173,7 @@ TEST_F(EntitiesTest, ViewportOnOffUsesFlagBit) {
 }
 
 TEST_F(EntitiesTest, ViewportGeometryAndAttdefPrompt) {
-  Open("s_AC1032.dxf");
+  ASSERT_NO_FATAL_FAILURE(Open("s_AC1032.dxf"));
   Viewport vp(doc_->FindByHandle(0x245));
   ASSERT_EQ(vp.type(), "VIEWPORT");
   EXPECT_EQ(vp.id(), 2);
@@ -188,7 +190,7 @@ TEST_F(EntitiesTest, ViewportGeometryAndAttdefPrompt) {
 }
 
 TEST_F(EntitiesTest, CommonPropertiesInsertedInAcDbEntity) {
-  Open("s_AC1032.dxf");
+  ASSERT_NO_FATAL_FAILURE(Open("s_AC1032.dxf"));
   Entity line = First("LINE");
   ASSERT_TRUE(line.valid());
   line.SetLayer("FRAME");
@@ -202,7 +204,7 @@ TEST_F(EntitiesTest, CommonPropertiesInsertedInAcDbEntity) {
 }
 
 TEST_F(EntitiesTest, DynamicBlockEffectiveName) {
-  Open("dynvis.dxf");
+  ASSERT_NO_FATAL_FAILURE(Open("dynvis.dxf"));
   int anonymous = 0;
   for (RecordId id : doc_->model_space()->entities) {
     Entity e = doc_->entity(id);
@@ -217,7 +219,7 @@ TEST_F(EntitiesTest, DynamicBlockEffectiveName) {
 }
 
 TEST_F(EntitiesTest, EraseInsertTakesItsAttribsAlong) {
-  Open("s_AC1032.dxf");
+  ASSERT_NO_FATAL_FAILURE(Open("s_AC1032.dxf"));
   Entity target;
   for (RecordId id : doc_->model_space()->entities) {
     Entity e = doc_->entity(id);
@@ -238,7 +240,7 @@ TEST_F(EntitiesTest, EraseInsertTakesItsAttribsAlong) {
 }
 
 TEST_F(EntitiesTest, EraseAllCompactsEachBlockOnce) {
-  Open("s_AC1032.dxf");
+  ASSERT_NO_FATAL_FAILURE(Open("s_AC1032.dxf"));
   std::vector<Entity> doomed;
   size_t kept = 0;
   for (RecordId id : doc_->model_space()->entities) {

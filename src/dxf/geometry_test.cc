@@ -9,6 +9,7 @@
 #include "dxf/layout_edit.h"
 #include "dxf/test_util.h"
 #include "dxf/viewport_edit.h"
+#include "testing/test_paths.h"
 
 namespace lmt::dxf {
 namespace {
@@ -38,6 +39,7 @@ TEST(GeometryTest, InverseUndoesAChain) {
 // (checked against ezdxf's viewport matrix): its corners land on the sheet
 // corners.
 TEST(GeometryTest, ViewportMapsItsFrameOntoThePaper) {
+  LMT_SKIP_WITHOUT_SHARED();
   std::unique_ptr<Document> doc;
   ASSERT_TRUE(Document::Load(testing::SamplePath("s_AC1032.dxf"), &doc).ok());
   Layout sheet(Entity{});
@@ -66,6 +68,7 @@ TEST(GeometryTest, ViewportMapsItsFrameOntoThePaper) {
 }
 
 TEST(GeometryTest, InsertPlacesItsAttributeDefinitions) {
+  LMT_SKIP_WITHOUT_SHARED();
   std::unique_ptr<Document> doc;
   ASSERT_TRUE(Document::Load(testing::SamplePath("s_AC1032.dxf"), &doc).ok());
   Insert ins(doc->FindByHandle(0x704));

@@ -10,6 +10,7 @@
 #include "dxf/insert.h"
 #include "dxf/test_util.h"
 #include "dxf/viewport_edit.h"
+#include "testing/test_paths.h"
 
 namespace lmt::dxf {
 namespace {
@@ -51,8 +52,10 @@ std::vector<std::string> Names(Document& doc) {
 }
 
 TEST(LayoutEditTest, AddedLayoutIsComplete) {
+  LMT_SKIP_WITHOUT_SHARED();
   for (const char* sample : {"s_AC1032.dxf", "s_AC1015.dxf"}) {
     auto doc = Open(sample);
+    ASSERT_TRUE(doc);
     Layout sheet(Entity{});
     ASSERT_TRUE(AddLayout(*doc, "Sheet 1", &sheet).ok());
     EXPECT_EQ(sheet.tab_order(), 4);
@@ -69,7 +72,9 @@ TEST(LayoutEditTest, AddedLayoutIsComplete) {
 }
 
 TEST(LayoutEditTest, NewLayoutInADrawingWithoutPaperLayoutsTakesPaperSpace) {
+  LMT_SKIP_WITHOUT_SHARED();
   auto doc = Open("s_AC1032.dxf");
+  ASSERT_TRUE(doc);
   for (const char* name : {"Layout1", "Layout2"}) {
     ASSERT_TRUE(DeleteLayout(*doc, FindLayout(*doc, name)).ok()) << name;
   }
@@ -85,7 +90,9 @@ TEST(LayoutEditTest, NewLayoutInADrawingWithoutPaperLayoutsTakesPaperSpace) {
 }
 
 TEST(LayoutEditTest, RenameMoveDeleteRoundTrip) {
+  LMT_SKIP_WITHOUT_SHARED();
   auto doc = Open("s_AC1032.dxf");
+  ASSERT_TRUE(doc);
   ASSERT_TRUE(AddLayout(*doc, "A", nullptr).ok());
   ASSERT_TRUE(AddLayout(*doc, "B", nullptr).ok());
   EXPECT_FALSE(AddLayout(*doc, "b", nullptr).ok());      // taken
@@ -111,7 +118,9 @@ TEST(LayoutEditTest, RenameMoveDeleteRoundTrip) {
 }
 
 TEST(LayoutEditTest, ActiveLayoutIsWhereTheFileOpens) {
+  LMT_SKIP_WITHOUT_SHARED();
   auto doc = Open("s_AC1032.dxf");
+  ASSERT_TRUE(doc);
   Layout layout1 = FindLayout(*doc, "Layout1");
   size_t count = LayoutBlock(*doc, layout1)->entities.size();
   ASSERT_TRUE(MakeLayoutActive(*doc, layout1).ok());
@@ -128,8 +137,10 @@ TEST(LayoutEditTest, ActiveLayoutIsWhereTheFileOpens) {
 }
 
 TEST(LayoutEditTest, PageSetupCopiedAcrossDrawingsWithLimits) {
+  LMT_SKIP_WITHOUT_SHARED();
   auto letter = Open("s_AC1015.dxf");  // inches, Letter, rotated
   auto doc = Open("s_AC1032.dxf");
+  ASSERT_TRUE(doc);
   Layout sheet(Entity{});
   ASSERT_TRUE(AddLayout(*doc, "Sheet", &sheet).ok());
   // An A1 page in millimetres first, so that the copy visibly changes it.
@@ -145,7 +156,9 @@ TEST(LayoutEditTest, PageSetupCopiedAcrossDrawingsWithLimits) {
 }
 
 TEST(LayoutEditTest, EraseContentsKeepsTheMainViewport) {
+  LMT_SKIP_WITHOUT_SHARED();
   auto doc = Open("s_AC1032.dxf");
+  ASSERT_TRUE(doc);
   Layout layout = FindLayout(*doc, "Layout2");
   EraseLayoutContents(*doc, layout, true);
   Block* b = LayoutBlock(*doc, layout);
@@ -157,8 +170,10 @@ TEST(LayoutEditTest, EraseContentsKeepsTheMainViewport) {
 // The frame example of the notes: an A1 frame (42050 x 29700) at 5000,3000
 // turned 30 degrees, shown at 1:50 in a 841 x 594 viewport.
 TEST(ViewportEditTest, TwistedViewportReadsBackAsWritten) {
+  LMT_SKIP_WITHOUT_SHARED();
   for (const char* sample : {"s_AC1032.dxf", "s_AC1015.dxf"}) {
     auto doc = Open(sample);
+    ASSERT_TRUE(doc);
     Layout sheet(Entity{});
     ASSERT_TRUE(AddLayout(*doc, "Frame", &sheet).ok());
     ViewportSettings entry;
@@ -207,7 +222,9 @@ TEST(ViewportEditTest, ScaleNames) {
 }
 
 TEST(EntityCopyTest, InsertKeepsAttributeValuesWithNewHandles) {
+  LMT_SKIP_WITHOUT_SHARED();
   auto doc = Open("s_AC1032.dxf");
+  ASSERT_TRUE(doc);
   Layout sheet(Entity{});
   ASSERT_TRUE(AddLayout(*doc, "Copies", &sheet).ok());
   Block* target = LayoutBlock(*doc, sheet);
@@ -238,8 +255,11 @@ TEST(EntityCopyTest, InsertKeepsAttributeValuesWithNewHandles) {
 }
 
 TEST(EntityCopyTest, BetweenDrawingsBringsBlocksLayersAndScales) {
+  LMT_SKIP_WITHOUT_SHARED();
   auto from = Open("s_AC1032.dxf");
+  ASSERT_TRUE(from);
   auto to = Open("text_negative_extrusion.dxf");
+  ASSERT_TRUE(to);
   // Dimensions and multilines name styles that are not brought along.
   std::vector<RecordId> ids;
   for (RecordId id : from->model_space()->entities) {
@@ -264,7 +284,9 @@ TEST(EntityCopyTest, BetweenDrawingsBringsBlocksLayersAndScales) {
 }
 
 TEST(LayoutEditTest, R12IsRefused) {
+  LMT_SKIP_WITHOUT_SHARED();
   auto doc = Open("s_AC1009.dxf");
+  ASSERT_TRUE(doc);
   EXPECT_FALSE(AddLayout(*doc, "Sheet", nullptr).ok());
   ViewportSettings entry;
   entry.width = entry.height = 1;

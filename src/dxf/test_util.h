@@ -1,5 +1,5 @@
-// Helpers shared by the engine's tests: sample paths and the independent
-// check of written files.
+// Helpers shared by the engine's tests: the sample drawings and the
+// independent check of written files. Paths come from testing/test_paths.h.
 #ifndef LMT_DXF_TEST_UTIL_H_
 #define LMT_DXF_TEST_UTIL_H_
 
@@ -7,26 +7,25 @@
 #include <string>
 #include <vector>
 
+#include "testing/test_paths.h"
+
 namespace lmt::dxf::testing {
 
-// The shared folder beside the checkout.
-std::string SharedDir();
-// <shared>/dxf-samples/<name>.
-std::string SamplePath(const std::string& name);
+using ::lmt::testing::SamplePath;
+using ::lmt::testing::SharedDir;
+using ::lmt::testing::TempPath;
+
 // The ASCII and binary drawings written by a CAD program.
 std::vector<std::string> SampleNames();
-// A fresh path under the build directory.
-std::string TempPath(const std::string& name);
-// The structural problems check_dxf.py finds in an untouched sample (a
-// layout never displayed has no main viewport, ...): what a copy of it may
-// carry without being our fault.
-int KnownProblems(const std::string& sample);
+// The structural problems the checker finds in an untouched drawing (an
+// owner that does not exist, ...): what a copy of it may carry without
+// being our fault. Measured, so a stricter checker changes no test.
+int KnownProblems(const std::string& path);
 
 // The independent verdict on a file we wrote: "" when ezdxf loads it, its
-// auditor reports no error and fixes nothing, and check_dxf.py finds at
+// auditor reports no error and fixes nothing, and the checker finds at
 // most `allowed_structural` structural problems (testing::DxfProblems);
-// else the report. R12 files, which check_dxf.py cannot read, get ezdxf's
-// load and audit alone, as strictly. "" where Python cannot run (Windows).
+// else the report. "" where Python cannot run (Windows).
 std::string Problems(const std::string& path, int allowed_structural = 0);
 
 // What ezdxf reads of the drawing's layouts, viewports and attributes, as

@@ -15,6 +15,7 @@
 #include "dxf/document.h"
 #include "dxf/viewport.h"
 #include "dxfhost/test_support.h"
+#include "testing/test_paths.h"
 
 namespace lmt::dxfhost {
 namespace {
@@ -40,7 +41,7 @@ std::string AcadVer(const std::string& path) {
 }
 
 TEST(LayoutsTest, AddRenameDelete) {
-  test::Session s(test::Testdata("example.dxf"));
+  test::Session s(test::TestdataPath("example.dxf"));
   host::LayoutsPtr layouts = *s.doc->Layouts();
   Result<host::LayoutPtr> added = layouts->Add("Лист 1");
   ASSERT_TRUE(added.ok()) << added.status().ToString();
@@ -86,7 +87,7 @@ TEST(LayoutsTest, AddRenameDelete) {
 }
 
 TEST(LayoutsTest, TheLastPaperLayoutStays) {
-  test::Session s(test::Testdata("example.dxf"));
+  test::Session s(test::TestdataPath("example.dxf"));
   host::LayoutsPtr layouts = *s.doc->Layouts();
   ASSERT_TRUE((*layouts->Item("Layout1"))->Delete().ok());
   EXPECT_EQ((*layouts->Item("Pattern"))->Delete().code(), StatusCode::kRefused);
@@ -98,7 +99,7 @@ TEST(LayoutsTest, TheLastPaperLayoutStays) {
 // corners must land on the viewport's edges, and the viewport keeps the
 // annotation scale set while it was entered.
 TEST(LayoutsTest, StandardViewportShowsExactlyItsFrame) {
-  test::Session s(test::Testdata("example.dxf"));
+  test::Session s(test::TestdataPath("example.dxf"));
   host::LayoutsPtr layouts = *s.doc->Layouts();
   host::LayoutPtr pattern = *layouts->Item("Pattern");
   ASSERT_TRUE(pattern->SetPlotType(host::kPlotLayout).ok());
@@ -207,7 +208,7 @@ TEST(LayoutsTest, SaveAsOlderReleases) {
   std::string dir = test::ScratchDir();
   std::string kept = dir + "/kept.dxf";
   {
-    test::Session s(test::Testdata("example.dxf"));
+    test::Session s(test::TestdataPath("example.dxf"));
     ASSERT_TRUE((*s.doc->Layouts())->Add("Extra").ok());
     const std::pair<int, const char*> kReleases[] = {
         {13, "AC1015"}, {25, "AC1018"}, {37, "AC1021"},
@@ -232,8 +233,9 @@ TEST(LayoutsTest, SaveAsOlderReleases) {
 }
 
 TEST(LayoutsTest, LayoutTemplateImportsALayout) {
-  test::Session s(test::Testdata("example.dxf"));
-  const std::string tmpl = test::Sample("s_AC1032.dxf");
+  LMT_SKIP_WITHOUT_SHARED();
+  test::Session s(test::TestdataPath("example.dxf"));
+  const std::string tmpl = test::SamplePath("s_AC1032.dxf");
   auto import = [&](const std::string& file, const std::string& name) {
     return s.doc->SendCommand("_-Layout _Template\r\"" + file + "\"\r\"" +
                               name + "\"\r\x1b");
@@ -262,10 +264,11 @@ TEST(LayoutsTest, LayoutTemplateImportsALayout) {
 
 // A relative template path is found beside the drawing.
 TEST(LayoutsTest, LayoutTemplateBesideTheDrawing) {
+  LMT_SKIP_WITHOUT_SHARED();
   std::string dir = test::ScratchDir();
-  std::filesystem::copy_file(test::Testdata("example.dxf"),
+  std::filesystem::copy_file(test::TestdataPath("example.dxf"),
                              dir + "/drawing.dxf");
-  std::filesystem::copy_file(test::Sample("s_AC1015.dxf"),
+  std::filesystem::copy_file(test::SamplePath("s_AC1015.dxf"),
                              dir + "/template.dxf");
   test::Session s(dir + "/drawing.dxf");
   ASSERT_TRUE(
@@ -278,7 +281,7 @@ TEST(LayoutsTest, LayoutTemplateBesideTheDrawing) {
 // ---------------------------------------------------------------- blocks
 
 TEST(BlocksTest, CopiedReferenceKeepsItsAttributes) {
-  test::Session s(test::Testdata("example.dxf"));
+  test::Session s(test::TestdataPath("example.dxf"));
   host::BlockReferencePtr frame =
       host::As<host::BlockReference>(s.ByHandle("94"));
   ASSERT_NE(frame, nullptr);
@@ -308,7 +311,7 @@ TEST(BlocksTest, CopiedReferenceKeepsItsAttributes) {
 // viewports.dxf: XPART references xref_part.dxf (a 100 x 50 line) by a
 // relative path.
 TEST(BlocksTest, ExternalReferenceAnswersTheReferencedModelSpace) {
-  test::Session s(test::Testdata("dxfhost/viewports.dxf"));
+  test::Session s(test::TestdataPath("dxfhost/viewports.dxf"));
   host::BlocksPtr blocks = *s.doc->Blocks();
   host::BlockPtr xref;
   const std::vector<host::BlockPtr> all = *blocks->Items();
@@ -331,7 +334,8 @@ TEST(BlocksTest, ExternalReferenceAnswersTheReferencedModelSpace) {
 // The same reference by an absolute path, and by a path to no file: the
 // block is then empty and its extents unknown, as in a CAD program.
 TEST(BlocksTest, ExternalReferenceByAbsoluteOrMissingPath) {
-  const std::string source = test::ReadFile(test::Testdata("frames/xref.dxf"));
+  const std::string source =
+      test::ReadFile(test::TestdataPath("frames/xref.dxf"));
   const std::string relative = "\n  1\nxref_frame.dxf\n";
   ASSERT_NE(source.find(relative), std::string::npos);
   const std::string dir = test::ScratchDir();
@@ -340,7 +344,7 @@ TEST(BlocksTest, ExternalReferenceByAbsoluteOrMissingPath) {
     int count;
   };
   const std::string absolute =
-      std::filesystem::absolute(test::Testdata("frames/xref_frame.dxf"))
+      std::filesystem::absolute(test::TestdataPath("frames/xref_frame.dxf"))
           .lexically_normal()
           .string();
   for (const Case& c : {Case{absolute, 1}, Case{dir + "/none.dxf", 0}}) {
@@ -362,7 +366,7 @@ TEST(BlocksTest, ExternalReferenceByAbsoluteOrMissingPath) {
 }
 
 TEST(BlocksTest, OriginIsTheBasePoint) {
-  test::Session s(test::Testdata("frames/based.dxf"));
+  test::Session s(test::TestdataPath("frames/based.dxf"));
   host::BlocksPtr blocks = *s.doc->Blocks();
   EXPECT_EQ(*(*blocks->Item("BASED"))->Origin(), (Point{210, 0, 0}));
   EXPECT_EQ(*(*s.doc->ModelSpace())->Origin(), (Point{0, 0, 0}));

@@ -19,7 +19,7 @@ using host::SelectMode;
 
 class SelectionTest : public ::testing::Test {
  protected:
-  SelectionTest() : s_(test::Testdata("example.dxf")) {}
+  SelectionTest() : s_(test::TestdataPath("example.dxf")) {}
 
   host::SelectionSetPtr NewSet(const std::string& name) {
     Result<host::SelectionSetsPtr> sets = s_.doc->SelectionSets();

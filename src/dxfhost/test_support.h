@@ -15,47 +15,16 @@
 #include "host/object_model.h"
 #include "testing/dxf_check.h"
 #include "testing/scripted_user.h"
+#include "testing/test_paths.h"
 
 namespace lmt::dxfhost::test {
 
-// The shared folder; a git worktree sits one level deeper than the main
-// checkout, so the configured ../shared may miss and the level above is
-// tried as well.
-inline std::string SharedDir() {
-  std::string dir = LMT_SHARED_DIR;
-  if (!std::filesystem::exists(dir + "/dxf-samples")) {
-    dir = (std::filesystem::path(dir).parent_path().parent_path() / "shared")
-              .string();
-  }
-  return dir;
-}
-inline std::string Sample(const std::string& name) {
-  return SharedDir() + "/dxf-samples/" + name;
-}
-inline std::string Testdata(const std::string& name) {
-  return std::string(LMT_TESTDATA_DIR) + "/" + name;
-}
+using ::lmt::testing::SamplePath;
+using ::lmt::testing::TestdataPath;
 
 // An empty folder for this test's output.
 inline std::string ScratchDir() {
-  const ::testing::TestInfo* info =
-      ::testing::UnitTest::GetInstance()->current_test_info();
-  std::filesystem::path dir = std::filesystem::path(LMT_BINARY_DIR) /
-                              "dxfhost_scratch" / info->test_suite_name() /
-                              info->name();
-  // Copies of the read-only samples keep their read-only bit, which Windows
-  // will not delete: make everything writable first.
-  std::error_code ec;
-  for (std::filesystem::recursive_directory_iterator it(dir, ec), end;
-       !ec && it != end; it.increment(ec)) {
-    std::error_code ignored;
-    std::filesystem::permissions(it->path(),
-                                 std::filesystem::perms::owner_write,
-                                 std::filesystem::perm_options::add, ignored);
-  }
-  std::filesystem::remove_all(dir);
-  std::filesystem::create_directories(dir);
-  return dir.string();
+  return ::lmt::testing::ScratchDir("dxfhost_scratch");
 }
 
 inline std::string ReadFile(const std::string& path) {

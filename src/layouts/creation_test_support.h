@@ -22,12 +22,12 @@
 #include "testing/dxf_check.h"
 #include "testing/embedded_run.h"
 #include "testing/shell.h"
+#include "testing/test_paths.h"
 
 namespace lmt::layouts::test {
 
-inline std::string Testdata(const std::string& name) {
-  return std::string(LMT_TESTDATA_DIR) + "/" + name;
-}
+using ::lmt::testing::SamplePath;
+using ::lmt::testing::TestdataPath;
 
 // The shared checker's verdict (testing::DxfProblems, which reads its
 // report, never its exit status): "" when ezdxf loads and audits the
@@ -101,10 +101,10 @@ inline std::vector<std::string> SplitTabs(const std::string& line) {
 
 inline Described Describe(const std::string& path) {
   Described d;
-  const testing::ShellRun run =
-      testing::RunShell("/usr/bin/python3 " +
-                        testing::ShellQuote(Testdata("layouts/describe.py")) +
-                        " " + testing::ShellQuote(path) + " 2>&1");
+  const testing::ShellRun run = testing::RunShell(
+      testing::PythonCommand() +
+      testing::ShellQuote(TestdataPath("layouts/describe.py")) + " " +
+      testing::ShellQuote(path) + " 2>&1");
   EXPECT_EQ(run.status, 0) << run.out;
   d.ok = run.status == 0;
   std::istringstream lines(run.out);

@@ -20,7 +20,7 @@ class FrameLengthPickTest : public ::testing::TestWithParam<PickCase> {};
 
 TEST_P(FrameLengthPickTest, WritesDistanceOverScale) {
   const PickCase& c = GetParam();
-  test::HostRun run(test::Testdata("layouts/frames.dxf"), c.kind);
+  test::HostRun run(test::TestdataPath("layouts/frames.dxf"), c.kind);
   auto& field = run.windows.okno_sozdat_layout.text_auto_mashtab_ramka;
   field.set_text("999");
   if (c.kind == host::HostKind::kNanoCad) run.user.QueuePoint({0, 0, 0});

@@ -83,8 +83,8 @@ class CreationTest : public ::testing::Test {
                    const std::function<void(core::Windows&)>& setup,
                    CreationReport* report = nullptr,
                    test::HostRun** run_out = nullptr) {
-    run_ = std::make_unique<test::HostRun>(test::Testdata("layouts/frames.dxf"),
-                                           kind);
+    run_ = std::make_unique<test::HostRun>(
+        test::TestdataPath("layouts/frames.dxf"), kind);
     run_->user.AllowUnusedAnswers();
     setup(run_->windows);
     CreationReport r = CreateLayouts(run_->session, TableOf(Frames()));

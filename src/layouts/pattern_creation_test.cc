@@ -39,10 +39,6 @@ frames::FrameTable FrameRow() {
   return table;
 }
 
-std::string Sample(const std::string& name) {
-  return lmt::testing::SharedDir() + "/dxf-samples/" + name;
-}
-
 struct PatternCase {
   const char* name;
   host::HostKind kind;
@@ -60,11 +56,17 @@ struct PatternCase {
 class PatternCreationTest : public ::testing::TestWithParam<PatternCase> {
  protected:
   // Every case reads its result back through ezdxf.
-  void SetUp() override { LMT_SKIP_WITHOUT_EZDXF(); }
+  void SetUp() override {
+    LMT_SKIP_WITHOUT_EZDXF();
+    LMT_SKIP_WITHOUT_SHARED_FOR(GetParam().drawing);
+    LMT_SKIP_WITHOUT_SHARED_FOR(GetParam().template_file);
+  }
 
   Described Create(CreationReport* report) {
     const PatternCase& c = GetParam();
     run_ = std::make_unique<test::HostRun>(c.drawing, c.kind);
+    EXPECT_TRUE(run_->document) << c.drawing;
+    if (!run_->document) return {};
     run_->user.AllowUnusedAnswers();
     core::Windows& w = run_->windows;
     w.okno_lmt.option_vid_sozdat_layout.SetButton(c.mode, true);
@@ -150,67 +152,92 @@ TEST_P(PatternCreationTest, CopiesPatternAndLeavesNothingTemporary) {
 
 INSTANTIATE_TEST_SUITE_P(
     Drawings, PatternCreationTest,
-    ::testing::Values(PatternCase{"ExampleCopyAutoCAD",
-                                  host::HostKind::kAutoCad,
-                                  test::Testdata("example.dxf"),
-                                  65,
-                                  1,
-                                  "",
-                                  "Pattern",
-                                  {"TEXT"},
-                                  "Adobe PDF",
-                                  420,
-                                  297},
-                      PatternCase{"ExampleCopyNanoCAD",
-                                  host::HostKind::kNanoCad,
-                                  test::Testdata("example.dxf"),
-                                  65,
-                                  1,
-                                  "",
-                                  "Pattern",
-                                  {"TEXT"},
-                                  "Adobe PDF",
-                                  420,
-                                  297},
-                      PatternCase{"ExampleTemplateAutoCAD",
-                                  host::HostKind::kAutoCad,
-                                  test::Testdata("example.dxf"),
-                                  65,
-                                  2,
-                                  Sample("s_AC1032.dxf"),
-                                  "Layout2",
-                                  {"VIEWPORT"},
-                                  "none_device",
-                                  215.8999938964844,
-                                  279.3999938964844},
-                      PatternCase{"ExampleTemplateZWCAD",
-                                  host::HostKind::kZwCad,
-                                  test::Testdata("example.dxf"),
-                                  65,
-                                  2,
-                                  Sample("s_AC1032.dxf"),
-                                  "Layout2",
-                                  {"VIEWPORT"},
-                                  "none_device",
-                                  215.8999938964844,
-                                  279.3999938964844},
-                      PatternCase{"Release2000TemplateNanoCAD",
-                                  host::HostKind::kNanoCad,
-                                  Sample("s_AC1015.dxf"),
-                                  13,
-                                  2,
-                                  test::Testdata("example.dxf"),
-                                  "Pattern",
-                                  {"TEXT"},
-                                  "Adobe PDF",
-                                  420,
-                                  297}),
+    ::testing::Values(
+        PatternCase{"ExampleCopyAutoCAD",
+                    host::HostKind::kAutoCad,
+                    test::TestdataPath("example.dxf"),
+                    65,
+                    1,
+                    "",
+                    "Pattern",
+                    {"TEXT"},
+                    "Adobe PDF",
+                    420,
+                    297},
+        PatternCase{"ExampleCopyNanoCAD",
+                    host::HostKind::kNanoCad,
+                    test::TestdataPath("example.dxf"),
+                    65,
+                    1,
+                    "",
+                    "Pattern",
+                    {"TEXT"},
+                    "Adobe PDF",
+                    420,
+                    297},
+        PatternCase{"ExampleTemplateAutoCAD",
+                    host::HostKind::kAutoCad,
+                    test::TestdataPath("example.dxf"),
+                    65,
+                    2,
+                    test::SamplePath("s_AC1032.dxf"),
+                    "Layout2",
+                    {"VIEWPORT"},
+                    "none_device",
+                    215.8999938964844,
+                    279.3999938964844},
+        PatternCase{"ExampleTemplateZWCAD",
+                    host::HostKind::kZwCad,
+                    test::TestdataPath("example.dxf"),
+                    65,
+                    2,
+                    test::SamplePath("s_AC1032.dxf"),
+                    "Layout2",
+                    {"VIEWPORT"},
+                    "none_device",
+                    215.8999938964844,
+                    279.3999938964844},
+        PatternCase{"Release2000TemplateNanoCAD",
+                    host::HostKind::kNanoCad,
+                    test::SamplePath("s_AC1015.dxf"),
+                    13,
+                    2,
+                    test::TestdataPath("example.dxf"),
+                    "Pattern",
+                    {"TEXT"},
+                    "Adobe PDF",
+                    420,
+                    297},
+        // The same over our own sheet set (testdata/releases).
+        PatternCase{"Release2000CopyAutoCAD",
+                    host::HostKind::kAutoCad,
+                    test::TestdataPath("releases/sheets_2000.dxf"),
+                    13,
+                    1,
+                    "",
+                    "Pattern",
+                    {"TEXT"},
+                    "DWG to PDF.pc3",
+                    420,
+                    297},
+        PatternCase{"ExampleTemplateBinaryZWCAD",
+                    host::HostKind::kZwCad,
+                    test::TestdataPath("example.dxf"),
+                    65,
+                    2,
+                    test::TestdataPath("releases/sheets_2018_bin.dxf"),
+                    "Pattern",
+                    {"TEXT"},
+                    "DWG to PDF.pc3",
+                    420,
+                    297}),
     [](const auto& info) { return std::string(info.param.name); });
 
 // A row named like an existing layout is skipped: the host refuses the
 // name, and the rows after it are still made.
 TEST(TakenNameTest, RowWithATakenNameIsSkipped) {
-  test::HostRun run(test::Testdata("example.dxf"), host::HostKind::kAutoCad);
+  test::HostRun run(test::TestdataPath("example.dxf"),
+                    host::HostKind::kAutoCad);
   run.user.AllowUnusedAnswers();
   frames::FrameTable table = FrameRow();
   table.SetCell(2, frames::Column::kLayoutName, "pattern");

@@ -1,12 +1,13 @@
-// The independent check of a DXF file we wrote: the shared checker
-// (check_dxf.py: handles, owners, layouts, viewports; then ezdxf's load and
-// audit) run with Debian's /usr/bin/python3.
+// The independent check of a DXF file we wrote: check_dxf_structure.py
+// beside this file (handles, owners, dictionaries, layouts and their block
+// records, viewports; then ezdxf's load and audit), run with Debian's
+// Python.
 //
-// The checker always exits 0, so its verdict is read from its report: the
-// "N structural problem(s)" line and the "audit errors E, fixes F" line.
-// Drawings written by a CAD program may already carry structural problems
-// (a layout never displayed has no id-1 viewport); tests of such round trips
-// pass the source's own count as the allowance.
+// The checker exits 0 whenever it reports, so its verdict is read from the
+// report: the "structural problems: N" and "audit errors: E, fixes: F"
+// lines. Drawings written by a CAD program may already carry structural
+// problems; tests of such round trips pass the source's own count as the
+// allowance.
 #ifndef LMT_TESTING_DXF_CHECK_H_
 #define LMT_TESTING_DXF_CHECK_H_
 
@@ -25,10 +26,6 @@ bool HaveEzdxf();
 #define LMT_SKIP_WITHOUT_EZDXF()    \
   if (!::lmt::testing::HaveEzdxf()) \
   GTEST_SKIP() << "ezdxf runs beside the Linux build only"
-
-// The shared folder beside the checkout (a worktree one level deeper falls
-// back to the folder above).
-std::string SharedDir();
 
 struct DxfCheckReport {
   bool ran = false;       // the checker produced a verdict

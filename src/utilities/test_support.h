@@ -19,16 +19,12 @@
 #include "testing/dxf_check.h"
 #include "testing/embedded_run.h"
 #include "testing/shell.h"
+#include "testing/test_paths.h"
 
 namespace lmt::utilities::test {
 
-inline std::string SharedDir() { return testing::SharedDir(); }
-inline std::string Sample(const std::string& name) {
-  return SharedDir() + "/dxf-samples/" + name;
-}
-inline std::string Testdata(const std::string& name) {
-  return std::string(LMT_TESTDATA_DIR) + "/" + name;
-}
+using ::lmt::testing::SamplePath;
+using ::lmt::testing::TestdataPath;
 
 // The shared checker's report on `path` when it found anything new; empty
 // when the drawing is clean. `source` is the drawing it was saved from: its
@@ -58,10 +54,10 @@ struct Described {
 
 inline Described Describe(const std::string& path) {
   Described d;
-  const testing::ShellRun run =
-      testing::RunShell("/usr/bin/python3 " +
-                        testing::ShellQuote(Testdata("utilities/describe.py")) +
-                        " " + testing::ShellQuote(path) + " 2>&1");
+  const testing::ShellRun run = testing::RunShell(
+      testing::PythonCommand() +
+      testing::ShellQuote(TestdataPath("utilities/describe.py")) + " " +
+      testing::ShellQuote(path) + " 2>&1");
   EXPECT_EQ(run.status, 0) << run.out;
   d.ok = run.status == 0;
   std::istringstream lines(run.out);

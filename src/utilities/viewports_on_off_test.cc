@@ -10,6 +10,7 @@
 
 #include "testing/failing_host.h"
 #include "testing/temp_dir.h"
+#include "testing/test_paths.h"
 #include "utilities/named_sets.h"
 #include "utilities/test_support.h"
 
@@ -64,8 +65,10 @@ class SwitchTableTest : public ::testing::TestWithParam<SwitchCase> {
 
 TEST_P(SwitchTableTest, SwitchesAllButTheLayoutsOwnViewports) {
   const SwitchCase& c = GetParam();
+  LMT_SKIP_WITHOUT_SHARED_FOR(c.path);
   testing::TempDir dir;
   EmbeddedSession s(c.path);
+  ASSERT_TRUE(s.document);
   StartRun run = RunStart(s, true, c.option, dir);
   EXPECT_EQ(run.outcome, Outcome::kDone);
   EXPECT_TRUE(run.report.skips.empty());
@@ -82,7 +85,7 @@ INSTANTIATE_TEST_SUITE_P(
     Drawings, SwitchTableTest,
     ::testing::Values(
         SwitchCase{"ThreeLayoutsOff",
-                   test::Sample("s_AC1032.dxf"),
+                   test::SamplePath("s_AC1032.dxf"),
                    1,
                    {{"240", true},
                     {"245", false},
@@ -94,18 +97,18 @@ INSTANTIATE_TEST_SUITE_P(
         // 68 = 0 on viewports that are on: the state lives in group 90.
         SwitchCase{
             "StatusZeroOff",
-            test::Sample("text_negative_extrusion.dxf"),
+            test::SamplePath("text_negative_extrusion.dxf"),
             1,
             {{"466", true}, {"46A", false}, {"477", true}, {"47B", false}},
             2},
         SwitchCase{"StatusZeroOn",
-                   test::Sample("text_negative_extrusion.dxf"),
+                   test::SamplePath("text_negative_extrusion.dxf"),
                    0,
                    {{"466", true}, {"46A", true}, {"477", true}, {"47B", true}},
                    2},
         // "Own" holds only its own viewport; "Pair" has one off, one locked.
         SwitchCase{"SheetsOn",
-                   test::Testdata("utilities/sheets.dxf"),
+                   test::TestdataPath("utilities/sheets.dxf"),
                    0,
                    {{"95", true},
                     {"9B", true},
@@ -115,7 +118,7 @@ INSTANTIATE_TEST_SUITE_P(
                     {"A4", true}},
                    3},
         SwitchCase{"SheetsOff",
-                   test::Testdata("utilities/sheets.dxf"),
+                   test::TestdataPath("utilities/sheets.dxf"),
                    1,
                    {{"95", true},
                     {"9B", true},
@@ -123,7 +126,43 @@ INSTANTIATE_TEST_SUITE_P(
                     {"A2", true},
                     {"A3", false},
                     {"A4", false}},
-                   3}),
+                   3},
+        // Our own sheet set (testdata/releases): "Sheets" has one viewport
+        // on and one off, "Status" the same with 68 = 0 on both; the
+        // layouts' own viewports are 51, 58 and 5E.
+        SwitchCase{"Release2000Off",
+                   test::TestdataPath("releases/sheets_2000.dxf"),
+                   1,
+                   {{"51", true},
+                    {"52", false},
+                    {"53", false},
+                    {"58", true},
+                    {"5E", true},
+                    {"5F", false},
+                    {"60", false}},
+                   4},
+        SwitchCase{"Release2018On",
+                   test::TestdataPath("releases/sheets_2018.dxf"),
+                   0,
+                   {{"51", true},
+                    {"52", true},
+                    {"53", true},
+                    {"58", true},
+                    {"5E", true},
+                    {"5F", true},
+                    {"60", true}},
+                   4},
+        SwitchCase{"BinaryOff",
+                   test::TestdataPath("releases/sheets_2018_bin.dxf"),
+                   1,
+                   {{"51", true},
+                    {"52", false},
+                    {"53", false},
+                    {"58", true},
+                    {"5E", true},
+                    {"5F", false},
+                    {"60", false}},
+                   4}),
     [](const ::testing::TestParamInfo<SwitchCase>& info) {
       return std::string(info.param.name);
     });
@@ -131,7 +170,7 @@ INSTANTIATE_TEST_SUITE_P(
 TEST(ViewportsOnOffTest, LayoutsOwnViewportIsNeverSwitchedOn) {
   LMT_SKIP_WITHOUT_EZDXF();
   testing::TempDir dir;
-  EmbeddedSession s(test::Testdata("utilities/sheets.dxf"));
+  EmbeddedSession s(test::TestdataPath("utilities/sheets.dxf"));
   // "Own" holds nothing but its own viewport; switch it off by hand first.
   Result<host::ObjectPtr> own = s.document->ObjectIdToObject(0x95);
   ASSERT_TRUE(own.ok());
@@ -145,7 +184,7 @@ TEST(ViewportsOnOffTest, LayoutsOwnViewportIsNeverSwitchedOn) {
 TEST(ViewportsOnOffTest, DrawingWithoutViewportsIsLeftAloneButSaysOk) {
   LMT_SKIP_WITHOUT_EZDXF();
   testing::TempDir dir;
-  std::string source = test::Testdata("utilities/no_viewports.dxf");
+  std::string source = test::TestdataPath("utilities/no_viewports.dxf");
   EmbeddedSession s(source);
   StartRun run = RunStart(s, true, 1, dir);
   EXPECT_EQ(run.outcome, Outcome::kDone);
@@ -160,7 +199,7 @@ TEST(ViewportsOnOffTest, DrawingWithoutViewportsIsLeftAloneButSaysOk) {
 TEST(ViewportsOnOffTest, ClearCheckBoxDoesNothingButSaysOk) {
   LMT_SKIP_WITHOUT_EZDXF();
   testing::TempDir dir;
-  EmbeddedSession s(test::Testdata("utilities/sheets.dxf"));
+  EmbeddedSession s(test::TestdataPath("utilities/sheets.dxf"));
   StartRun run = RunStart(s, false, 1, dir);
   EXPECT_EQ(run.report.selected, 0);
   EXPECT_TRUE(run.saved.viewports.at("9C").on);
@@ -168,7 +207,9 @@ TEST(ViewportsOnOffTest, ClearCheckBoxDoesNothingButSaysOk) {
 }
 
 TEST(ViewportsOnOffTest, ProgressCountsEveryEntityAndPumpsBeforeEach) {
-  EmbeddedSession s(test::Sample("s_AC1032.dxf"));
+  LMT_SKIP_WITHOUT_SHARED();
+  EmbeddedSession s(test::SamplePath("s_AC1032.dxf"));
+  ASSERT_TRUE(s.document);
   ASSERT_TRUE(s.session.Connect());
   SwitchReport report = SwitchViewports(*s.document, s.user, false);
   EXPECT_EQ(report.selected, 6);
@@ -179,7 +220,7 @@ TEST(ViewportsOnOffTest, ProgressCountsEveryEntityAndPumpsBeforeEach) {
 }
 
 TEST(ViewportsOnOffTest, StaleSetIsReplacedNotAddedTo) {
-  EmbeddedSession s(test::Testdata("utilities/sheets.dxf"));
+  EmbeddedSession s(test::TestdataPath("utilities/sheets.dxf"));
   ASSERT_TRUE(s.session.Connect());
   Result<host::SelectionSetsPtr> sets = s.document->SelectionSets();
   ASSERT_TRUE(sets.ok());
@@ -197,9 +238,11 @@ TEST(ViewportsOnOffTest, StaleSetIsReplacedNotAddedTo) {
 }
 
 TEST(ViewportsOnOffTest, RefusedViewportIsSkippedAndTheRestSwitched) {
+  LMT_SKIP_WITHOUT_SHARED();
   LMT_SKIP_WITHOUT_EZDXF();
   testing::TempDir dir;
-  EmbeddedSession s(test::Sample("s_AC1032.dxf"));
+  EmbeddedSession s(test::SamplePath("s_AC1032.dxf"));
+  ASSERT_TRUE(s.document);
   testing::FailingHost failing(s.application());
   failing.Refuse("PViewport.SetViewportOn", 0, 1);
   StartRun run = RunStart(s, true, 1, dir);
@@ -226,7 +269,7 @@ TEST(ViewportOffOnTest, NanoCadReachesTheTemporaryLayoutByDefaultMember) {
 }
 
 TEST(ViewportOffOnTest, SwitchingOffShowsItsStatusAndNoTemporaryLayout) {
-  EmbeddedSession s(test::Testdata("utilities/sheets.dxf"));
+  EmbeddedSession s(test::TestdataPath("utilities/sheets.dxf"));
   ASSERT_TRUE(s.session.Connect());
   testing::FailingHost failing(s.application());
   SwitchReport report = ViewportOffOn(s.session, false);
@@ -240,7 +283,7 @@ TEST(ViewportOffOnTest, SwitchingOffShowsItsStatusAndNoTemporaryLayout) {
 class LeftoverLayoutTest : public ::testing::TestWithParam<host::HostKind> {};
 
 TEST_P(LeftoverLayoutTest, ExistingTemporaryLayoutIsReusedThenDeleted) {
-  EmbeddedSession s(test::Testdata("utilities/leftover.dxf"), GetParam());
+  EmbeddedSession s(test::TestdataPath("utilities/leftover.dxf"), GetParam());
   ASSERT_TRUE(s.session.Connect());
   testing::FailingHost failing(s.application());
   SwitchReport report = ViewportOffOn(s.session, true);
@@ -268,7 +311,7 @@ INSTANTIATE_TEST_SUITE_P(Hosts, LeftoverLayoutTest,
                                            host::HostKind::kNanoCad));
 
 TEST(ViewportOffOnTest, MissingTemporaryLayoutIsAddedAndNotLeftBehind) {
-  EmbeddedSession s(test::Testdata("utilities/sheets.dxf"));
+  EmbeddedSession s(test::TestdataPath("utilities/sheets.dxf"));
   ASSERT_TRUE(s.session.Connect());
   SwitchReport report = ViewportOffOn(s.session, true);
   EXPECT_EQ(report.switched, 3);
