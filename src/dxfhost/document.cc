@@ -87,11 +87,11 @@ class DatabaseImpl : public Base {
     }
     return copies;
   }
-  Result<host::ObjectPtr> DoObjectIdToObject(int64_t object_id) const override {
+  Result<host::ObjectPtr> DoObjectIdToObject(
+      uint64_t object_id) const override {
     if (Status s = Live(); !s.ok()) return s;
     dxf::Entity e =
-        object_id > 0 ? d_->doc->FindByHandle(static_cast<uint64_t>(object_id))
-                      : dxf::Entity();
+        object_id != 0 ? d_->doc->FindByHandle(object_id) : dxf::Entity();
     if (!e.valid() || e.erased()) {
       return Status::NotFound("no object has id " + std::to_string(object_id));
     }

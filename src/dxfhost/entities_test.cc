@@ -62,7 +62,7 @@ TEST(EntitiesTest, CommonPropertiesReadAndWrite) {
   EXPECT_EQ(*frame->Linetype(), "BYLAYER");
   EXPECT_EQ(*frame->LineWeight(), -1);
   EXPECT_TRUE(*frame->Visible());
-  Result<int64_t> owner = frame->OwnerID();
+  Result<uint64_t> owner = frame->OwnerID();
   ASSERT_TRUE(owner.ok());
   Result<host::ObjectPtr> model = s.doc->ObjectIdToObject(*owner);
   ASSERT_TRUE(model.ok());
