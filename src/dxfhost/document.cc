@@ -343,7 +343,8 @@ class DxfDocument : public DatabaseImpl<host::Document> {
     if (dxf::Status s = dxf::ConvertVersion(*copy, release); !s.ok()) {
       return Status::NotSupported(s.message());
     }
-    return FromDxf(copy->Save(path));
+    // The copy was made through ASCII; the file keeps the input's form.
+    return FromDxf(copy->Save(path, d_->doc->format()));
   }
 
   // The layout's own paper viewport has id 1 (kept even in layouts never
