@@ -80,11 +80,12 @@ struct CheckTable {
           check[c] = Check::kNone;
           break;
         case ValueType::kHandle:
-          // An object's own handle must be one. Pointer groups are not
+          // A dimension style's own handle (105) must be one; 5 is not
+          // checked, as R12 styles keep DIMBLK there. Pointer groups are not
           // checked: some writers put names there (a dimension style's 340
           // holding "Standard", as in R12), and readers resolve pointers
           // lazily, taking one that names nothing as null.
-          check[c] = c == 5 || c == 105 ? Check::kHandle : Check::kNone;
+          check[c] = c == 105 ? Check::kHandle : Check::kNone;
           break;
         case ValueType::kDouble:
           check[c] = Check::kReal;
@@ -323,8 +324,8 @@ Status ReadBinary(std::string_view data, std::string_view name, Arena* arena,
         const char* z = static_cast<const char*>(std::memchr(p, 0, end - p));
         if (!z) return fail(p, value_msg() + ", got an unterminated string");
         value = std::string_view(p, z - p);  // stays in the caller's buffer
-        if (type == ValueType::kHandle) {
-          if (const char* expected = Mismatch(Checks().check[code], value)) {
+        if (Checks().check[code] == Check::kHandle) {
+          if (const char* expected = Mismatch(Check::kHandle, value)) {
             return fail(p, MismatchText(code, expected, value));
           }
         } else if (EscapeControlChars(value, &text)) {
