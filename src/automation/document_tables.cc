@@ -121,7 +121,7 @@ Status CopyObjects(Call& call) {
 Status ObjectIdToObject(Call& call) {
   Database* self = Self<Database>(call);
   if (self == nullptr) return Status::NotSupported("not a database");
-  Result<int64_t> id = Arg<int64_t>(call, 0);
+  Result<uint64_t> id = Arg<uint64_t>(call, 0);
   if (!id.ok()) return id.status();
   return Returned(call, self->ObjectIdToObject(*id));
 }

@@ -44,6 +44,11 @@ Result<T> Arg(Call& call, size_t index) {
     return comhost::ReadI4(v);
   } else if constexpr (std::is_same_v<T, int64_t>) {
     return comhost::ReadI8(v);
+  } else if constexpr (std::is_same_v<T, uint64_t>) {
+    // Object ids travel as VT_I8; their 64 bits are unsigned.
+    Result<int64_t> id = comhost::ReadI8(v);
+    if (!id.ok()) return id.status();
+    return static_cast<uint64_t>(*id);
   } else if constexpr (std::is_same_v<T, double>) {
     return comhost::ReadR8(v);
   } else if constexpr (std::is_same_v<T, host::Point>) {
@@ -100,6 +105,9 @@ inline void Return(Call& call, int32_t v) {
 }
 inline void Return(Call& call, int64_t v) {
   SetResult(call, comhost::I8Variant(v));
+}
+inline void Return(Call& call, uint64_t v) {
+  SetResult(call, comhost::I8Variant(static_cast<int64_t>(v)));
 }
 inline void Return(Call& call, double v) {
   SetResult(call, comhost::R8Variant(v));

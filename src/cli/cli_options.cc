@@ -115,6 +115,17 @@ Status Apply(CliOptions& o, std::string_view name, std::string_view value) {
 
 }  // namespace
 
+std::optional<uint64_t> ParseObjectId(std::string_view handle) {
+  if (!IsHandle(handle)) return std::nullopt;
+  uint64_t id = 0;
+  auto [ptr, ec] =
+      std::from_chars(handle.data(), handle.data() + handle.size(), id, 16);
+  if (ec != std::errc() || ptr != handle.data() + handle.size()) {
+    return std::nullopt;
+  }
+  return id;
+}
+
 Result<CliOptions> ParseCommandLine(const std::vector<std::string>& args) {
   CliOptions o;
   bool options_ended = false;

@@ -6,8 +6,10 @@
 #ifndef LMT_CLI_CLI_OPTIONS_H_
 #define LMT_CLI_CLI_OPTIONS_H_
 
+#include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "core/status.h"
@@ -55,6 +57,10 @@ struct CliOptions {
   bool json = false;                           // --json
   std::optional<std::string> preview;          // --preview FILE.svg
 };
+
+// A handle option's text (1 to 16 hex digits) as the object id the host
+// takes; nullopt for anything else. Unsigned: handles use all 64 bits.
+std::optional<uint64_t> ParseObjectId(std::string_view handle);
 
 // InvalidArgument with a message for the user on a bad command line.
 Result<CliOptions> ParseCommandLine(const std::vector<std::string>& args);

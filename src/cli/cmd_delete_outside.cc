@@ -9,6 +9,7 @@
 #include <ostream>
 #include <string>
 
+#include "cli/cli_options.h"
 #include "cli/drawing_output.h"
 #include "cli/embedded_session.h"
 #include "cli/registry.h"
@@ -21,17 +22,14 @@ namespace {
 // Makes the layout holding the entity `handle` current; leaves the current
 // tab when the handle names nothing on a layout.
 void GoToLayoutOf(host::Document& document, const std::string& handle) {
-  // At most 15 hex digits, so the conversion cannot overflow.
-  if (handle.empty() || handle.size() > 15) return;
-  for (char c : handle) {
-    if (!std::isxdigit(static_cast<unsigned char>(c))) return;
-  }
-  const int64_t id = std::stoll(handle, nullptr, 16);
-  Result<host::ObjectPtr> object = document.ObjectIdToObject(id);
+  // Handles use all 64 bits: a drawing may number them above 2^63.
+  std::optional<uint64_t> id = ParseObjectId(handle);
+  if (!id) return;
+  Result<host::ObjectPtr> object = document.ObjectIdToObject(*id);
   host::EntityPtr entity =
       object.ok() ? host::As<host::Entity>(*object) : nullptr;
   if (entity == nullptr) return;
-  Result<int64_t> owner_id = entity->OwnerID();
+  Result<uint64_t> owner_id = entity->OwnerID();
   if (!owner_id.ok()) return;
   Result<host::ObjectPtr> owner = document.ObjectIdToObject(*owner_id);
   host::BlockPtr block = owner.ok() ? host::As<host::Block>(*owner) : nullptr;

@@ -190,10 +190,13 @@ class ComDatabaseT : public Base, public ComObject {
     }
     return out;
   }
-  Result<host::ObjectPtr> DoObjectIdToObject(int64_t id) const override {
+  Result<host::ObjectPtr> DoObjectIdToObject(uint64_t id) const override {
+    // VT_I8 carries the id's 64 bits; the CAD program reads them back the
+    // same way.
     return Wrapped<host::ObjectPtr>(
-        GetDispatch("ObjectIdToObject", Args(I8Variant(id))), shared(),
-        WrapAnyObject);
+        GetDispatch("ObjectIdToObject",
+                    Args(I8Variant(static_cast<int64_t>(id)))),
+        shared(), WrapAnyObject);
   }
 };
 

@@ -22,9 +22,9 @@ class ComEntityT : public Base, public ComObject {
  protected:
   // Asked once when the object was wrapped.
   Result<std::string> DoObjectName() const override { return object_name_; }
-  Result<int64_t> DoObjectID() const override { return GetI8("ObjectID"); }
+  Result<uint64_t> DoObjectID() const override { return GetId("ObjectID"); }
   Result<std::string> DoHandle() const override { return GetText("Handle"); }
-  Result<int64_t> DoOwnerID() const override { return GetI8("OwnerID"); }
+  Result<uint64_t> DoOwnerID() const override { return GetId("OwnerID"); }
   Result<std::string> DoLayer() const override { return GetText("Layer"); }
   Status DoSetLayer(std::string_view layer) override {
     return Put("Layer", TextVariant(layer));

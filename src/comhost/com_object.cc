@@ -54,6 +54,11 @@ Result<int32_t> ComObject::GetI4(std::string_view name) const {
 Result<int64_t> ComObject::GetI8(std::string_view name) const {
   return ReadResult<int64_t>(Call(name), ReadI8);
 }
+Result<uint64_t> ComObject::GetId(std::string_view name) const {
+  Result<int64_t> v = GetI8(name);
+  if (!v.ok()) return v.status();
+  return static_cast<uint64_t>(*v);
+}
 Result<double> ComObject::GetR8(std::string_view name) const {
   return ReadResult<double>(Call(name), ReadR8);
 }

@@ -51,6 +51,9 @@ class ComObject {
   Result<bool> GetBool(std::string_view name) const;
   Result<int32_t> GetI4(std::string_view name) const;
   Result<int64_t> GetI8(std::string_view name) const;
+  // An object id: VT_I8 bits read as unsigned (ids are handles, which use
+  // all 64 bits).
+  Result<uint64_t> GetId(std::string_view name) const;
   Result<double> GetR8(std::string_view name) const;
   Result<host::Point> GetPoint(std::string_view name) const;
   // A member that returns an object; kNotFound when it returns none.

@@ -1,5 +1,6 @@
 #include "dxf/builders.h"
 
+#include "dxf/encoding.h"
 #include "dxf/text.h"
 
 namespace lmt::dxf {
@@ -40,8 +41,17 @@ void AddEntityStyle(TagList& tags, const EntityStyle& style) {
 
 bool IsValidName(const Document& doc, std::string_view name) {
   if (name.empty() || name.size() > 255) return false;
-  if (name.find_first_of("<>/\\\":;?*|,=`") != std::string_view::npos) {
-    return false;
+  for (size_t i = 0; i < name.size(); ++i) {
+    // Up to 2004 a character outside the code page is stored as \U+XXXX:
+    // that backslash is part of the character, not one in the name.
+    if (name[i] == '\\' && IsUnicodeEscape(name, i)) {
+      i += 6;
+      continue;
+    }
+    if (std::string_view("<>/\\\":;?*|,=`").find(name[i]) !=
+        std::string_view::npos) {
+      return false;
+    }
   }
   if (doc.IsR12()) {
     // R12: at most 31 of A-Z 0-9 $ - _ ("Improper table entry name").

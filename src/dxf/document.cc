@@ -71,6 +71,7 @@ Status Document::Init(std::string_view data) {
   Status s = ReadTags(data, name_, &db_.arena(), &file);
   if (!s.ok()) return s;
   binary_ = file.binary;
+  one_byte_codes_ = file.one_byte_codes;
   crlf_ = file.crlf;
   db_.SetBase(std::move(file.tags));
   return Build(db_.base(), file.starts);
@@ -704,6 +705,17 @@ std::string Document::ToString() {
   return out;
 }
 
+Status Document::ToString(DxfFormat format, std::string* out) {
+  out->clear();
+  out->reserve(input_size_ + db_.arena().bytes_used() + 4096);
+  TagWriter w = format == DxfFormat::kBinary
+                    ? TagWriter::Binary(out, nullptr, one_byte_codes_)
+                    : TagWriter(out, crlf_);
+  Serialize(w);
+  if (!w.ok()) return Status::Corruption(name_ + ": " + w.error());
+  return Status::Ok();
+}
+
 void Document::Serialize(TagWriter& w) {
   // Later tools allocate from $HANDSEED, so it must exceed every handle.
   if (HeaderValue("$HANDSEED") || !IsR12()) {
@@ -776,19 +788,26 @@ void Document::Serialize(TagWriter& w) {
   w.Write(0, "EOF");
 }
 
-Status Document::Save(const std::string& path) {
+Status Document::Save(const std::string& path) { return Save(path, format()); }
+
+Status Document::Save(const std::string& path, DxfFormat format) {
   std::string tmp = path + ".lmt-tmp";
   std::FILE* f = std::fopen(tmp.c_str(), "wb");
   if (!f) return Status::IOError(tmp + ": cannot open for writing");
   std::string buffer;
   buffer.reserve((size_t{1} << 20) + 64 * 1024);
-  TagWriter w(&buffer, crlf_, f);
+  TagWriter w = format == DxfFormat::kBinary
+                    ? TagWriter::Binary(&buffer, f, one_byte_codes_)
+                    : TagWriter(&buffer, crlf_, f);
   Serialize(w);
   bool ok = w.Flush() && std::fflush(f) == 0;
   ok = std::fclose(f) == 0 && ok;
   std::error_code ec;
   if (!ok) {
     std::filesystem::remove(tmp, ec);
+    if (!w.error().empty()) {
+      return Status::Corruption(path + ": not written: " + w.error());
+    }
     return Status::IOError(tmp + ": write failed");
   }
   std::filesystem::rename(tmp, path, ec);

@@ -10,7 +10,8 @@
 //
 // Writing emits the same structure back: untouched tags come out exactly as
 // they were read, and $HANDSEED is raised above the largest handle when it
-// is not already. Binary input is written as ASCII.
+// is not already. A drawing is saved in the form it was read in (binary or
+// ASCII) unless told otherwise.
 //
 // For code built on top (layouts, viewports, geometry):
 //   - iterate a block's entities:  for (RecordId id : block.entities)
@@ -40,6 +41,7 @@
 #include "dxf/entity_db.h"
 #include "dxf/status.h"
 #include "dxf/tag.h"
+#include "dxf/tag_writer.h"
 
 namespace lmt::dxf {
 
@@ -80,12 +82,20 @@ class Document {
 
   // Serializes the drawing as ASCII DXF.
   std::string ToString();
+  // Serializes in `format`. Corruption when a value edited in does not fit
+  // its group code's type (binary only; ASCII writes values as they are).
+  Status ToString(DxfFormat format, std::string* out);
   // Writes to a temporary file beside `path` and renames it into place, so
-  // an existing file is never left half written. IOError on failure.
+  // an existing file is never left half written, in the form the drawing
+  // was read in (ASCII for one made in memory). IOError on failure.
   Status Save(const std::string& path);
+  Status Save(const std::string& path, DxfFormat format);
 
   const std::string& file_name() const { return name_; }
   bool was_binary() const { return binary_; }
+  DxfFormat format() const {
+    return binary_ ? DxfFormat::kBinary : DxfFormat::kAscii;
+  }
   // Problems that did not stop loading (duplicate handles, ...).
   const std::vector<std::string>& warnings() const { return warnings_; }
 
@@ -229,6 +239,7 @@ class Document {
   std::unique_ptr<char[]> file_;
   size_t input_size_ = 0;
   bool binary_ = false;
+  bool one_byte_codes_ = false;
   bool crlf_ = false;
   EntityDb db_;
   std::vector<std::string> warnings_;

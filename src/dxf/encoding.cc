@@ -3,6 +3,7 @@
 #include <cstdint>
 
 #include "dxf/document.h"
+#include "dxf/tag.h"
 
 namespace lmt::dxf {
 namespace {
@@ -115,6 +116,8 @@ int64_t Escape(std::string_view s, size_t i) {
 
 }  // namespace
 
+bool IsUnicodeEscape(std::string_view s, size_t i) { return Escape(s, i) >= 0; }
+
 CodePage CodePageFromName(std::string_view name) {
   if (name == "ANSI_1251") return CodePage::kAnsi1251;
   return CodePage::kAnsi1252;
@@ -126,14 +129,22 @@ CodePage CodePageOf(const Document& doc) {
 }
 
 std::string DecodeText(std::string_view raw, CodePage cp) {
+  std::string plain;
+  if (UnescapeControlChars(raw, &plain)) raw = plain;
   std::string out;
   out.reserve(raw.size());
   for (size_t i = 0; i < raw.size();) {
     if (raw[i] == '\\') {
       int64_t u = Escape(raw, i);
       if (u >= 0) {
-        AppendUtf8(static_cast<uint32_t>(u), &out);
         i += 7;
+        // A character beyond U+FFFF comes as its UTF-16 surrogate pair.
+        int64_t low = u >= 0xD800 && u < 0xDC00 ? Escape(raw, i) : -1;
+        if (low >= 0xDC00 && low < 0xE000) {
+          u = 0x10000 + ((u - 0xD800) << 10) + (low - 0xDC00);
+          i += 7;
+        }
+        AppendUtf8(static_cast<uint32_t>(u), &out);
         continue;
       }
     }
@@ -149,10 +160,18 @@ std::string DecodeText(std::string_view raw, CodePage cp) {
 }
 
 std::string EncodeText(std::string_view utf8, CodePage cp) {
-  if (cp == CodePage::kUtf8) return std::string(utf8);
   std::string out;
+  if (cp == CodePage::kUtf8) {
+    if (!EscapeControlChars(utf8, &out)) out.assign(utf8);
+    return out;
+  }
   out.reserve(utf8.size());
   static constexpr char kHex[] = "0123456789ABCDEF";
+  auto escape = [&](uint32_t unit) {
+    out += "\\U+";
+    for (int shift = 12; shift >= 0; shift -= 4)
+      out += kHex[(unit >> shift) & 15];
+  };
   for (size_t i = 0; i < utf8.size();) {
     uint32_t u = 0;
     size_t n = NextUtf8(utf8, i, &u);
@@ -165,13 +184,15 @@ std::string EncodeText(std::string_view utf8, CodePage cp) {
     if (b >= 0) {
       out += static_cast<char>(b);
     } else if (u <= 0xFFFF) {
-      out += "\\U+";
-      for (int shift = 12; shift >= 0; shift -= 4)
-        out += kHex[(u >> shift) & 15];
+      escape(u);
     } else {
-      out += '?';
+      // As UTF-16, the way CAD programs hold it: a surrogate pair.
+      escape(0xD800 + ((u - 0x10000) >> 10));
+      escape(0xDC00 + ((u - 0x10000) & 0x3FF));
     }
   }
+  std::string escaped;
+  if (EscapeControlChars(out, &escaped)) return escaped;
   return out;
 }
 

@@ -22,12 +22,18 @@ CodePage CodePageOf(const Document& doc);
 // "ANSI_1251" -> kAnsi1251; anything else but UTF-8 -> kAnsi1252.
 CodePage CodePageFromName(std::string_view dwgcodepage);
 
-// Raw file bytes -> UTF-8, with \U+XXXX escapes resolved. Bytes that are
-// not valid in the code page become U+FFFD; malformed UTF-8 is kept as is.
+// Raw file text -> UTF-8, with caret forms ("^J", "^ ") and \U+XXXX escapes
+// resolved (a surrogate pair gives the one character). Bytes that are not
+// valid in the code page become U+FFFD; malformed UTF-8 is kept as is.
 std::string DecodeText(std::string_view raw, CodePage cp);
-// UTF-8 -> file bytes. For the ANSI pages, characters outside the page are
-// written as \U+XXXX (upper-case hex); beyond U+FFFF as '?'.
+// UTF-8 -> file text, so that DecodeText gives `utf8` back. For the ANSI
+// pages, characters outside the page are written as \U+XXXX (upper-case
+// hex), beyond U+FFFF as their UTF-16 surrogate pair; control characters
+// and carets take the caret form in every page.
 std::string EncodeText(std::string_view utf8, CodePage cp);
+
+// True when a \U+XXXX escape (one character) starts at s[i].
+bool IsUnicodeEscape(std::string_view s, size_t i);
 
 }  // namespace lmt::dxf
 

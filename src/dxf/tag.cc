@@ -156,7 +156,7 @@ std::string FormatHandle(uint64_t h) {
 bool EscapeControlChars(std::string_view s, std::string* out) {
   bool any = false;
   for (char c : s) {
-    if (static_cast<unsigned char>(c) < 0x20) {
+    if (static_cast<unsigned char>(c) < 0x20 || c == '^') {
       any = true;
       break;
     }
@@ -167,9 +167,35 @@ bool EscapeControlChars(std::string_view s, std::string* out) {
     if (static_cast<unsigned char>(c) < 0x20) {
       *out += '^';
       *out += static_cast<char>(c + 64);
+    } else if (c == '^') {
+      *out += "^ ";
     } else {
       *out += c;
     }
+  }
+  return true;
+}
+
+bool UnescapeControlChars(std::string_view s, std::string* out) {
+  size_t first = s.find('^');
+  if (first == std::string_view::npos) return false;
+  out->assign(s.substr(0, first));
+  for (size_t i = first; i < s.size(); ++i) {
+    char c = s[i];
+    if (c == '^' && i + 1 < s.size()) {
+      char n = s[i + 1];
+      if (n == ' ') {
+        *out += '^';
+        ++i;
+        continue;
+      }
+      if (n >= '@' && n <= '_') {
+        *out += static_cast<char>(n - 64);
+        ++i;
+        continue;
+      }
+    }
+    *out += c;
   }
   return true;
 }

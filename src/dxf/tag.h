@@ -86,9 +86,15 @@ std::string FormatInt(int64_t v);
 std::string FormatHandle(uint64_t h);  // upper-case hex, as CAD programs write
 
 // ASCII files cannot hold line breaks or other control characters in a
-// value; CAD programs write them in caret form ("^J" for a line feed).
-// Returns true and fills *out when `s` needs that escaping.
+// value; CAD programs write them in caret form: "^" and the character + 64
+// ("^J" for a line feed, "^[" for ESC), and a caret itself as "^ ". Tags
+// hold the caret form; binary files hold the raw bytes.
+// Returns true and fills *out when `s` needs escaping.
 bool EscapeControlChars(std::string_view s, std::string* out);
+// The reverse: returns true and fills *out when `s` holds a caret. A caret
+// before anything but a space or '@'..'_' stays as it is, as lenient
+// readers keep it, and so does one at the end.
+bool UnescapeControlChars(std::string_view s, std::string* out);
 
 // Stable storage for edited and new values. Strings stored here never move,
 // so Tags may point at them for the life of the Arena.

@@ -68,6 +68,114 @@ inline const char* FindNewline(const char* p, const char* end) {
   return p;
 }
 
+// What a value must look like, by group code.
+enum class Check : uint8_t { kNone, kReal, kInt, kHandle, kHex };
+
+struct CheckTable {
+  Check check[kMaxGroupCode + 1];
+  CheckTable() {
+    for (int c = 0; c <= kMaxGroupCode; ++c) {
+      switch (TypeOfCode(c)) {
+        case ValueType::kString:
+          check[c] = Check::kNone;
+          break;
+        case ValueType::kHandle:
+          // A dimension style's own handle (105) must be one; 5 is not
+          // checked, as R12 styles keep DIMBLK there. Pointer groups are not
+          // checked: some writers put names there (a dimension style's 340
+          // holding "Standard", as in R12), and readers resolve pointers
+          // lazily, taking one that names nothing as null.
+          check[c] = c == 105 ? Check::kHandle : Check::kNone;
+          break;
+        case ValueType::kDouble:
+          check[c] = Check::kReal;
+          break;
+        case ValueType::kBinary:
+          check[c] = Check::kHex;
+          break;
+        default:
+          check[c] = Check::kInt;
+          break;
+      }
+    }
+  }
+};
+
+const CheckTable& Checks() {
+  static const CheckTable table;
+  return table;
+}
+
+inline bool IsDigit(char c) { return static_cast<unsigned>(c - '0') <= 9; }
+
+// [+-]digits: what nearly every integer value looks like.
+inline bool IsPlainInt(const char* b, const char* e) {
+  if (b < e && (*b == '-' || *b == '+')) ++b;
+  if (b == e) return false;
+  for (; b < e; ++b) {
+    if (!IsDigit(*b)) return false;
+  }
+  return true;
+}
+
+// [+-]digits[.digits][e[+-]digits], a digit somewhere before the exponent:
+// what CAD programs write for reals.
+inline bool IsPlainReal(const char* b, const char* e) {
+  if (b < e && (*b == '-' || *b == '+')) ++b;
+  const char* m = b;
+  while (b < e && IsDigit(*b)) ++b;
+  bool digits = b > m;
+  if (b < e && *b == '.') {
+    const char* f = ++b;
+    while (b < e && IsDigit(*b)) ++b;
+    digits = digits || b > f;
+  }
+  if (!digits) return false;
+  if (b < e && (*b == 'e' || *b == 'E')) {
+    ++b;
+    if (b < e && (*b == '-' || *b == '+')) ++b;
+    const char* x = b;
+    while (b < e && IsDigit(*b)) ++b;
+    if (b == x) return false;
+  }
+  return b == e;
+}
+
+inline bool IsHex(std::string_view s) {
+  for (char c : s) {
+    if (!IsDigit(c) && !((c | 0x20) >= 'a' && (c | 0x20) <= 'f')) return false;
+  }
+  return true;
+}
+
+// Null when `v` suits `check`, else what the group expects. Lenient where
+// CAD programs are: integer groups take integral reals ("1.0", written by
+// some exporters), reals take "inf"/"nan" spellings from_chars knows, and
+// a pointer group may be empty (no object). Integers are not range-checked
+// by width: files hold unsigned values (65535) in 16-bit groups.
+const char* Mismatch(Check check, std::string_view v) {
+  const char* b = v.data();
+  const char* e = b + v.size();
+  switch (check) {
+    case Check::kNone:
+      return nullptr;
+    case Check::kReal:
+      return IsPlainReal(b, e) || ParseDouble(v) ? nullptr : "a number";
+    case Check::kInt:
+      return IsPlainInt(b, e) || ParseInt(v) ? nullptr : "an integer";
+    case Check::kHandle:
+      return v.size() <= 16 && IsHex(v) ? nullptr : "a hexadecimal handle";
+    case Check::kHex:
+      return v.size() % 2 == 0 && IsHex(v) ? nullptr : "hexadecimal data";
+  }
+  return nullptr;
+}
+
+std::string MismatchText(int code, const char* expected, std::string_view v) {
+  return "group " + std::to_string(code) + " expects " + expected + ", got " +
+         Quote(v);
+}
+
 Status ReadAscii(std::string_view data, std::string_view name, TagFile* out) {
   const char* p = data.data();
   const char* end = p + data.size();
@@ -78,8 +186,12 @@ Status ReadAscii(std::string_view data, std::string_view name, TagFile* out) {
   out->starts.reserve(data.size() / 128 + 16);
   const char* first_nl = FindNewline(p, end);
   out->crlf = first_nl < end && first_nl > p && first_nl[-1] == '\r';
+  const Check* check = Checks().check;
   bool numeric[kMaxGroupCode + 1];
-  for (int c = 0; c <= kMaxGroupCode; ++c) numeric[c] = IsNumericCode(c);
+  for (int c = 0; c <= kMaxGroupCode; ++c) {
+    // Handles and hex data are trimmed too: writers pad them like numbers.
+    numeric[c] = check[c] != Check::kNone;
+  }
   numeric[0] = true;  // structure names are trimmed like numbers
   size_t line = 1;
   bool seen_eof = false;
@@ -134,9 +246,17 @@ Status ReadAscii(std::string_view data, std::string_view name, TagFile* out) {
                                 ": expected a value of at most 1 MiB, got " +
                                 std::to_string(ve - vb) + " bytes");
     }
+    std::string_view value(vb, static_cast<size_t>(ve - vb));
+    if (check[code] != Check::kNone) {
+      if (const char* expected = Mismatch(check[code], value)) {
+        return Status::Corruption(std::string(name) + ":" +
+                                  std::to_string(line) + ": " +
+                                  MismatchText(code, expected, value));
+      }
+    }
     if (code == 0)
       out->starts.push_back(static_cast<uint32_t>(out->tags.size()));
-    out->tags.emplace_back(code, std::string_view(vb, ve - vb));
+    out->tags.emplace_back(code, value);
     p = vnl < end ? vnl + 1 : end;
     ++line;
     if (code == 0 && ve - vb == 3 && std::memcmp(vb, "EOF", 3) == 0) {
@@ -166,6 +286,7 @@ Status ReadBinary(std::string_view data, std::string_view name, Arena* arena,
   const char* end = base + data.size();
   // R12 writes 1-byte codes: its first tag is then 00 'S'ECTION.
   bool two_byte = end - p >= 2 && p[1] == '\0';
+  out->one_byte_codes = !two_byte;
   auto fail = [&](const char* at, const std::string& what) {
     return Status::Corruption(std::string(name) + ": offset " +
                               std::to_string(at - base) + ": " + what);
@@ -203,7 +324,13 @@ Status ReadBinary(std::string_view data, std::string_view name, Arena* arena,
         const char* z = static_cast<const char*>(std::memchr(p, 0, end - p));
         if (!z) return fail(p, value_msg() + ", got an unterminated string");
         value = std::string_view(p, z - p);  // stays in the caller's buffer
-        if (EscapeControlChars(value, &text)) value = arena->Store(text);
+        if (Checks().check[code] == Check::kHandle) {
+          if (const char* expected = Mismatch(Check::kHandle, value)) {
+            return fail(p, MismatchText(code, expected, value));
+          }
+        } else if (EscapeControlChars(value, &text)) {
+          value = arena->Store(text);
+        }
         p = z + 1;
         break;
       }
@@ -274,6 +401,7 @@ Status ReadTags(std::string_view data, std::string_view name, Arena* arena,
   out->tags.clear();
   out->starts.clear();
   out->binary = false;
+  out->one_byte_codes = false;
   out->crlf = false;
   if (data.size() >= kMaxFileSize) {
     return Status::Corruption(std::string(name) +

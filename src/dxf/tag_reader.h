@@ -31,7 +31,8 @@ struct TagFile {
   // tokenizing so that nothing scans the tags for them again.
   std::vector<uint32_t> starts;
   bool binary = false;
-  bool crlf = false;  // the ASCII file used CR LF line ends
+  bool one_byte_codes = false;  // a binary R12 file with 1-byte codes
+  bool crlf = false;            // the ASCII file used CR LF line ends
 };
 
 // Tokenizes `data`. `name` is used in messages only ("a.dxf:12: ...").

@@ -63,7 +63,28 @@ INSTANTIATE_TEST_SUITE_P(
                 Bin(std::string("\0\0SECTION\0\xff\x7f", 12)),
                 "bad.dxf: offset 32: expected a group code, got 32767"},
         Damaged{"binary no EOF", Bin(std::string("\0\0SECTION\0", 10)),
-                "bad.dxf: offset 32: expected 0 EOF, got end of file"}),
+                "bad.dxf: offset 32: expected 0 EOF, got end of file"},
+        Damaged{"text for a coordinate",
+                "  0\nLWPOLYLINE\n 10\nabc\n 20\n0\n  0\nEOF\n",
+                "bad.dxf:4: group 10 expects a number, got 'abc'"},
+        Damaged{"number with trailing text", "  0\nLINE\n 40\n1.5mm\n",
+                "bad.dxf:4: group 40 expects a number, got '1.5mm'"},
+        Damaged{"fraction for an integer", "  0\nLINE\n 70\n1.5\n",
+                "bad.dxf:4: group 70 expects an integer, got '1.5'"},
+        Damaged{"empty integer", "  0\nLINE\n 90\n\n",
+                "bad.dxf:4: group 90 expects an integer, got ''"},
+        Damaged{"handle not hex", "  0\nDIMSTYLE\n105\n2G\n",
+                "bad.dxf:4: group 105 expects a hexadecimal handle, got '2G'"},
+        Damaged{"handle over 64 bits",
+                "  0\nDIMSTYLE\n105\n10000000000000000\n",
+                "bad.dxf:4: group 105 expects a hexadecimal handle, got "
+                "'10000000000000000'"},
+        Damaged{"odd hex chunk", "  0\nOLE2FRAME\n310\nABC\n",
+                "bad.dxf:4: group 310 expects hexadecimal data, got 'ABC'"},
+        Damaged{"binary handle not hex",
+                Bin(std::string("\0\0DIMSTYLE\0\x69\0ZZ\0", 16)),
+                "bad.dxf: offset 35: group 105 expects a hexadecimal handle, "
+                "got 'ZZ'"}),
     [](const auto& info) {
       std::string n = info.param.label;
       for (char& c : n) {
@@ -71,6 +92,21 @@ INSTANTIATE_TEST_SUITE_P(
       }
       return n;
     });
+
+// What CAD programs accept stays readable: integral reals in integer
+// groups, padding, names in pointer groups, unsigned 16-bit values.
+TEST(TagReaderTest, AcceptsValuesCadProgramsAccept) {
+  std::string data =
+      "  0\nLINE\n105\n 2F \n 70\n1.0\n 62\n  7 \n 40\n1e-3\n 41\n-.5\n"
+      " 42\n+2.\n340\nStandard\n330\n\n 71\n65535\n310\n0aFF\n"
+      "  0\nEOF\n";
+  Arena arena;
+  TagFile file;
+  Status s = ReadTags(data, "ok.dxf", &arena, &file);
+  ASSERT_TRUE(s.ok()) << s.message();
+  EXPECT_EQ(file.tags[1].value(), "2F");
+  EXPECT_EQ(file.tags[3].value(), "7");
+}
 
 TEST(TagReaderTest, TrimsCodesAndNumbersButKeepsStrings) {
   std::string data =

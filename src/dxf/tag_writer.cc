@@ -1,8 +1,45 @@
 #include "dxf/tag_writer.h"
 
+#include <algorithm>
+#include <cstring>
+#include <optional>
+
+#include "dxf/tag_reader.h"
+
 namespace lmt::dxf {
+namespace {
+
+template <typename T>
+void Append(std::string* o, T v) {
+  char b[sizeof v];
+  std::memcpy(b, &v, sizeof v);  // the format is little endian, like our hosts
+  o->append(b, sizeof v);
+}
+
+int HexValue(char c) {
+  if (c >= '0' && c <= '9') return c - '0';
+  if (c >= 'A' && c <= 'F') return c - 'A' + 10;
+  if (c >= 'a' && c <= 'f') return c - 'a' + 10;
+  return -1;
+}
+
+}  // namespace
+
+TagWriter TagWriter::Binary(std::string* out, std::FILE* file,
+                            bool one_byte_codes) {
+  TagWriter w(out, false, file);
+  w.binary_ = true;
+  w.one_byte_codes_ = one_byte_codes;
+  out->append(kBinarySentinel);
+  return w;
+}
 
 void TagWriter::Write(int code, std::string_view value) {
+  if (binary_) {
+    WriteBinary(code, value);
+    if (file_ && out_->size() >= kFlushAt) Flush();
+    return;
+  }
   char buf[8];
   int n = 0;
   char digits[6];
@@ -24,14 +61,98 @@ void TagWriter::Write(int code, std::string_view value) {
   if (file_ && o.size() >= kFlushAt) Flush();
 }
 
+void TagWriter::BinaryCode(int code) {
+  if (one_byte_codes_) {
+    if (code < 255) {
+      *out_ += static_cast<char>(code);
+      return;
+    }
+    *out_ += static_cast<char>(255);
+  }
+  Append(out_, static_cast<int16_t>(code));
+}
+
+void TagWriter::Fail(int code, std::string_view expected,
+                     std::string_view value) {
+  if (!error_.empty()) return;  // the first one says it
+  error_ = "group " + std::to_string(code) + " expects " +
+           std::string(expected) + ", got '" +
+           std::string(value.substr(0, 40)) + "'";
+}
+
+void TagWriter::WriteBinary(int code, std::string_view value) {
+  std::string& o = *out_;
+  switch (TypeOfCode(code)) {
+    case ValueType::kString:
+    case ValueType::kHandle:
+      BinaryCode(code);
+      if (UnescapeControlChars(value, &scratch_)) value = scratch_;
+      o.append(value);
+      o += '\0';
+      return;
+    case ValueType::kDouble: {
+      std::optional<double> d = ParseDouble(value);
+      if (!d) return Fail(code, "a number", value);
+      BinaryCode(code);
+      Append(&o, *d);
+      return;
+    }
+    case ValueType::kInt16:
+    case ValueType::kInt32:
+    case ValueType::kInt64:
+    case ValueType::kBool: {
+      std::optional<int64_t> v = ParseInt(value);
+      if (!v) return Fail(code, "an integer", value);
+      BinaryCode(code);
+      // Truncation keeps the bits of values written unsigned (65535 in a
+      // 16-bit group reads back as the same bits).
+      switch (TypeOfCode(code)) {
+        case ValueType::kInt16:
+          Append(&o, static_cast<int16_t>(*v));
+          break;
+        case ValueType::kInt32:
+          Append(&o, static_cast<int32_t>(*v));
+          break;
+        case ValueType::kInt64:
+          Append(&o, *v);
+          break;
+        default:
+          o += static_cast<char>(*v);
+          break;
+      }
+      return;
+    }
+    case ValueType::kBinary: {
+      if (value.size() % 2 != 0) return Fail(code, "hex digit pairs", value);
+      scratch_.clear();
+      for (size_t i = 0; i < value.size(); i += 2) {
+        int hi = HexValue(value[i]), lo = HexValue(value[i + 1]);
+        if (hi < 0 || lo < 0) return Fail(code, "hex digit pairs", value);
+        scratch_ += static_cast<char>(hi * 16 + lo);
+      }
+      // A chunk's length is one byte: a longer value from an ASCII file
+      // goes out as several chunks of the same code, which readers join.
+      size_t pos = 0;
+      do {
+        size_t n = std::min<size_t>(scratch_.size() - pos, 255);
+        BinaryCode(code);
+        o += static_cast<char>(n);
+        o.append(scratch_, pos, n);
+        pos += n;
+      } while (pos < scratch_.size());
+      return;
+    }
+  }
+}
+
 bool TagWriter::Flush() {
-  if (!file_) return ok_;
+  if (!file_) return ok();
   if (!out_->empty() &&
       std::fwrite(out_->data(), 1, out_->size(), file_) != out_->size()) {
     ok_ = false;
   }
   out_->clear();
-  return ok_;
+  return ok();
 }
 
 void TagWriter::Write(const Tag& t) { Write(t.code, t.value()); }

@@ -1,8 +1,15 @@
-// Writes Tags as ASCII DXF text.
+// Writes Tags as ASCII or binary DXF.
 //
-// Codes are right-aligned to three columns as CAD programs write them;
-// values go out exactly as stored, so an untouched tag is written back as it
-// was read (string values byte for byte, numbers trimmed).
+// ASCII: codes are right-aligned to three columns as CAD programs write
+// them; values go out exactly as stored, so an untouched tag is written back
+// as it was read (string values byte for byte, numbers trimmed).
+//
+// Binary: the 22-byte sentinel, then each tag as its code (two bytes, or
+// one for R12 files that used one) and its value in the code's type: raw
+// string bytes (caret form undone) with a zero, little-endian numbers,
+// length-prefixed chunks. A stored value that is not of its code's type
+// (only code can put one there: the reader refuses such files) stops the
+// writer with an error instead of writing a wrong number.
 #ifndef LMT_DXF_TAG_WRITER_H_
 #define LMT_DXF_TAG_WRITER_H_
 
@@ -14,29 +21,47 @@
 
 namespace lmt::dxf {
 
+// The two forms of a DXF file.
+enum class DxfFormat : uint8_t { kAscii, kBinary };
+
 class TagWriter {
  public:
-  // Appends to *out, which the caller owns. crlf selects CR LF line ends.
-  // With a file, the text is written out whenever *out holds about 1 MiB,
-  // so a large drawing is never held twice in memory.
+  // ASCII output appended to *out, which the caller owns. crlf selects CR LF
+  // line ends. With a file, the text is written out whenever *out holds
+  // about 1 MiB, so a large drawing is never held twice in memory.
   TagWriter(std::string* out, bool crlf, std::FILE* file = nullptr)
       : out_(out), crlf_(crlf), file_(file) {}
+  // Binary output; writes the sentinel at once. one_byte_codes for R12
+  // files read that way.
+  static TagWriter Binary(std::string* out, std::FILE* file = nullptr,
+                          bool one_byte_codes = false);
 
   void Write(const Tag& t);
   void Write(int code, std::string_view value);
   void Write(std::span<const Tag> tags) {
     for (const Tag& t : tags) Write(t);
   }
-  // Writes what is buffered to the file (if any). False once a write failed.
+  // Writes what is buffered to the file (if any). False once a write failed
+  // or a value could not be written.
   bool Flush();
-  bool ok() const { return ok_; }
+  bool ok() const { return ok_ && error_.empty(); }
+  // Why a binary value could not be written; empty when all went well.
+  const std::string& error() const { return error_; }
 
  private:
+  void WriteBinary(int code, std::string_view value);
+  void BinaryCode(int code);
+  void Fail(int code, std::string_view expected, std::string_view value);
+
   static constexpr size_t kFlushAt = size_t{1} << 20;
   std::string* out_;
   bool crlf_;
   std::FILE* file_;
+  bool binary_ = false;
+  bool one_byte_codes_ = false;
   bool ok_ = true;
+  std::string error_;
+  std::string scratch_;
 };
 
 }  // namespace lmt::dxf

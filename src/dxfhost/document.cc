@@ -87,11 +87,11 @@ class DatabaseImpl : public Base {
     }
     return copies;
   }
-  Result<host::ObjectPtr> DoObjectIdToObject(int64_t object_id) const override {
+  Result<host::ObjectPtr> DoObjectIdToObject(
+      uint64_t object_id) const override {
     if (Status s = Live(); !s.ok()) return s;
     dxf::Entity e =
-        object_id > 0 ? d_->doc->FindByHandle(static_cast<uint64_t>(object_id))
-                      : dxf::Entity();
+        object_id != 0 ? d_->doc->FindByHandle(object_id) : dxf::Entity();
     if (!e.valid() || e.erased()) {
       return Status::NotFound("no object has id " + std::to_string(object_id));
     }
@@ -343,7 +343,8 @@ class DxfDocument : public DatabaseImpl<host::Document> {
     if (dxf::Status s = dxf::ConvertVersion(*copy, release); !s.ok()) {
       return Status::NotSupported(s.message());
     }
-    return FromDxf(copy->Save(path));
+    // The copy was made through ASCII; the file keeps the input's form.
+    return FromDxf(copy->Save(path, d_->doc->format()));
   }
 
   // The layout's own paper viewport has id 1 (kept even in layouts never

@@ -51,15 +51,15 @@ class EntityImpl : public Base, public RecordHolder {
     if (Status s = Live(); !s.ok()) return s;
     return ObjectNameOfType(E().type());
   }
-  Result<int64_t> DoObjectID() const override {
+  Result<uint64_t> DoObjectID() const override {
     if (Status s = Live(); !s.ok()) return s;
-    return static_cast<int64_t>(E().handle());
+    return E().handle();
   }
   Result<std::string> DoHandle() const override {
     if (Status s = Live(); !s.ok()) return s;
     return dxf::FormatHandle(E().handle());
   }
-  Result<int64_t> DoOwnerID() const override {
+  Result<uint64_t> DoOwnerID() const override {
     if (Status s = Live(); !s.ok()) return s;
     uint64_t owner = E().owner();
     if (owner == 0) {
@@ -69,7 +69,7 @@ class EntityImpl : public Base, public RecordHolder {
         owner = D().entity(b->begin).handle();
       }
     }
-    return static_cast<int64_t>(owner);
+    return owner;
   }
   Result<std::string> DoLayer() const override {
     if (Status s = Live(); !s.ok()) return s;

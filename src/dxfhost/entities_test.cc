@@ -30,6 +30,31 @@ TEST(EntitiesTest, ObjectIdIsTheHandleValue) {
             StatusCode::kNotFound);
 }
 
+// Some CAD programs number handles above 2^63: ids must keep all 64 bits
+// through ObjectID, OwnerID and ObjectIdToObject.
+TEST(EntitiesTest, IdsAboveTwoToTheSixtyThreeFindTheirObjects) {
+  test::Session s(test::Testdata("dxf/format_2018_high_handles.dxf"));
+  ASSERT_TRUE(s.doc);
+  Result<host::BlockPtr> model = s.doc->ModelSpace();
+  ASSERT_TRUE(model.ok());
+  Result<host::EntityPtr> first = (*model)->Item(0);
+  ASSERT_TRUE(first.ok());
+  EXPECT_EQ(*(*first)->Handle(), "800000000000002F");
+  EXPECT_EQ(*(*first)->ObjectID(), 0x800000000000002Fu);
+  Result<host::ObjectPtr> again =
+      s.doc->ObjectIdToObject(*(*first)->ObjectID());
+  ASSERT_TRUE(again.ok()) << again.status().ToString();
+  EXPECT_EQ(*host::As<host::Entity>(*again)->Handle(), "800000000000002F");
+  Result<uint64_t> owner = (*first)->OwnerID();
+  ASSERT_TRUE(owner.ok());
+  EXPECT_GT(*owner, 0x8000000000000000u);
+  Result<host::ObjectPtr> block = s.doc->ObjectIdToObject(*owner);
+  ASSERT_TRUE(block.ok()) << block.status().ToString();
+  EXPECT_EQ(*host::As<host::Block>(*block)->Name(), "*Model_Space");
+  EXPECT_EQ(s.doc->ObjectIdToObject(0xFFFFFFFFFFFFFFFFu).status().code(),
+            StatusCode::kNotFound);
+}
+
 TEST(EntitiesTest, ClassNamesAndKindsAgree) {
   test::Session s(test::TestdataPath("example.dxf"));
   struct Row {
@@ -63,7 +88,7 @@ TEST(EntitiesTest, CommonPropertiesReadAndWrite) {
   EXPECT_EQ(*frame->Linetype(), "BYLAYER");
   EXPECT_EQ(*frame->LineWeight(), -1);
   EXPECT_TRUE(*frame->Visible());
-  Result<int64_t> owner = frame->OwnerID();
+  Result<uint64_t> owner = frame->OwnerID();
   ASSERT_TRUE(owner.ok());
   Result<host::ObjectPtr> model = s.doc->ObjectIdToObject(*owner);
   ASSERT_TRUE(model.ok());

@@ -63,7 +63,7 @@ struct Session {
   // The model-space entity with handle `handle`.
   host::EntityPtr ByHandle(const std::string& handle) {
     Result<host::ObjectPtr> o =
-        doc->ObjectIdToObject(std::stoll(handle, nullptr, 16));
+        doc->ObjectIdToObject(std::stoull(handle, nullptr, 16));
     EXPECT_TRUE(o.ok()) << handle;
     return o.ok() ? host::As<host::Entity>(*o) : nullptr;
   }

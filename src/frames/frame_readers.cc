@@ -46,7 +46,7 @@ FrameReader::FrameReader(host::Document& document, host::User& user,
 
 bool FrameReader::Read(const host::Entity& entity, int row) {
   LMT_CHECK(row > 0 && row < table_.row_count());
-  if (Result<int64_t> id = entity.ObjectID(); id.ok()) {
+  if (Result<uint64_t> id = entity.ObjectID(); id.ok()) {
     table_.SetCell(row, Column::kId, std::to_string(*id));
   }
   Result<std::string> object_name = entity.ObjectName();

@@ -64,7 +64,7 @@ Result<std::vector<EntityPtr>> Database::DoCopyObjects(
   return Unsupported("Database.CopyObjects");
 }
 
-Result<ObjectPtr> Database::DoObjectIdToObject(int64_t /*object_id*/) const {
+Result<ObjectPtr> Database::DoObjectIdToObject(uint64_t /*object_id*/) const {
   return Unsupported("Database.ObjectIdToObject");
 }
 

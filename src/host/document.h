@@ -145,7 +145,7 @@ class Database : public Object {
     return DoCopyObjects(objects, owner);
   }
   // Any object by id (cast with As<T>); kNotFound when unknown.
-  Result<ObjectPtr> ObjectIdToObject(int64_t object_id) const {
+  Result<ObjectPtr> ObjectIdToObject(uint64_t object_id) const {
     if (Status s = Enter("Database.ObjectIdToObject"); !s.ok()) return s;
     return DoObjectIdToObject(object_id);
   }
@@ -163,7 +163,7 @@ class Database : public Object {
   virtual Result<LayoutsPtr> DoLayouts() const;
   virtual Result<std::vector<EntityPtr>> DoCopyObjects(
       const std::vector<EntityPtr>& objects, const BlockPtr& owner);
-  virtual Result<ObjectPtr> DoObjectIdToObject(int64_t object_id) const;
+  virtual Result<ObjectPtr> DoObjectIdToObject(uint64_t object_id) const;
 };
 
 // A drawing open in the CAD program.

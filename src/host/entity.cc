@@ -6,7 +6,7 @@ Result<std::string> Entity::DoObjectName() const {
   return Unsupported("Entity.ObjectName");
 }
 
-Result<int64_t> Entity::DoObjectID() const {
+Result<uint64_t> Entity::DoObjectID() const {
   return Unsupported("Entity.ObjectID");
 }
 
@@ -14,7 +14,7 @@ Result<std::string> Entity::DoHandle() const {
   return Unsupported("Entity.Handle");
 }
 
-Result<int64_t> Entity::DoOwnerID() const {
+Result<uint64_t> Entity::DoOwnerID() const {
   return Unsupported("Entity.OwnerID");
 }
 

@@ -34,8 +34,9 @@ class Entity : public Object {
     if (Status s = Enter("Entity.ObjectName"); !s.ok()) return s;
     return DoObjectName();
   }
-  // The session-wide object id (what ObjectIdToObject takes).
-  Result<int64_t> ObjectID() const {
+  // The session-wide object id (what ObjectIdToObject takes). Unsigned:
+  // DXF hosts use the handle, and handles fill all 64 bits.
+  Result<uint64_t> ObjectID() const {
     if (Status s = Enter("Entity.ObjectID"); !s.ok()) return s;
     return DoObjectID();
   }
@@ -46,7 +47,7 @@ class Entity : public Object {
   }
   // The object id of the owning block (model space, a layout's
   // block or a block definition).
-  Result<int64_t> OwnerID() const {
+  Result<uint64_t> OwnerID() const {
     if (Status s = Enter("Entity.OwnerID"); !s.ok()) return s;
     return DoOwnerID();
   }
@@ -122,9 +123,9 @@ class Entity : public Object {
 
   // Hosts override what they support; the rest answers kNotSupported.
   virtual Result<std::string> DoObjectName() const;
-  virtual Result<int64_t> DoObjectID() const;
+  virtual Result<uint64_t> DoObjectID() const;
   virtual Result<std::string> DoHandle() const;
-  virtual Result<int64_t> DoOwnerID() const;
+  virtual Result<uint64_t> DoOwnerID() const;
   virtual Result<std::string> DoLayer() const;
   virtual Status DoSetLayer(std::string_view layer);
   virtual Result<int32_t> DoColor() const;

@@ -55,7 +55,7 @@ std::vector<host::EntityPtr> Members(const host::SelectionSet& set,
 // object model walks it.
 Result<std::string> OwnViewportHandle(const host::Document& document,
                                       const host::Entity& entity) {
-  Result<int64_t> owner_id = entity.OwnerID();
+  Result<uint64_t> owner_id = entity.OwnerID();
   if (!owner_id.ok()) return owner_id.status();
   Result<host::ObjectPtr> owner = document.ObjectIdToObject(*owner_id);
   if (!owner.ok()) return owner.status();
