@@ -257,6 +257,7 @@ TEST_F(OutputFileTest, LayoutOfATurnedBlockFrameGetsExactlyItsAngle) {
   fs::copy_file(kInputs + "frames_2018.dxf", dir_ / "frames_2018.dxf");
   test::LayomatRun run = test::RunLayomat(
       std::string("create-layouts frames_2018.dxf") + kCreateOptions +
+          " --set OknoLmt.OptionBlockPoisk0=True"  // the frame, not its box
           " --set OknoLmt.UniTextLeyoutName0=S --set "
           "OknoLmt.TextStrokaNameFile=10/20 -o out.dxf",
       dir_.path());
