@@ -1,42 +1,40 @@
 #include "batch/save_version.h"
 
-#include <array>
 #include <charconv>
+#include <string>
+#include <vector>
 
 #include "core/check.h"
 #include "core/text_case.h"
+#include "host/releases.h"
 
 namespace lmt::batch {
 namespace {
 
 struct VersionRow {
-  std::string_view entry;
-  std::string_view code;
+  std::string entry;
+  std::string code;
 };
 
-// Entry 0 is language dependent and its code comes from the host.
-constexpr std::array<VersionRow, kSaveVersionCount> kVersions = {{
-    {"", ""},
-    {"AutoCAD R12 DXF (*.dxf)", "1:dxf"},
-    {"AutoCAD R13 DWG (*.dwg)", "4:dwg"},
-    {"AutoCAD R13 DXF (*.dxf)", "5:dxf"},
-    {"AutoCAD R14 DWG (*.dwg)", "8:dwg"},
-    {"AutoCAD R14 DXF (*.dxf)", "9:dxf"},
-    {"AutoCAD 2000 DWG (*.dwg)", "12:dwg"},
-    {"AutoCAD 2000 DXF (*.dxf)", "13:dxf"},
-    {"AutoCAD 2004 DWG (*.dwg)", "24:dwg"},
-    {"AutoCAD 2004 DXF (*.dxf)", "25:dxf"},
-    {"AutoCAD 2007 DWG (*.dwg)", "36:dwg"},
-    {"AutoCAD 2007 DXF (*.dxf)", "37:dxf"},
-    {"AutoCAD 2010 DWG (*.dwg)", "48:dwg"},
-    {"AutoCAD 2010 DXF (*.dxf)", "49:dxf"},
-    {"AutoCAD 2013 DWG (*.dwg)", "60:dwg"},
-    {"AutoCAD 2013 DXF (*.dxf)", "61:dxf"},
-    {"AutoCAD 2018 DWG (*.dwg)", "64:dwg"},
-    {"AutoCAD 2018 DXF (*.dxf)", "65:dxf"},
-    {"AutoCAD 2021 DWG (*.dwg)", "70:dwg"},
-    {"AutoCAD 2021 DXF (*.dxf)", "71:dxf"},
-}};
+// Entry 0 is language dependent and its code comes from the host; then
+// each release of the hosts' table, its DWG type before its DXF type.
+const std::vector<VersionRow>& Versions() {
+  static const std::vector<VersionRow>* versions = [] {
+    auto* rows = new std::vector<VersionRow>{{"", ""}};
+    for (const host::Release& release : host::Releases()) {
+      const std::string name = "AutoCAD " + std::string(release.name);
+      if (release.dwg_save_type) {
+        rows->push_back({name + " DWG (*.dwg)",
+                         std::to_string(*release.dwg_save_type) + ":dwg"});
+      }
+      rows->push_back({name + " DXF (*.dxf)",
+                       std::to_string(release.dxf_save_type) + ":dxf"});
+    }
+    LMT_CHECK(rows->size() == kSaveVersionCount);
+    return rows;
+  }();
+  return *versions;
+}
 
 }  // namespace
 
@@ -46,7 +44,7 @@ std::string_view SaveVersionEntry(int index, EntryLanguage language) {
     return language == EntryLanguage::kRussian ? "Пумолчанию из AutoCAD"
                                                : "Active AutoCAD release";
   }
-  return kVersions[index].entry;
+  return Versions()[static_cast<size_t>(index)].entry;
 }
 
 std::string SaveVersionCode(int index, int host_save_as_type) {
@@ -55,7 +53,7 @@ std::string SaveVersionCode(int index, int host_save_as_type) {
     return std::to_string(host_save_as_type) +
            (host_save_as_type % 2 != 0 ? ":dxf" : ":dwg");
   }
-  return std::string(kVersions[index].code);
+  return Versions()[static_cast<size_t>(index)].code;
 }
 
 std::optional<SaveFormat> SplitSaveCode(std::string_view code) {

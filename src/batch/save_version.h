@@ -1,8 +1,9 @@
 // The save-format table shared by the batch windows (`Combo_SaveVersia` of
-// Run Script, Run Lisp and Import): 20 entries, each turned into a code text
-// "code:ext", where code is the host's save-as type number passed to
-// `Saveas` and ext the family "dwg" or "dxf". Also the "Save as" choice of
-// the Replace windows (`Combo_SaveAsDWGorDXF`). Texts only; no host calls.
+// Run Script, Run Lisp and Import): 20 entries made from the hosts' release
+// table (host/releases.h), each turned into a code text "code:ext", where
+// code is the host's save-as type number passed to `Saveas` and ext the
+// family "dwg" or "dxf". Also the "Save as" choice of the Replace windows
+// (`Combo_SaveAsDWGorDXF`). Texts only; no host calls.
 #ifndef LMT_BATCH_SAVE_VERSION_H_
 #define LMT_BATCH_SAVE_VERSION_H_
 

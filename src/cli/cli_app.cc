@@ -129,6 +129,11 @@ int RunLayomat(const std::vector<std::string>& args, std::ostream& out,
     err << "layomat: no command given\nTry 'layomat --help'.\n";
     return kExitUsage;
   }
+  if (Status needed = CheckRequiredOptions(*command, options); !needed.ok()) {
+    err << "layomat: " << needed.message() << "\nTry 'layomat " << command->name
+        << " --help'.\n";
+    return kExitUsage;
+  }
 
   StreamMessageSink messages(err);
   core::Environment env;

@@ -38,13 +38,33 @@ void CliUser::QueuePoint(host::Point point) { points_.push_back(point); }
 
 host::Answer CliUser::DoShowMessage(const host::Message& message) {
   messages_.push_back(message);
-  if (progress_visible_) err_ << '\n';  // keep the message off the bar
-  sink_.Show(message.title.empty() ? title_ : message.title, message.text,
-             core::MessageIcon::kInformation);
+  if (holding_ && message.icon == host::MessageIcon::kInformation &&
+      message.buttons == host::MessageButtons::kOk) {
+    held_.push_back(message);
+    return host::Answer::kOk;
+  }
+  Write(message);
   if (message.buttons == host::MessageButtons::kYesNo) {
     return options_.yes ? host::Answer::kYes : host::Answer::kNo;
   }
   return host::Answer::kOk;
+}
+
+void CliUser::Write(const host::Message& message) {
+  if (progress_visible_) err_ << '\n';  // keep the message off the bar
+  sink_.Show(message.title.empty() ? title_ : message.title, message.text,
+             core::MessageIcon::kInformation);
+}
+
+void CliUser::ReleaseHeldMessages() {
+  holding_ = false;
+  for (const host::Message& message : held_) Write(message);
+  held_.clear();
+}
+
+void CliUser::DropHeldMessages() {
+  holding_ = false;
+  held_.clear();
 }
 
 std::optional<std::string> CliUser::DoInputBox(std::string_view,

@@ -8,7 +8,8 @@
 //   distances    cancelled
 //   Yes/No       Yes with --yes, else No
 //   input boxes  the default text, as if OK were pressed
-//   messages     one line "title: text" on the error stream
+//   messages     one line "title: text" on the error stream; while held,
+//                the messages of success wait (see HoldSuccessMessages)
 //   progress     on the error stream, only when it is a terminal
 //
 // Window focus, event pumps and waits do nothing: there is no window, and
@@ -47,8 +48,17 @@ class CliUser : public host::User {
   void QueueViewportPick();      // --viewport
   void QueuePoint(host::Point point);
 
-  // Messages shown so far, in order (as written).
+  // Messages shown so far, in order (as shown, held ones included).
   const std::vector<host::Message>& messages() const { return messages_; }
+
+  // From now on messages of success (an information icon and only an OK
+  // button, as a command's final "done") wait instead of being written, so
+  // that a command that saves afterwards claims success only once its file
+  // is written; the others are written at once. Release writes the waiting
+  // ones in order and stops holding; Drop forgets them and stops holding.
+  void HoldSuccessMessages() { holding_ = true; }
+  void ReleaseHeldMessages();
+  void DropHeldMessages();
 
   void ActivateCadWindow(std::string_view) override {}
   void BringToFront() override {}
@@ -73,6 +83,7 @@ class CliUser : public host::User {
 
  private:
   void DrawProgress();
+  void Write(const host::Message& message);
 
   const CliOptions& options_;
   std::ostream& err_;
@@ -82,6 +93,8 @@ class CliUser : public host::User {
   std::deque<std::vector<std::string>> picks_;
   std::deque<host::Point> points_;
   std::vector<host::Message> messages_;
+  bool holding_ = false;
+  std::vector<host::Message> held_;
   int32_t progress_max_ = 0;
   int32_t progress_value_ = 0;
   int32_t progress_drawn_ = -1;  // the per-mille last drawn

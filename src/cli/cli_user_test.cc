@@ -44,6 +44,33 @@ TEST(CliUserTest, NoStartPointIsACancel) {
             StatusCode::kCancelled);
 }
 
+TEST(CliUserTest, HeldSuccessWaitsForReleaseAndGoesWithDrop) {
+  CliOptions options;
+  for (bool release : {true, false}) {
+    SCOPED_TRACE(release);
+    std::ostringstream err;
+    CliUser user(options, err, "Layomat", false);
+    user.HoldSuccessMessages();
+    user.ShowMessage("Done", host::MessageIcon::kInformation);
+    user.ShowMessage("Bad", host::MessageIcon::kCritical);
+    user.ShowMessage("Go on?", host::MessageIcon::kInformation,
+                     host::MessageButtons::kYesNo);
+    // Only the success waits; refusals and questions are written at once.
+    EXPECT_EQ(err.str(), "Layomat: Bad\nLayomat: Go on?\n");
+    EXPECT_EQ(user.messages().size(), 3u);
+    if (release) {
+      user.ReleaseHeldMessages();
+      EXPECT_EQ(err.str(), "Layomat: Bad\nLayomat: Go on?\nLayomat: Done\n");
+    } else {
+      user.DropHeldMessages();
+      EXPECT_EQ(err.str(), "Layomat: Bad\nLayomat: Go on?\n");
+    }
+    // Holding has ended either way.
+    user.ShowMessage("Later", host::MessageIcon::kInformation);
+    EXPECT_NE(err.str().find("Layomat: Later\n"), std::string::npos);
+  }
+}
+
 TEST(FrameOutputTest, JsonStringEscapes) {
   EXPECT_EQ(JsonString("a\"b\\c\n\x01№"), "\"a\\\"b\\\\c\\n\\u0001№\"");
 }

@@ -1,8 +1,10 @@
 // layomat create-layouts DRAWING -o OUT [options]: the frame search,
 // ordering and naming of `frames`, then layout creation with its actions
-// after creation, in the embedded host; saves the result as OUT in
-// DRAWING's release (through a temporary file renamed into place; OUT may
-// be DRAWING itself). Prints one line per layout made.
+// after creation, in the embedded host; saves the result as OUT through the
+// command line's one save path (EmbeddedSession::SaveOutput: DRAWING's
+// release and format, a temporary file renamed into place; OUT may be
+// DRAWING itself). Prints one line per layout made and per row skipped, and
+// how many of the rows got their layout.
 #include <ostream>
 
 #include "cli/embedded_session.h"
@@ -15,20 +17,16 @@
 namespace lmt::cli {
 namespace {
 
-// Any DXF save type: the embedded engine writes a drawing in the release
-// it was read in.
-constexpr int32_t kDxfSaveType = 65;
-
 int RunCreateLayouts(CommandContext& context) {
   const CliOptions& options = context.options;
-  if (options.args.size() != 1 || !options.output) {
-    context.err << "layomat: create-layouts expects one DRAWING and -o OUT\n"
+  if (options.args.size() != 1) {
+    context.err << "layomat: create-layouts expects one DRAWING\n"
                    "Try 'layomat create-layouts --help'.\n";
     return kExitUsage;
   }
   const std::string& drawing = options.args[0];
   Result<std::unique_ptr<EmbeddedSession>> run =
-      EmbeddedSession::Open(context, drawing);
+      EmbeddedSession::OpenToSave(context, drawing, *options.output);
   if (!run.ok()) return ReportFileError(context, run.status());
   EmbeddedSession& embedded = **run;
   core::Windows& windows = context.addin.windows();
@@ -46,20 +44,24 @@ int RunCreateLayouts(CommandContext& context) {
       report.outcome == layouts::CreationOutcome::kNotConnected) {
     return kExitRefused;
   }
-  Status saved = embedded.document()->SaveAs(*options.output, kDxfSaveType);
-  if (!saved.ok()) {
-    context.err << "layomat: " << *options.output << ": " << saved.message()
-                << "\n";
-    return kExitFileError;
-  }
+  Status saved = embedded.SaveOutput();
+  if (!saved.ok()) return ReportFileError(context, saved);
   for (const std::string& name : report.created) {
     context.out << "layout\t" << name << "\n";
+  }
+  for (const utilities::Skip& skip : report.skipped.skips()) {
+    context.out << "skipped\t" << skip.object << "\t" << skip.status.message()
+                << "\n";
   }
   for (const std::string& name : report.deleted) {
     context.out << "deleted\t" << name << "\n";
   }
-  context.out << report.created.size() << " layouts, " << report.viewports
-              << " viewports -> " << *options.output << "\n";
+  const size_t skipped = report.skipped.skips().size();
+  context.out << report.created.size() << " of " << report.rows
+              << " layouts made";
+  if (skipped > 0) context.out << "; " << skipped << " skipped";
+  context.out << "; " << report.viewports << " viewports -> " << *options.output
+              << "\n";
   return report.outcome == layouts::CreationOutcome::kDone ? kExitOk
                                                            : kExitRefused;
 }
@@ -69,6 +71,7 @@ const CommandRegistration kCreateLayouts({
     "layomat create-layouts DRAWING -o OUT [options]",
     "find the frames of DRAWING, make one layout per frame, save OUT",
     &RunCreateLayouts,
+    kRequiresOutput,
 });
 
 }  // namespace

@@ -1,16 +1,16 @@
 // layomat delete-outside DRAWING --viewport HANDLE -o OUT: "Delete around
 // Viewport" on DRAWING in the embedded host, with the viewport HANDLE as the
-// user's pick; saves OUT. Picking a viewport means going to its layout
-// first, so that layout is made current before the command runs; without a
-// usable --viewport the drawing's own current tab stays (in the model tab
-// the command refuses).
+// user's pick; saves OUT through the command line's one save path
+// (EmbeddedSession::SaveOutput). Picking a viewport means going to its
+// layout first, so that layout is made current before the command runs;
+// when the handle names no entity on a layout the drawing's own current tab
+// stays (in the model tab the command refuses).
 #include <cctype>
 #include <cstdint>
 #include <ostream>
 #include <string>
 
 #include "cli/cli_options.h"
-#include "cli/drawing_output.h"
 #include "cli/embedded_session.h"
 #include "cli/registry.h"
 #include "host/object_model.h"
@@ -43,24 +43,24 @@ void GoToLayoutOf(host::Document& document, const std::string& handle) {
 
 int RunDeleteOutside(CommandContext& context) {
   const CliOptions& options = context.options;
-  if (options.args.size() != 1 || !options.output) {
-    context.err << "layomat: delete-outside expects DRAWING, --viewport "
-                   "HANDLE and -o OUT\nTry 'layomat --help'.\n";
+  if (options.args.size() != 1) {
+    context.err << "layomat: delete-outside expects one DRAWING\n"
+                   "Try 'layomat delete-outside --help'.\n";
     return kExitUsage;
   }
   const std::string& drawing = options.args[0];
   Result<std::unique_ptr<EmbeddedSession>> run =
-      EmbeddedSession::Open(context, drawing);
+      EmbeddedSession::OpenToSave(context, drawing, *options.output);
   if (!run.ok()) return ReportFileError(context, run.status());
   EmbeddedSession& embedded = **run;
 
-  if (options.viewport) GoToLayoutOf(*embedded.document(), *options.viewport);
+  GoToLayoutOf(*embedded.document(), *options.viewport);
   embedded.user().QueueViewportPick();
   if (utilities::DeleteOutsideViewport(embedded.session()) !=
       utilities::Outcome::kDone) {
     return kExitRefused;
   }
-  Status saved = SaveDrawing(*embedded.document(), drawing, *options.output);
+  Status saved = embedded.SaveOutput();
   if (!saved.ok()) return ReportFileError(context, saved);
   return kExitOk;
 }
@@ -70,6 +70,7 @@ const CommandRegistration kDeleteOutside({
     "layomat delete-outside DRAWING --viewport HANDLE -o OUT [options]",
     "erase the model-space objects outside that viewport's window",
     &RunDeleteOutside,
+    kRequiresOutput | kRequiresViewport,
 });
 
 }  // namespace

@@ -1,9 +1,9 @@
 // layomat viewports on|off DRAWING -o OUT: the Start of the viewports window
 // (OknoFunctionOnOffViewport) with its check box ticked and the direction of
-// the first argument, on DRAWING in the embedded host; saves OUT.
+// the first argument, on DRAWING in the embedded host; saves OUT through the
+// command line's one save path (EmbeddedSession::SaveOutput).
 #include <ostream>
 
-#include "cli/drawing_output.h"
 #include "cli/embedded_session.h"
 #include "cli/registry.h"
 #include "core/text_encoding.h"
@@ -19,14 +19,14 @@ int RunViewports(CommandContext& context) {
                   core::EqualsIgnoreAsciiCase(options.args[0], "on");
   const bool off = options.args.size() == 2 &&
                    core::EqualsIgnoreAsciiCase(options.args[0], "off");
-  if ((!on && !off) || !options.output) {
-    context.err << "layomat: viewports expects on or off, DRAWING and -o OUT\n"
-                   "Try 'layomat --help'.\n";
+  if (!on && !off) {
+    context.err << "layomat: viewports expects on or off and DRAWING\n"
+                   "Try 'layomat viewports --help'.\n";
     return kExitUsage;
   }
   const std::string& drawing = options.args[1];
   Result<std::unique_ptr<EmbeddedSession>> run =
-      EmbeddedSession::Open(context, drawing);
+      EmbeddedSession::OpenToSave(context, drawing, *options.output);
   if (!run.ok()) return ReportFileError(context, run.status());
 
   core::OknoFunctionOnOffViewport& window =
@@ -37,7 +37,7 @@ int RunViewports(CommandContext& context) {
       utilities::Outcome::kDone) {
     return kExitRefused;
   }
-  Status saved = SaveDrawing(*(*run)->document(), drawing, *options.output);
+  Status saved = (*run)->SaveOutput();
   if (!saved.ok()) return ReportFileError(context, saved);
   return kExitOk;
 }
@@ -47,6 +47,7 @@ const CommandRegistration kViewports({
     "layomat viewports on|off DRAWING -o OUT [options]",
     "switch every viewport of DRAWING on or off (not the layouts' own)",
     &RunViewports,
+    kRequiresOutput,
 });
 
 }  // namespace

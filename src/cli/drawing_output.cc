@@ -1,10 +1,12 @@
 #include "cli/drawing_output.h"
 
-#include <array>
 #include <filesystem>
 #include <fstream>
 #include <string_view>
 #include <system_error>
+
+#include "core/file_util.h"
+#include "host/releases.h"
 
 namespace lmt::cli {
 namespace {
@@ -13,23 +15,28 @@ namespace {
 // much finds it without loading a large drawing twice.
 constexpr size_t kHeadBytes = 64 * 1024;
 
-struct ReleaseType {
-  std::string_view release;
-  int save_type;
-};
-constexpr std::array<ReleaseType, 6> kReleaseTypes = {{
-    {"AC1015", 13},
-    {"AC1018", 25},
-    {"AC1021", 37},
-    {"AC1024", 49},
-    {"AC1027", 61},
-    {"AC1032", 65},
-}};
+// The oldest release the embedded engine writes.
+constexpr std::string_view kOldestWritten = "AC1015";
+
+// A name for the temporary file beside `target` that no file has yet.
+// Hidden, and ending in ".dxf" so that the host adds no extension.
+std::filesystem::path TemporaryBeside(const std::filesystem::path& target) {
+  std::filesystem::path folder = target.parent_path();
+  const std::string stem = "." + core::PathToUtf8(target.filename());
+  for (int n = 0;; ++n) {
+    std::filesystem::path candidate =
+        folder /
+        core::PathFromUtf8(stem + ".layomat-" + std::to_string(n) + ".dxf");
+    std::error_code ec;
+    if (!std::filesystem::exists(candidate, ec) && !ec) return candidate;
+    if (ec || n > 1000) return candidate;  // the save then says why
+  }
+}
 
 }  // namespace
 
 Result<std::string> DxfRelease(const std::string& path) {
-  std::ifstream in(path, std::ios::binary);
+  std::ifstream in(core::PathFromUtf8(path), std::ios::binary);
   if (!in) return Status::IOError(path + ": cannot open for reading");
   std::string head(kHeadBytes, '\0');
   in.read(head.data(), static_cast<std::streamsize>(head.size()));
@@ -46,15 +53,41 @@ Result<std::string> DxfRelease(const std::string& path) {
 }
 
 Result<int> DxfSaveType(const std::string& release) {
-  for (const ReleaseType& entry : kReleaseTypes) {
-    if (entry.release == release) return entry.save_type;
+  const host::Release* known = host::FindReleaseByAcadver(release);
+  if (known == nullptr || known->acadver < kOldestWritten) {
+    return Status::NotSupported("release " + release +
+                                " cannot be written (DXF 2000 and later only)");
   }
-  return Status::NotSupported("release " + release +
-                              " cannot be written (DXF 2000 and later only)");
+  return known->dxf_save_type;
+}
+
+Status CheckOutput(const std::string& out) {
+  const std::filesystem::path target = core::PathFromUtf8(out);
+  std::error_code ec;
+  if (std::filesystem::is_directory(target, ec)) {
+    return Status::IOError(out +
+                           ": is a folder; -o names the drawing file to write");
+  }
+  std::filesystem::path folder = target.parent_path();
+  if (folder.empty()) folder = ".";
+  if (!std::filesystem::is_directory(folder, ec)) {
+    return Status::IOError(out + ": cannot write: the folder " +
+                           core::PathToUtf8(folder) + " does not exist");
+  }
+  if (std::filesystem::exists(target, ec)) {
+    // Opening for appending tells whether the file may be replaced
+    // without changing a byte of it.
+    std::ofstream probe(target, std::ios::binary | std::ios::app);
+    if (!probe) {
+      return Status::IOError(out + ": cannot write: permission denied");
+    }
+  }
+  return Status::Ok();
 }
 
 Status SaveDrawing(host::Document& document, const std::string& source,
                    const std::string& out) {
+  if (Status usable = CheckOutput(out); !usable.ok()) return usable;
   Result<std::string> release = DxfRelease(source);
   if (!release.ok()) return release.status();
   Result<int> save_type = DxfSaveType(*release);
@@ -62,20 +95,20 @@ Status SaveDrawing(host::Document& document, const std::string& source,
     return Status(save_type.status().code(),
                   out + ": " + save_type.status().message());
   }
-  std::filesystem::path target(out);
-  std::filesystem::path temporary = target;
-  temporary += ".layomat-tmp.dxf";
-  Status saved = document.SaveAs(temporary.string(), *save_type);
+  const std::filesystem::path target = core::PathFromUtf8(out);
+  const std::filesystem::path temporary = TemporaryBeside(target);
+  Status saved = document.SaveAs(core::PathToUtf8(temporary), *save_type);
   std::error_code ignored;
   if (!saved.ok()) {
     std::filesystem::remove(temporary, ignored);
-    return Status::IOError(out + ": " + saved.message());
+    return Status::IOError(out + ": cannot write the drawing (" +
+                           saved.message() + ")");
   }
   std::error_code renamed;
   std::filesystem::rename(temporary, target, renamed);
   if (renamed) {
     std::filesystem::remove(temporary, ignored);
-    return Status::IOError(out + ": " + renamed.message());
+    return Status::IOError(out + ": cannot write: " + renamed.message());
   }
   return Status();
 }

@@ -1,7 +1,10 @@
-// Writing a command's drawing to its output file (-o OUT): in the DXF
-// release of the drawing it was read from, through a temporary file beside
-// OUT that is renamed into place, so that a failed run never leaves a
-// half-written OUT and OUT equal to the source replaces it only at the end.
+// Writing a command's drawing to its output file (-o OUT): exactly OUT (no
+// extension added), in the DXF release of the drawing it was read from and
+// in the engine's format of it (binary stays binary), through a temporary
+// file in OUT's folder that is renamed into place, so that a failed run
+// never leaves a half-written OUT or a stray temporary file, and OUT equal
+// to the source replaces it only at the end. Every command that writes a
+// drawing saves through here.
 #ifndef LMT_CLI_DRAWING_OUTPUT_H_
 #define LMT_CLI_DRAWING_OUTPUT_H_
 
@@ -16,12 +19,18 @@ namespace lmt::cli {
 // IOError when it cannot be read, Corruption when it names no release.
 Result<std::string> DxfRelease(const std::string& path);
 
-// The host's save-as type of DXF release `release` ("AC1015" 13 ...
+// The host's DXF save-as type of release `release` ("AC1015" 13 ...
 // "AC1032" 65); NotSupported for a release the add-in cannot save (R12).
 Result<int> DxfSaveType(const std::string& release);
 
+// IOError naming `out` when it cannot be the output file: a folder, in a
+// folder that does not exist, or an existing file that cannot be written.
+// Commands check it before they change anything.
+Status CheckOutput(const std::string& out);
+
 // Saves `document` as `out` in the release of `source`. On failure OUT is
-// left as it was and the status (IOError or NotSupported) names the file.
+// left as it was, no temporary file remains, and the status (IOError or
+// NotSupported) names OUT.
 Status SaveDrawing(host::Document& document, const std::string& source,
                    const std::string& out);
 

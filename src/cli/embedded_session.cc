@@ -3,6 +3,8 @@
 #include <optional>
 #include <utility>
 
+#include "cli/drawing_output.h"
+#include "core/check.h"
 #include "dxfhost/application.h"
 
 namespace lmt::cli {
@@ -41,7 +43,32 @@ Result<std::unique_ptr<EmbeddedSession>> EmbeddedSession::Open(
     return Status(failure.code(), std::move(message));
   }
   run->document_ = *opened;
+  run->drawing_ = drawing;
   return run;
+}
+
+Result<std::unique_ptr<EmbeddedSession>> EmbeddedSession::OpenToSave(
+    CommandContext& context, const std::string& drawing,
+    const std::string& out) {
+  Result<std::unique_ptr<EmbeddedSession>> run = Open(context, drawing);
+  if (!run.ok()) return run;
+  if (Status usable = CheckOutput(out); !usable.ok()) return usable;
+  (*run)->out_ = out;
+  (*run)->user_.HoldSuccessMessages();
+  return run;
+}
+
+EmbeddedSession::~EmbeddedSession() { user_.ReleaseHeldMessages(); }
+
+Status EmbeddedSession::SaveOutput() {
+  LMT_CHECK(!out_.empty());
+  Status saved = SaveDrawing(*document_, drawing_, out_);
+  if (saved.ok()) {
+    user_.ReleaseHeldMessages();
+  } else {
+    user_.DropHeldMessages();
+  }
+  return saved;
 }
 
 int ReportFileError(CommandContext& context, const Status& status) {

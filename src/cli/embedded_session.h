@@ -13,6 +13,9 @@
 //   if (!run.ok()) return ReportFileError(context, run.status());  // exit 3
 //   (*run)->user().QueueTemplatePick();
 //   frames::FrameCommands commands((*run)->session(), state, namer);
+//
+// A command that writes the drawing opens it with OpenToSave and ends with
+// SaveOutput, the one save path of the command line (cli/drawing_output.h).
 #ifndef LMT_CLI_EMBEDDED_SESSION_H_
 #define LMT_CLI_EMBEDDED_SESSION_H_
 
@@ -55,8 +58,24 @@ class EmbeddedSession {
   static Result<std::unique_ptr<EmbeddedSession>> Open(
       CommandContext& context, const std::string& drawing);
 
+  // Open for a command that writes the drawing to `out`: also an IOError
+  // when OUT cannot be written (checked before anything runs), and the
+  // messages of success wait until SaveOutput has written OUT.
+  static Result<std::unique_ptr<EmbeddedSession>> OpenToSave(
+      CommandContext& context, const std::string& drawing,
+      const std::string& out);
+
   EmbeddedSession(const EmbeddedSession&) = delete;
   EmbeddedSession& operator=(const EmbeddedSession&) = delete;
+  // Writes the messages still held (a command that stopped before saving
+  // shows them as it would have without holding).
+  ~EmbeddedSession();
+
+  // Saves the drawing as the OUT of OpenToSave in the release of the drawing
+  // read (SaveDrawing); then writes the held messages, or on failure drops
+  // them, so that no success is claimed for a file not written.
+  // REQUIRES: opened with OpenToSave.
+  Status SaveOutput();
 
   CliUser& user() { return user_; }
   host::Session& session() { return session_; }
@@ -74,6 +93,8 @@ class EmbeddedSession {
   EmbeddedRuntime runtime_;
   host::Session session_;
   host::DocumentPtr document_;
+  std::string drawing_;
+  std::string out_;  // empty: the command writes no drawing
 };
 
 // Writes "layomat: MESSAGE" for a drawing that could not be read or written

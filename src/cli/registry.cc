@@ -1,6 +1,7 @@
 #include "cli/registry.h"
 
 #include <algorithm>
+#include <string>
 
 #include "core/check.h"
 
@@ -31,6 +32,18 @@ std::vector<CommandInfo> CommandRegistry::List() const {
               return a.name < b.name;
             });
   return sorted;
+}
+
+Status CheckRequiredOptions(const CommandInfo& command,
+                            const CliOptions& options) {
+  const std::string name(command.name);
+  if ((command.required & kRequiresOutput) != 0 && !options.output) {
+    return Status::InvalidArgument(name + " needs -o OUT");
+  }
+  if ((command.required & kRequiresViewport) != 0 && !options.viewport) {
+    return Status::InvalidArgument(name + " needs --viewport HANDLE");
+  }
+  return Status::Ok();
 }
 
 CommandRegistration::CommandRegistration(const CommandInfo& entry) {

@@ -42,12 +42,26 @@ struct CommandContext {
 
 using CommandFunction = int (*)(CommandContext& context);
 
+// Options a command cannot run without, as its usage line shows them. The
+// command line is refused (exit 2, naming the first one missing) before the
+// command starts, so no command begins work it cannot finish.
+enum RequiredOption : unsigned {
+  kRequiresOutput = 1u << 0,    // -o OUT
+  kRequiresViewport = 1u << 1,  // --viewport HANDLE
+};
+
 struct CommandInfo {
   std::string_view name;     // "frames"
   std::string_view usage;    // "layomat frames DRAWING [options] [--json]"
   std::string_view summary;  // one line for --help
   CommandFunction run;
+  unsigned required = 0;  // RequiredOption bits
 };
+
+// InvalidArgument naming the first option `command` requires that
+// `options` lacks.
+Status CheckRequiredOptions(const CommandInfo& command,
+                            const CliOptions& options);
 
 class CommandRegistry {
  public:

@@ -1,6 +1,7 @@
 #include "dxfhost/document.h"
 
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -10,6 +11,7 @@
 #include "dxfhost/entities.h"
 #include "dxfhost/selection.h"
 #include "dxfhost/session.h"
+#include "host/releases.h"
 
 namespace lmt::dxfhost {
 namespace {
@@ -444,39 +446,17 @@ const Drawing* DrawingOf(const host::Document& document) {
 }
 
 Result<std::string> ReleaseOfSaveType(int32_t save_type) {
-  switch (save_type) {
-    case 13:
-      return std::string("AC1015");
-    case 25:
-      return std::string("AC1018");
-    case 37:
-      return std::string("AC1021");
-    case 49:
-      return std::string("AC1024");
-    case 61:
-      return std::string("AC1027");
-    case 65:
-    case 71:  // 2021 still writes the 2018 format
-      return std::string("AC1032");
-    case 1:
-    case 4:
-    case 5:
-    case 8:
-    case 9:
-    case 12:
-    case 24:
-    case 36:
-    case 48:
-    case 60:
-    case 64:
-    case 70:
-      return Status::NotSupported(
-          "save type " + std::to_string(save_type) +
-          ": the embedded engine writes DXF 2000 and later only");
-    default:
-      return Status::InvalidArgument("unknown save type " +
-                                     std::to_string(save_type));
+  std::optional<host::SaveTypeMatch> match = host::FindSaveType(save_type);
+  if (!match) {
+    return Status::InvalidArgument("unknown save type " +
+                                   std::to_string(save_type));
   }
+  if (!match->dxf || match->release->acadver < "AC1015") {
+    return Status::NotSupported(
+        "save type " + std::to_string(save_type) +
+        ": the embedded engine writes DXF 2000 and later only");
+  }
+  return std::string(match->release->acadver);
 }
 
 }  // namespace lmt::dxfhost

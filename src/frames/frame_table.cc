@@ -23,9 +23,6 @@ constexpr std::array<Column, 7> kCaptionColumns = {
     Column::kNumber,    Column::kLayoutName, Column::kId,   Column::kBlockName,
     Column::kAttribute, Column::kSortX,      Column::kSortY};
 
-// Fraction digits of stored numbers; see FormatNumber.
-constexpr int kFractionDigits = 8;
-
 int Index(Column column) { return static_cast<int>(column); }
 
 std::string_view Trim(std::string_view text) {
@@ -60,33 +57,14 @@ std::optional<Quad> FirstFourVertices(const std::vector<double>& coordinates) {
 
 std::string FormatNumber(double value) {
   if (!std::isfinite(value)) return "";
-  double integral = std::trunc(value);
-  // Exact: a double minus its integral part loses no bits.
-  double fraction = std::fabs(value - integral);
-
-  // The text of (fraction + 1) always starts "1." unless the fraction
-  // rounds up to a whole unit, which then belongs to the integral part.
+  if (value == 0) value = 0;  // "-0" would read back as a different text
+  // Fixed notation up to 308 integral digits, or a denormal's 324 fraction
+  // digits behind "0.".
   char buf[400];
-  auto [end, ec] = std::to_chars(buf, buf + sizeof buf, fraction + 1.0,
-                                 std::chars_format::fixed, kFractionDigits);
+  auto [end, ec] =
+      std::to_chars(buf, buf + sizeof buf, value, std::chars_format::fixed);
   LMT_CHECK(ec == std::errc());
-  std::string tail;
-  if (buf[0] == '2') {
-    integral += value < 0 ? -1.0 : 1.0;
-  } else {
-    tail.assign(buf + 1, end);
-    while (!tail.empty() && tail.back() == '0') tail.pop_back();
-    if (tail == ".") tail.clear();
-  }
-
-  std::string text;
-  if (value < 0 && (integral != 0 || !tail.empty())) text = "-";
-  auto [iend, iec] = std::to_chars(buf, buf + sizeof buf, std::fabs(integral),
-                                   std::chars_format::fixed, 0);
-  LMT_CHECK(iec == std::errc());
-  text.append(buf, iend);
-  text += tail;
-  return text;
+  return std::string(buf, end);
 }
 
 std::optional<double> ParseNumber(std::string_view text) {

@@ -81,15 +81,11 @@ using Quad = std::array<Point, 4>;
 // (X1, Y1, X2, Y2, ...). Nullopt when it holds fewer than eight values.
 std::optional<Quad> FirstFourVertices(const std::vector<double>& coordinates);
 
-// Number text as the table stores it: the integral part (truncated towards
-// zero) followed by the fraction taken from the text of (|fraction| + 1)
-// from its second character on. The fraction is written with 8 decimals
-// and its trailing zeros dropped ("12.5", "-3.25", "420"): that is exact to
-// 5e-9 drawing units, far below any drafter's precision, and stays free of
-// binary noise for coordinates up to 1e7 units. A fraction that rounds up
-// to 1 carries into the integral part (12.9999999999 gives "13"), and a
-// value between -1 and 0 keeps its sign ("-0.5"). Never depends on the
-// locale. Non-finite values give "".
+// Number text as the table stores it: the shortest fixed-point text that
+// reads back to exactly `value` ("12.5", "-3.25", "420",
+// "0.5235987755982988"), so that layout creation, which reads the table
+// back, gets the very numbers the search found. "." is the decimal
+// separator whatever the locale; -0 gives "0" and non-finite values "".
 std::string FormatNumber(double value);
 
 // Reads a cell as a number: optional blanks, an optional sign, digits with

@@ -201,6 +201,7 @@ class Run {
     std::string drawing;
     if (Result<std::string> name = document_.Name(); name.ok()) drawing = *name;
     const std::vector<FramePlan> plans = PlanRun(table_, params, drawing);
+    report_.rows = static_cast<int>(plans.size());
 
     SetLayoutCreateViewport(false);
     user_.PumpEvents();
@@ -215,12 +216,17 @@ class Run {
     }
     Result<host::LayoutsPtr> layouts = document_.Layouts();
     for (const FramePlan& plan : plans) {
-      if (!layouts.ok()) break;
       user_.SetProgressValue(plan.row);
       user_.PumpEvents();
-      Result<host::LayoutPtr> layout = (*layouts)->Add(plan.layout_name);
+      Result<host::LayoutPtr> layout =
+          layouts.ok() ? (*layouts)->Add(plan.layout_name)
+                       : Result<host::LayoutPtr>(layouts.status());
       // A name the host refuses (taken, or not valid there) skips the row.
-      if (!layout.ok()) continue;
+      if (!layout.ok()) {
+        report_.skipped.Add(plan.layout_name, std::string(kSkipLayout),
+                            layout.status());
+        continue;
+      }
       report_.created.push_back(plan.layout_name);
       if (source) CopyPattern(document_, *layout, source, objects);
       if (plan.viewport) {

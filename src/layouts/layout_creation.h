@@ -19,7 +19,8 @@
 // only the AutoCAD family knows the extended rotation rule.
 //
 // Failures: a host call refused for one object skips that step and the
-// run goes on; a layout name the host refuses skips that row. Only the
+// run goes on; a layout name the host refuses (taken, or not valid there)
+// skips that row, recorded with the host's refusal in the report. Only the
 // missing pattern layout stops a run before it starts (its message, nothing
 // created, then the clean-up and the final message as after any run).
 #ifndef LMT_LAYOUTS_LAYOUT_CREATION_H_
@@ -32,6 +33,7 @@
 #include "frames/frame_table.h"
 #include "host/session.h"
 #include "layouts/run_settings.h"
+#include "utilities/run_report.h"
 
 namespace lmt::layouts {
 
@@ -46,9 +48,15 @@ enum class CreationOutcome {
   kNotConnected,  // no host or drawing; the connection told the user
 };
 
+// Step of a row skipped because the host refused its layout: the skip's
+// object is the layout name, its status the host's refusal.
+inline constexpr std::string_view kSkipLayout = "layout";
+
 struct CreationReport {
   CreationOutcome outcome = CreationOutcome::kDone;
+  int rows = 0;                      // rows to make a layout for
   std::vector<std::string> created;  // layout names, in order
+  utilities::SkipLog skipped;        // rows passed over (kSkipLayout)
   std::vector<std::string> deleted;  // earlier layouts (Check_UdalitListi)
   int viewports = 0;                 // viewports made, copies included
 };

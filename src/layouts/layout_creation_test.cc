@@ -13,6 +13,7 @@
 #include <numbers>
 
 #include "layouts/creation_test_support.h"
+#include "testing/failing_host.h"
 #include "testing/temp_dir.h"
 
 namespace lmt::layouts {
@@ -390,6 +391,68 @@ TEST_F(CreationTest, EarlierLayoutsDeletedButNotThePattern) {
   EXPECT_EQ(d.layout("Old"), nullptr);
   EXPECT_NE(d.layout("Pattern"), nullptr);
   EXPECT_EQ(d.layouts.size(), 5u);
+}
+
+TEST_F(CreationTest, RowsWhoseLayoutTheHostRefusesAreReportedSkipped) {
+  std::unique_ptr<lmt::testing::FailingHost> failing;
+  CreationReport report;
+  Described d = Create(
+      host::HostKind::kAutoCad,
+      [&](core::Windows& w) {
+        w.okno_lmt.option_vid_sozdat_layout.SetButton(1, true);
+        w.okno_lmt.uni_text_name_obrazec_layout.set_text("Pattern");
+        // The second row's layout is refused, the rest go through.
+        failing =
+            std::make_unique<lmt::testing::FailingHost>(run_->application());
+        failing->Refuse("Layouts.Add", /*allow_first=*/1, /*times=*/1);
+      },
+      &report);
+  EXPECT_EQ(report.outcome, CreationOutcome::kDone);
+  EXPECT_EQ(report.rows, 4);
+  EXPECT_EQ(report.created,
+            (std::vector<std::string>{"Sheet-1", "Sheet-3", "Sheet-4"}));
+  ASSERT_EQ(report.skipped.skips().size(), 1u);
+  const utilities::Skip& skip = report.skipped.skips()[0];
+  EXPECT_EQ(skip.object, "Sheet-2");
+  EXPECT_EQ(skip.step, kSkipLayout);
+  EXPECT_EQ(skip.status.code(), StatusCode::kRefused);
+  EXPECT_EQ(skip.status.message(), "Layouts.Add refused");
+  EXPECT_EQ(d.layout("Sheet-2"), nullptr);
+  EXPECT_NE(d.layout("Sheet-3"), nullptr);
+}
+
+TEST_F(CreationTest, TurnedBlockFrameGivesItsViewportExactlyItsAngle) {
+  // The table is the store layout creation reads the angle back from, so
+  // what the search wrote must come back bit for bit.
+  const double angle = 200 * std::numbers::pi / 180;
+  frames::FrameTable table = TableOf(Frames());
+  ASSERT_EQ(table.Number(4, frames::Column::kAngle), angle);
+  run_ = std::make_unique<test::HostRun>(test::Testdata("layouts/frames.dxf"),
+                                         host::HostKind::kAutoCad);
+  run_->user.AllowUnusedAnswers();
+  CreationReport report = CreateLayouts(run_->session, table);
+  ASSERT_EQ(report.created.size(), 4u);
+  Result<host::LayoutsPtr> layouts = run_->document->Layouts();
+  ASSERT_TRUE(layouts.ok());
+  Result<host::LayoutPtr> sheet = (*layouts)->Item("Sheet-4");
+  ASSERT_TRUE(sheet.ok());
+  Result<host::BlockPtr> block = (*sheet)->Block();
+  ASSERT_TRUE(block.ok());
+  Result<std::vector<host::EntityPtr>> items = (*block)->Items();
+  ASSERT_TRUE(items.ok());
+  std::vector<double> twists;
+  for (const host::EntityPtr& e : *items) {
+    auto viewport = host::As<host::PViewport>(e);
+    if (viewport == nullptr) continue;
+    Result<double> twist = viewport->TwistAngle();
+    if (twist.ok() && *twist != 0) twists.push_back(*twist);
+  }
+  ASSERT_EQ(twists.size(), 1u);
+  // A frame upside down is shown the right way up: turned back by its
+  // angle less a half turn (340 degrees for 200).
+  const double full = 2 * std::numbers::pi;
+  EXPECT_DOUBLE_EQ(std::fmod(twists[0] + full, full),
+                   full - (angle - std::numbers::pi));
 }
 
 TEST(FamilyOfHostTest, HostNamesPickTheirFamily) {

@@ -15,7 +15,9 @@
 #include "dxfhost/application.h"
 #include "host/host_kind.h"
 #include "host/object_model.h"
+#include "host/releases.h"
 #include "host/session.h"
+#include "host/variant.h"
 #include "testing/fake_runtime.h"
 #include "testing/scripted_user.h"
 
@@ -39,9 +41,16 @@ class EmbeddedRun {
 
   host::Application& application() { return *app_; }
 
-  // Saves the drawing as `path` in the release it was read in.
+  // Saves the drawing as `path` in the release it was read in: the DXF save
+  // type of its $ACADVER (a fixed type would convert it).
   void SaveAs(const std::string& path) {
-    Status saved = document->SaveAs(path, kAnyDxf);
+    Result<host::Variant> acadver = document->GetVariable("ACADVER");
+    ASSERT_TRUE(acadver.ok()) << acadver.status().ToString();
+    Result<std::string> release = host::ToText(*acadver);
+    ASSERT_TRUE(release.ok()) << release.status().ToString();
+    const host::Release* known = host::FindReleaseByAcadver(*release);
+    ASSERT_NE(known, nullptr) << *release;
+    Status saved = document->SaveAs(path, known->dxf_save_type);
     ASSERT_TRUE(saved.ok()) << saved.ToString();
   }
 
@@ -51,8 +60,6 @@ class EmbeddedRun {
   FakeRuntime runtime;
 
  private:
-  // Any DXF save type: the engine keeps the drawing's own release.
-  static constexpr int32_t kAnyDxf = 65;
   std::shared_ptr<dxfhost::DxfApplication> app_;
 
  public:
