@@ -54,6 +54,12 @@ struct CliOptions {
   std::optional<std::string> output;           // -o / --output
   bool json = false;                           // --json
   std::optional<std::string> preview;          // --preview FILE.svg
+  // Plotting (layomat plot; --pdf for create-layouts).
+  std::optional<std::string> layouts;  // --layouts PATTERN (* and ?)
+  bool one_file = false;               // --one-file
+  bool file_per_sheet = false;         // --file-per-sheet
+  bool monochrome = false;             // --monochrome
+  std::optional<std::string> pdf;      // --pdf FILE.pdf
 };
 
 // InvalidArgument with a message for the user on a bad command line.

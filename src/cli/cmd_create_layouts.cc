@@ -8,6 +8,7 @@
 #include "cli/embedded_session.h"
 #include "cli/frame_output.h"
 #include "cli/frame_search_run.h"
+#include "cli/plot_run.h"
 #include "cli/registry.h"
 #include "frames/frame_commands.h"
 #include "layouts/layout_creation.h"
@@ -60,6 +61,9 @@ int RunCreateLayouts(CommandContext& context) {
   }
   context.out << report.created.size() << " layouts, " << report.viewports
               << " viewports -> " << *options.output << "\n";
+  if (const int plotted = PlotNewLayouts(context, report.created)) {
+    return plotted;
+  }
   return report.outcome == layouts::CreationOutcome::kDone ? kExitOk
                                                            : kExitRefused;
 }
