@@ -8,6 +8,7 @@
 #include "cli/cli_options.h"
 #include "cli/cli_user.h"
 #include "dxf/document.h"
+#include "dxf/encoding.h"
 #include "dxf/objects.h"
 
 #ifdef LMT_HAVE_RENDER
@@ -113,7 +114,8 @@ int RunPlot(CommandContext& context, const PlotRequest& request) {
     if (layout.is_model() || dxf::LayoutBlock(*doc, layout) == nullptr) {
       continue;
     }
-    const std::string name(layout.name());
+    const std::string name =
+        dxf::DecodeText(layout.name(), dxf::CodePageOf(*doc));
     bool wanted = MatchesWildcard(name, request.pattern);
     if (wanted && !request.names.empty()) {
       wanted = false;
@@ -146,18 +148,22 @@ int RunPlot(CommandContext& context, const PlotRequest& request) {
   std::vector<std::pair<std::string, std::string>> files;  // layout, file
   if (per_sheet) {
     for (const dxf::Layout& layout : chosen) {
-      const std::string file = SheetFileName(request.output, layout.name());
+      const std::string name =
+          dxf::DecodeText(layout.name(), dxf::CodePageOf(*doc));
+      const std::string file = SheetFileName(request.output, name);
       written = render::PlotLayouts(*doc, std::span(&layout, 1), file, *format,
                                     options, &sheets, progress);
       if (!written.ok()) break;
-      files.emplace_back(std::string(layout.name()), file);
+      files.emplace_back(name, file);
     }
   } else {
     written = render::PlotLayouts(*doc, chosen, request.output, *format,
                                   options, &sheets, progress);
     if (written.ok()) {
       for (const dxf::Layout& layout : chosen) {
-        files.emplace_back(std::string(layout.name()), request.output);
+        files.emplace_back(
+            dxf::DecodeText(layout.name(), dxf::CodePageOf(*doc)),
+            request.output);
       }
     }
   }

@@ -11,6 +11,7 @@
 #include <system_error>
 
 #include "dxf/check.h"
+#include "dxf/encoding.h"
 
 namespace lmt::render {
 namespace {
@@ -98,7 +99,9 @@ dxf::Status PlotLayouts(dxf::Document& doc,
   }
   cairo_t* cr = cairo_create(surface);
   for (size_t i = 0; i < layouts.size(); ++i) {
-    const std::string name(layouts[i].name());
+    // Names are stored in the drawing's code page; outlines want UTF-8.
+    const std::string name =
+        dxf::DecodeText(layouts[i].name(), dxf::CodePageOf(doc));
     if (progress) progress(i, name);
     const SheetGeometry& g = sheets[i];
     if (format == PlotFormat::kPdf) {
