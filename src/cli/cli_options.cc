@@ -47,7 +47,8 @@ Result<SetAssignment> ParseSet(std::string_view text) {
 constexpr std::string_view kValued[] = {
     "--settings", "--set",    "--lang",     "--template",
     "--pick",     "--start",  "--viewport", "--sort-polyline",
-    "-o",         "--output", "--preview"};
+    "-o",         "--output", "--preview",  "--layouts",
+    "--pdf"};
 
 bool TakesValue(std::string_view name) {
   for (std::string_view v : kValued) {
@@ -109,6 +110,11 @@ Status Apply(CliOptions& o, std::string_view name, std::string_view value) {
     if (value.empty())
       return Status::InvalidArgument("--preview expects a file");
     o.preview = std::string(value);
+  } else if (name == "--layouts") {
+    o.layouts = std::string(value);
+  } else if (name == "--pdf") {
+    if (value.empty()) return Status::InvalidArgument("--pdf expects a file");
+    o.pdf = std::string(value);
   }
   return Status::Ok();
 }
@@ -160,6 +166,12 @@ Result<CliOptions> ParseCommandLine(const std::vector<std::string>& args) {
       o.yes = true;
     } else if (name == "--json") {
       o.json = true;
+    } else if (name == "--one-file") {
+      o.one_file = true;
+    } else if (name == "--file-per-sheet") {
+      o.file_per_sheet = true;
+    } else if (name == "--monochrome") {
+      o.monochrome = true;
     } else if (TakesValue(name)) {
       std::string_view value;
       if (inline_value) {
@@ -205,6 +217,10 @@ std::string GlobalOptionsHelp() {
          "  --json                 print results as JSON\n"
          "  --preview FILE.svg     draw the model space with the frames "
          "found\n"
+         "  --layouts PATTERN      plot only layouts matching PATTERN (* ?)\n"
+         "  --one-file, --file-per-sheet  one PDF, or one file per layout\n"
+         "  --monochrome           plot everything black\n"
+         "  --pdf FILE.pdf         create-layouts: plot the new layouts\n"
          "  --help, --version\n";
 }
 

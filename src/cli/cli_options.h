@@ -56,6 +56,12 @@ struct CliOptions {
   std::optional<std::string> output;           // -o / --output
   bool json = false;                           // --json
   std::optional<std::string> preview;          // --preview FILE.svg
+  // Plotting (layomat plot; --pdf for create-layouts).
+  std::optional<std::string> layouts;  // --layouts PATTERN (* and ?)
+  bool one_file = false;               // --one-file
+  bool file_per_sheet = false;         // --file-per-sheet
+  bool monochrome = false;             // --monochrome
+  std::optional<std::string> pdf;      // --pdf FILE.pdf
 };
 
 // A handle option's text (1 to 16 hex digits) as the object id the host

@@ -10,6 +10,7 @@
 #include "cli/embedded_session.h"
 #include "cli/frame_output.h"
 #include "cli/frame_search_run.h"
+#include "cli/plot_run.h"
 #include "cli/registry.h"
 #include "frames/frame_commands.h"
 #include "layouts/layout_creation.h"
@@ -62,6 +63,9 @@ int RunCreateLayouts(CommandContext& context) {
   if (skipped > 0) context.out << "; " << skipped << " skipped";
   context.out << "; " << report.viewports << " viewports -> " << *options.output
               << "\n";
+  if (const int plotted = PlotNewLayouts(context, report.created)) {
+    return plotted;
+  }
   return report.outcome == layouts::CreationOutcome::kDone ? kExitOk
                                                            : kExitRefused;
 }

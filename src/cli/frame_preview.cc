@@ -4,36 +4,18 @@
 #include <cmath>
 #include <limits>
 #include <memory>
-#include <numbers>
+#include <optional>
 #include <sstream>
 #include <vector>
 
 #include "core/file_util.h"
 #include "dxf/document.h"
-#include "dxf/insert.h"
-#include "dxf/lwpolyline.h"
+#include "dxf/entity_walk.h"
+#include "dxf/tag.h"
 #include "frames/frame_ordering.h"
 
 namespace lmt::cli {
 namespace {
-
-constexpr int kMaxNesting = 4;
-constexpr double kDegree = std::numbers::pi / 180;
-
-// 2D affine map: x' = a x + b y + e, y' = c x + d y + f.
-struct Affine {
-  double a = 1, b = 0, c = 0, d = 1, e = 0, f = 0;
-
-  frames::Point operator()(double x, double y) const {
-    return {a * x + b * y + e, c * x + d * y + f};
-  }
-  Affine Then(const Affine& o) const {  // first this, then o
-    return {o.a * a + o.b * c,       o.a * b + o.b * d,
-            o.c * a + o.d * c,       o.c * b + o.d * d,
-            o.a * e + o.b * f + o.e, o.c * e + o.d * f + o.f};
-  }
-  double Scale() const { return std::sqrt(std::fabs(a * d - b * c)); }
-};
 
 struct Bounds {
   double min_x = std::numeric_limits<double>::infinity();
@@ -50,16 +32,35 @@ struct Bounds {
   bool empty() const { return !(min_x <= max_x && min_y <= max_y); }
 };
 
-class Painter {
- public:
-  explicit Painter(dxf::Document& doc) : doc_(doc) {}
+// Chords within about a pixel of a 5000 pixel wide picture of the
+// drawing's extents ($EXTMIN/$EXTMAX; 1 unit when they are unset).
+double PreviewTolerance(const dxf::Document& doc) {
+  auto corner = [&](std::string_view name, dxf::Vec3* p) {
+    bool any = false;
+    for (const dxf::Tag& t : doc.HeaderTags(name)) {
+      const std::optional<double> v = dxf::ParseDouble(t.value());
+      if (!v) continue;
+      if (t.code == 10) p->x = *v, any = true;
+      if (t.code == 20) p->y = *v;
+    }
+    return any;
+  };
+  dxf::Vec3 lo, hi;
+  if (!corner("$EXTMIN", &lo) || !corner("$EXTMAX", &hi)) return 1;
+  const double span = std::hypot(hi.x - lo.x, hi.y - lo.y);
+  return span > 0 && span < 1e15 ? span / 5000 : 1;
+}
 
-  void Block(const dxf::Block& block, const Affine& m, int depth) {
-    if (depth > kMaxNesting) return;
-    for (dxf::RecordId id : block.entities) {
-      dxf::Entity e = doc_.entity(id);
-      if (e.erased() || e.invisible()) continue;
-      Entity(e, m, depth);
+// SVG paths of the walked model space: strokes, and the outlines of fills.
+class Painter : public dxf::PrimitiveSink {
+ public:
+  void Add(dxf::Primitive p) override {
+    if (p.kind != dxf::Primitive::Kind::kStroke &&
+        p.kind != dxf::Primitive::Kind::kFill) {
+      return;
+    }
+    for (const std::vector<dxf::Point2>& path : p.paths) {
+      Polyline(path, p.kind == dxf::Primitive::Kind::kFill);
     }
   }
 
@@ -67,67 +68,18 @@ class Painter {
   Bounds bounds;
 
  private:
-  void Polyline(const std::vector<frames::Point>& points, bool closed) {
+  void Polyline(const std::vector<dxf::Point2>& points, bool closed) {
     if (points.size() < 2) return;
     std::ostringstream s;
     s.precision(10);
     s << "M";
     for (size_t i = 0; i < points.size(); ++i) {
       s << (i == 0 ? "" : " L") << points[i].x << "," << -points[i].y;
-      bounds.Add(points[i]);
+      bounds.Add({points[i].x, points[i].y});
     }
     if (closed) s << " Z";
     paths += "<path d=\"" + s.str() + "\"/>\n";
   }
-
-  void Arc(const Affine& m, dxf::Vec3 c, double r, double start, double end) {
-    if (!(r > 0)) return;
-    if (end <= start) end += 360;
-    const int steps = std::max(8, static_cast<int>((end - start) / 10));
-    std::vector<frames::Point> points;
-    for (int i = 0; i <= steps; ++i) {
-      const double t = (start + (end - start) * i / steps) * kDegree;
-      points.push_back(m(c.x + r * std::cos(t), c.y + r * std::sin(t)));
-    }
-    Polyline(points, false);
-  }
-
-  void Entity(const dxf::Entity& e, const Affine& m, int depth) {
-    const std::string_view type = e.type();
-    if (type == "LINE") {
-      dxf::Vec3 a = e.GetPoint(10), b = e.GetPoint(11);
-      Polyline({m(a.x, a.y), m(b.x, b.y)}, false);
-    } else if (type == "LWPOLYLINE") {
-      dxf::LwPolyline pl(e);
-      std::vector<frames::Point> points;
-      for (const dxf::LwVertex& v : pl.vertices())
-        points.push_back(m(v.x, v.y));
-      Polyline(points, pl.closed());
-    } else if (type == "CIRCLE") {
-      Arc(m, e.GetPoint(10), e.GetDouble(40), 0, 360);
-    } else if (type == "ARC") {
-      Arc(m, e.GetPoint(10), e.GetDouble(40), e.GetDouble(50), e.GetDouble(51));
-    } else if (type == "INSERT") {
-      dxf::Insert insert(e);
-      const dxf::Block* block = doc_.FindBlock(insert.block_name());
-      if (block == nullptr || block->begin == dxf::kNoRecord) return;
-      const dxf::Vec3 base = doc_.entity(block->begin).GetPoint(10);
-      const dxf::Vec3 scale = insert.scale();
-      const dxf::Vec3 at = insert.insert_point();
-      const double r = insert.rotation() * kDegree;
-      Affine local{scale.x * std::cos(r),
-                   -scale.y * std::sin(r),
-                   scale.x * std::sin(r),
-                   scale.y * std::cos(r),
-                   0,
-                   0};
-      local.e = at.x - (local.a * base.x + local.b * base.y);
-      local.f = at.y - (local.c * base.x + local.d * base.y);
-      Block(*block, local.Then(m), depth + 1);
-    }
-  }
-
-  dxf::Document& doc_;
 };
 
 std::string Escape(std::string_view text) {
@@ -162,8 +114,12 @@ Result<std::string> RenderFramePreview(const std::string& drawing,
   if (loaded.IsIOError()) return Status::IOError(loaded.message());
   if (!loaded.ok()) return Status::Corruption(loaded.message());
 
-  Painter painter(*doc);
-  if (doc->model_space() != nullptr) painter.Block(*doc->model_space(), {}, 0);
+  Painter painter;
+  if (doc->model_space() != nullptr) {
+    dxf::EntityWalker walker(*doc);
+    walker.set_tolerance(PreviewTolerance(*doc));
+    walker.WalkBlock(*doc->model_space(), dxf::Affine(), painter);
+  }
 
   Bounds view;
   std::ostringstream outlines, labels;

@@ -2,10 +2,9 @@
 // table outlined in red, numbered and labelled with their layout names: a
 // quick look at what `layomat frames` found.
 //
-// Drawn approximately from the file itself (not through the CAD host):
-// lines, lightweight polylines (straight segments, bulges ignored), circles,
-// arcs and block references with their blocks' content, nested up to a few
-// levels. Texts, hatches and the rest are left out. The picture shows the
+// Drawn from the file itself (not through the CAD host) by the engine's
+// walk (dxf/entity_walk.h): curves, polylines with their bulges, block
+// references to any depth, and the outlines of fills; texts are left out. The picture shows the
 // found frames with a margin around them, or the whole model space when no
 // frame was found; Y points up as in the drawing.
 #ifndef LMT_CLI_FRAME_PREVIEW_H_
