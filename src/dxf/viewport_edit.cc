@@ -67,10 +67,7 @@ Entity FindOrAddScale(Document& doc, std::string_view name) {
   // Keys only need to be unique; CAD programs use A0, A1, ...
   std::string key;
   for (size_t n = entries.size();; ++n) {
-    // Appended, not "A" + to_string(n): GCC 12 at -O3 warns falsely
-    // (-Wrestrict) on the literal-plus-temporary form.
-    key = "A";
-    key += std::to_string(n);
+    key = "A" + std::to_string(n);
     if (doc.DictionaryLookup(list, key) == 0) break;
   }
   doc.AddToDictionary(list, key, s.handle());
