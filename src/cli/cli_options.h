@@ -31,6 +31,13 @@ struct SetAssignment {
   std::string value;
 };
 
+// One control write of a plain option (cli/plain_options.h), with the
+// option as typed ("--scale 1:100") for messages.
+struct PlainWrite {
+  std::string option;
+  SetAssignment set;
+};
+
 struct Point2 {
   double x = 0;
   double y = 0;
@@ -45,6 +52,7 @@ struct CliOptions {
   std::optional<std::string> settings_file;  // --settings
   std::optional<std::string> lang_file;      // --lang
   std::vector<SetAssignment> sets;           // --set, in order
+  std::vector<PlainWrite> plain;             // plain options, in order
 
   std::optional<std::string> template_handle;  // --template (hex)
   std::vector<std::string> pick_handles;       // --pick (hex), may be empty
