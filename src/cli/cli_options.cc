@@ -2,6 +2,7 @@
 
 #include <cctype>
 #include <charconv>
+#include <map>
 #include <string_view>
 
 #include "cli/plain_options.h"
@@ -135,7 +136,7 @@ std::optional<uint64_t> ParseObjectId(std::string_view handle) {
 
 Result<CliOptions> ParseCommandLine(const std::vector<std::string>& args) {
   CliOptions o;
-  std::vector<std::pair<const PlainOption*, int>> plain_uses;
+  std::map<const PlainOption*, int> plain_uses;  // numbers repeated uses
   bool options_ended = false;
   for (size_t i = 0; i < args.size(); ++i) {
     std::string_view arg = args[i];
@@ -201,13 +202,8 @@ Result<CliOptions> ParseCommandLine(const std::vector<std::string>& args) {
         }
         values.push_back(args[++i]);
       }
-      int use = 1;
-      for (auto& [option, uses] : plain_uses) {
-        if (option == plain) use = ++uses;
-      }
-      if (use == 1) plain_uses.emplace_back(plain, 1);
       Result<std::vector<PlainWrite>> writes =
-          TranslatePlainOption(*plain, values, use);
+          TranslatePlainOption(*plain, values, ++plain_uses[plain]);
       if (!writes.ok()) return writes.status();
       o.plain.insert(o.plain.end(), writes->begin(), writes->end());
       continue;

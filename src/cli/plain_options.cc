@@ -1,6 +1,5 @@
 #include "cli/plain_options.h"
 
-#include <cmath>
 #include <optional>
 
 #include "cli/cli_app.h"
