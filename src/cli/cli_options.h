@@ -1,8 +1,9 @@
 // The parsed command line of `layomat`: the command, its arguments, and the
 // global options every command may read (settings, language, the answers to
-// the user's picks and prompts, output). Options may stand before or after
-// the command, as "--name value" or "--name=value"; "--" ends the options.
-// Nothing here looks at files or at the window models.
+// the user's picks and prompts, output), and the plain options translated
+// into control writes (cli/plain_options.h). Options may stand before or
+// after the command, as "--name value" or "--name=value"; "--" ends the
+// options. Nothing here looks at files or at the window models.
 #ifndef LMT_CLI_CLI_OPTIONS_H_
 #define LMT_CLI_CLI_OPTIONS_H_
 
