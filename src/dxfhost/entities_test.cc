@@ -33,7 +33,7 @@ TEST(EntitiesTest, ObjectIdIsTheHandleValue) {
 // Some CAD programs number handles above 2^63: ids must keep all 64 bits
 // through ObjectID, OwnerID and ObjectIdToObject.
 TEST(EntitiesTest, IdsAboveTwoToTheSixtyThreeFindTheirObjects) {
-  test::Session s(test::Testdata("dxf/format_2018_high_handles.dxf"));
+  test::Session s(test::TestdataPath("dxf/format_2018_high_handles.dxf"));
   ASSERT_TRUE(s.doc);
   Result<host::BlockPtr> model = s.doc->ModelSpace();
   ASSERT_TRUE(model.ok());
