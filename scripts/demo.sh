@@ -18,22 +18,13 @@ mkdir -p out
 settings=$(mktemp)
 trap 'rm -f "$settings"' EXIT
 
+# Each plain option sets the window controls a --set would
+# (`build/layomat help options` lists them).
 build/layomat create-layouts testdata/example.dxf -o out/example-layouts.dxf \
   --settings "$settings" \
-  --set OknoLmt.OptionBlockPoisk1=True \
-  --set OknoLmt.TextStrokaNameFile=10/20 \
-  --set OknoLmt.UniTextLeyoutName0=Sheet- \
-  --set OknoLmt.OptionVidSozdatLayout1=True \
-  --set OknoLmt.UniTextNameObrazecLayout=Pattern \
-  --set OknoSozdatLayout.OptionSelectMashtab0=True \
-  --set OknoSozdatLayout.TextMashtabBumaga=1 \
-  --set OknoSozdatLayout.TextMashtabModel=100 \
-  --set OknoSozdatLayout.TextNameSloiViewport=Viewports \
-  --set OknoDeistvie.CheckSozdatText=1 \
-  --set "OknoDeistvie.TextTextStroka=Sheet ##1 scale ##4" \
-  --set OknoDeistvie.TextTextCoordX=300 \
-  --set OknoDeistvie.TextTextCoordY=20 \
-  --set OknoDeistvie.TextTextVisota=5
+  --by-size --numbering 10/20 --names Sheet- --pattern-layout Pattern \
+  --scale 1:100 --layer Viewports \
+  --text "Sheet ##1 scale ##4" --text-at 300,20 --text-height 5
 
 echo
 echo "== what ezdxf reads in out/example-layouts.dxf"

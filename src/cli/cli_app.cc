@@ -2,6 +2,7 @@
 
 #include <system_error>
 
+#include "cli/plain_options.h"
 #include "cli/registry.h"
 #include "cli/stream_messages.h"
 #include "core/file_util.h"
@@ -173,7 +174,8 @@ int RunLayomat(const std::vector<std::string>& args, std::ostream& out,
   }
   addin.LoadModels(settings);
 
-  Status set_status = ApplySets(options.sets, addin.windows());
+  Status set_status =
+      ApplyPlainAndSets(options.plain, options.sets, addin.windows());
   if (!set_status.ok()) {
     err << "layomat: " << set_status.message() << "\n";
     return kExitUsage;

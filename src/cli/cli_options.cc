@@ -2,8 +2,10 @@
 
 #include <cctype>
 #include <charconv>
+#include <map>
 #include <string_view>
 
+#include "cli/plain_options.h"
 #include "frames/template_candidates.h"
 
 namespace lmt::cli {
@@ -134,6 +136,7 @@ std::optional<uint64_t> ParseObjectId(std::string_view handle) {
 
 Result<CliOptions> ParseCommandLine(const std::vector<std::string>& args) {
   CliOptions o;
+  std::map<const PlainOption*, int> plain_uses;  // numbers repeated uses
   bool options_ended = false;
   for (size_t i = 0; i < args.size(); ++i) {
     std::string_view arg = args[i];
@@ -184,6 +187,26 @@ Result<CliOptions> ParseCommandLine(const std::vector<std::string>& args) {
       Status s = Apply(o, name, value);
       if (!s.ok()) return s;
       continue;
+    } else if (const PlainOption* plain = FindPlainOption(name)) {
+      const int count = PlainArgumentCount(*plain);
+      if (count == 0 && inline_value) {
+        return Status::InvalidArgument(std::string(name) + " takes no value");
+      }
+      std::vector<std::string_view> values;
+      if (inline_value) values.push_back(*inline_value);
+      while (static_cast<int>(values.size()) < count) {
+        if (i + 1 >= args.size()) {
+          return Status::InvalidArgument(std::string(name) + " needs " +
+                                         std::to_string(count) +
+                                         (count == 1 ? " value" : " values"));
+        }
+        values.push_back(args[++i]);
+      }
+      Result<std::vector<PlainWrite>> writes =
+          TranslatePlainOption(*plain, values, ++plain_uses[plain]);
+      if (!writes.ok()) return writes.status();
+      o.plain.insert(o.plain.end(), writes->begin(), writes->end());
+      continue;
     } else {
       return Status::InvalidArgument("unknown option " + std::string(name));
     }
@@ -221,7 +244,9 @@ std::string GlobalOptionsHelp() {
          "  --one-file, --file-per-sheet  one PDF, or one file per layout\n"
          "  --monochrome           plot everything black\n"
          "  --pdf FILE.pdf         create-layouts: plot the new layouts\n"
-         "  --help, --version\n";
+         "  --help, --version\n"
+         "Plain options such as --scale 1:100 or --names Sheet- set the same "
+         "controls\nas --set; 'layomat help options' lists them.\n";
 }
 
 }  // namespace lmt::cli

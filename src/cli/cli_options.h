@@ -1,8 +1,9 @@
 // The parsed command line of `layomat`: the command, its arguments, and the
 // global options every command may read (settings, language, the answers to
-// the user's picks and prompts, output). Options may stand before or after
-// the command, as "--name value" or "--name=value"; "--" ends the options.
-// Nothing here looks at files or at the window models.
+// the user's picks and prompts, output), and the plain options translated
+// into control writes (cli/plain_options.h). Options may stand before or
+// after the command, as "--name value" or "--name=value"; "--" ends the
+// options. Nothing here looks at files or at the window models.
 #ifndef LMT_CLI_CLI_OPTIONS_H_
 #define LMT_CLI_CLI_OPTIONS_H_
 
@@ -31,6 +32,13 @@ struct SetAssignment {
   std::string value;
 };
 
+// One control write of a plain option (cli/plain_options.h), with the
+// option as typed ("--scale 1:100") for messages.
+struct PlainWrite {
+  std::string option;
+  SetAssignment set;
+};
+
 struct Point2 {
   double x = 0;
   double y = 0;
@@ -45,6 +53,7 @@ struct CliOptions {
   std::optional<std::string> settings_file;  // --settings
   std::optional<std::string> lang_file;      // --lang
   std::vector<SetAssignment> sets;           // --set, in order
+  std::vector<PlainWrite> plain;             // plain options, in order
 
   std::optional<std::string> template_handle;  // --template (hex)
   std::vector<std::string> pick_handles;       // --pick (hex), may be empty

@@ -54,6 +54,57 @@ TEST_F(CreateLayoutsCommandTest, OneLayoutPerFrameOfTheExample) {
   EXPECT_EQ(check.status, 0) << check.out;
 }
 
+// The demo's command in plain options gives the drawing its --set form
+// gives, byte for byte: nine sheets from the pattern, each with a 1:100
+// viewport on layer Viewports and its numbered label.
+TEST_F(CreateLayoutsCommandTest, PlainOptionsMakeTheDemoSheets) {
+  const std::string settings = Out("empty.ini");
+  ASSERT_TRUE(core::WriteFileAtomically(settings, "").ok());
+  const std::string common =
+      "create-layouts '" + example_ + "' --settings '" + settings + "' -o '";
+  test::LayomatRun plain = Layomat(
+      common + Out("plain.dxf") +
+      "' --by-size --numbering 10/20 --names Sheet- --pattern-layout Pattern"
+      " --scale 1:100 --layer Viewports"
+      " --text 'Sheet ##1 scale ##4' --text-at 300,20 --text-height 5");
+  ASSERT_EQ(plain.status, 0) << plain.err;
+  test::LayomatRun sets =
+      Layomat(common + Out("sets.dxf") +
+              "' --set OknoLmt.OptionBlockPoisk1=True"
+              " --set OknoLmt.TextStrokaNameFile=10/20"
+              " --set OknoLmt.UniTextLeyoutName0=Sheet-"
+              " --set OknoLmt.OptionVidSozdatLayout1=True"
+              " --set OknoLmt.UniTextNameObrazecLayout=Pattern"
+              " --set OknoSozdatLayout.OptionSelectMashtab0=True"
+              " --set OknoSozdatLayout.TextMashtabBumaga=1"
+              " --set OknoSozdatLayout.TextMashtabModel=100"
+              " --set OknoSozdatLayout.TextNameSloiViewport=Viewports"
+              " --set OknoDeistvie.CheckSozdatText=1"
+              " --set 'OknoDeistvie.TextTextStroka=Sheet ##1 scale ##4'"
+              " --set OknoDeistvie.TextTextCoordX=300"
+              " --set OknoDeistvie.TextTextCoordY=20"
+              " --set OknoDeistvie.TextTextVisota=5");
+  ASSERT_EQ(sets.status, 0) << sets.err;
+  EXPECT_EQ(core::ReadFileBytes(Out("plain.dxf")).value_or("a"),
+            core::ReadFileBytes(Out("sets.dxf")).value_or("b"));
+  testing::ShellRun check = testing::RunShell(
+      testing::PythonCommand() +
+      "-c \"import ezdxf,sys; d=ezdxf.readfile(sys.argv[1]);"
+      " names=[l.name for l in d.layouts if l.name.startswith('Sheet-')];"
+      " assert names == ['Sheet-%d' % i for i in range(1, 10)], names;"
+      " vps=[[v for v in d.layouts.get(n).query('VIEWPORT') if v.dxf.id != 1]"
+      " for n in names];"
+      " assert all(len(v) == 1 and v[0].dxf.layer == 'Viewports' and"
+      " abs(v[0].dxf.view_height / v[0].dxf.height - 100) < 1e-6"
+      " for v in vps), 'viewports';"
+      " texts=[[t.text for t in d.layouts.get(n).query('MTEXT')]"
+      " for n in names];"
+      " assert texts == [['Sheet %d scale 1:100' % i] for i in range(1, 10)],"
+      " texts\" '" +
+      Out("plain.dxf") + "' 2>&1");
+  EXPECT_EQ(check.status, 0) << check.out;
+}
+
 TEST_F(CreateLayoutsCommandTest, ExitStatuses) {
   // A pattern layout the drawing lacks: the refusal, no output.
   test::LayomatRun missing =

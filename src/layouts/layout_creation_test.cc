@@ -427,8 +427,8 @@ TEST_F(CreationTest, TurnedBlockFrameGivesItsViewportExactlyItsAngle) {
   const double angle = 200 * std::numbers::pi / 180;
   frames::FrameTable table = TableOf(Frames());
   ASSERT_EQ(table.Number(4, frames::Column::kAngle), angle);
-  run_ = std::make_unique<test::HostRun>(test::TestdataPath("layouts/frames.dxf"),
-                                         host::HostKind::kAutoCad);
+  run_ = std::make_unique<test::HostRun>(
+      test::TestdataPath("layouts/frames.dxf"), host::HostKind::kAutoCad);
   run_->user.AllowUnusedAnswers();
   CreationReport report = CreateLayouts(run_->session, table);
   ASSERT_EQ(report.created.size(), 4u);
