@@ -66,6 +66,11 @@ function(lmt_tests name)
     LMT_BINARY_DIR="${CMAKE_BINARY_DIR}")
   if(CMAKE_CROSSCOMPILING)
     gtest_discover_tests(${name}_tests DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60)
+  elseif(LMT_SANITIZE)
+    # Also for the programs a test starts: they inherit the environment.
+    gtest_discover_tests(${name}_tests DISCOVERY_TIMEOUT 60
+      PROPERTIES ENVIRONMENT
+        "LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/cmake/lsan.supp")
   else()
     gtest_discover_tests(${name}_tests DISCOVERY_TIMEOUT 60)
   endif()

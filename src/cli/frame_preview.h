@@ -4,9 +4,9 @@
 //
 // Drawn from the file itself (not through the CAD host) by the engine's
 // walk (dxf/entity_walk.h): curves, polylines with their bulges, block
-// references to any depth, and the outlines of fills; texts are left out. The picture shows the
-// found frames with a margin around them, or the whole model space when no
-// frame was found; Y points up as in the drawing.
+// references to any depth, and the outlines of fills; texts are left out. The
+// picture shows the found frames with a margin around them, or the whole model
+// space when no frame was found; Y points up as in the drawing.
 #ifndef LMT_CLI_FRAME_PREVIEW_H_
 #define LMT_CLI_FRAME_PREVIEW_H_
 

@@ -69,15 +69,8 @@ class PlotCommandTest : public ::testing::Test {
     const std::string out = Out("sheets.dxf");
     test::LayomatRun run =
         Layomat("create-layouts '" LMT_TESTDATA_DIR "/example.dxf' -o '" + out +
-                "' --set OknoLmt.OptionBlockPoisk1=True"
-                " --set OknoLmt.TextStrokaNameFile=10/20"
-                " --set OknoLmt.UniTextLeyoutName0=Sheet-"
-                " --set OknoLmt.OptionVidSozdatLayout1=True"
-                " --set OknoLmt.UniTextNameObrazecLayout=Pattern"
-                " --set OknoSozdatLayout.OptionSelectMashtab0=True"
-                " --set OknoSozdatLayout.TextMashtabBumaga=1"
-                " --set OknoSozdatLayout.TextMashtabModel=100"
-                " --set OknoSozdatLayout.TextNameSloiViewport=Viewports " +
+                "' --by-size --numbering 10/20 --names Sheet-"
+                " --pattern-layout Pattern --scale 1:100 --layer Viewports " +
                 extra);
     EXPECT_EQ(run.status, 0) << run.err;
     return out;

@@ -11,6 +11,8 @@
 namespace lmt::dxf {
 namespace {
 
+using testing::ReadAll;
+
 using testing::SampleNames;
 using testing::SamplePath;
 
@@ -19,17 +21,6 @@ std::unique_ptr<Document> LoadOrDie(const std::string& path) {
   Status s = Document::Load(path, &doc);
   EXPECT_TRUE(s.ok()) << s.ToString();
   return doc;
-}
-
-std::string ReadAll(const std::string& path) {
-  std::string out;
-  std::FILE* f = std::fopen(path.c_str(), "rb");
-  if (!f) return out;
-  char buf[65536];
-  size_t n;
-  while ((n = std::fread(buf, 1, sizeof buf, f)) > 0) out.append(buf, n);
-  std::fclose(f);
-  return out;
 }
 
 std::vector<Tag> TagsOf(const std::string& data, Arena* arena) {

@@ -17,19 +17,10 @@
 namespace lmt::dxf {
 namespace {
 
+using testing::ReadAll;
+
 std::string FormatSample(const std::string& name) {
   return std::string(LMT_TESTDATA_DIR) + "/dxf/" + name;
-}
-
-std::string ReadFile(const std::string& path) {
-  std::string out;
-  std::FILE* f = std::fopen(path.c_str(), "rb");
-  if (!f) return out;
-  char buf[65536];
-  size_t n;
-  while ((n = std::fread(buf, 1, sizeof buf, f)) > 0) out.append(buf, n);
-  std::fclose(f);
-  return out;
 }
 
 std::unique_ptr<Document> Open(const std::string& path) {
@@ -67,8 +58,8 @@ TEST_P(FormatTest, SaveKeepsTheFormAndEveryTag) {
   ASSERT_TRUE(doc);
   std::string out = testing::TempPath(std::string("kept_") + GetParam());
   ASSERT_TRUE(doc->Save(out).ok());
-  std::string written = ReadFile(out);
-  EXPECT_EQ(IsBinary(written), IsBinary(ReadFile(in)));
+  std::string written = ReadAll(out);
+  EXPECT_EQ(IsBinary(written), IsBinary(ReadAll(in)));
   auto back = Open(out);
   ASSERT_TRUE(back);
   EXPECT_EQ(back->ToString(), doc->ToString());
@@ -104,11 +95,11 @@ TEST_P(FormatTest, ExplicitFormWins) {
   ASSERT_TRUE(doc);
   std::string out = testing::TempPath(std::string("ascii_") + GetParam());
   ASSERT_TRUE(doc->Save(out, DxfFormat::kAscii).ok());
-  EXPECT_FALSE(IsBinary(ReadFile(out)));
+  EXPECT_FALSE(IsBinary(ReadAll(out)));
   // The samples' own: ezdxf's extra layouts have no main viewport.
   EXPECT_EQ(testing::Problems(out, 2), "");
   ASSERT_TRUE(doc->Save(out, DxfFormat::kBinary).ok());
-  EXPECT_TRUE(IsBinary(ReadFile(out)));
+  EXPECT_TRUE(IsBinary(ReadAll(out)));
   EXPECT_NE(testing::EzdxfLayouts(out).find("layout Sheet 2 "),
             std::string::npos);
 }

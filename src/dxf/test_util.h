@@ -36,6 +36,9 @@ std::string EzdxfLayouts(const std::string& path);
 // resolved); "" when ezdxf fails.
 std::string EzdxfText(const std::string& path, uint64_t handle);
 
+// The bytes of the file at `path`; "" when it cannot be read.
+std::string ReadAll(const std::string& path);
+
 }  // namespace lmt::dxf::testing
 
 #endif  // LMT_DXF_TEST_UTIL_H_

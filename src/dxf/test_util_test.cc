@@ -47,6 +47,17 @@ std::string EzdxfText(const std::string& path, uint64_t handle) {
   return rc == 0 ? out : std::string();
 }
 
+std::string ReadAll(const std::string& path) {
+  std::string out;
+  std::FILE* f = std::fopen(path.c_str(), "rb");
+  if (!f) return out;
+  char buf[65536];
+  size_t n;
+  while ((n = std::fread(buf, 1, sizeof buf, f)) > 0) out.append(buf, n);
+  std::fclose(f);
+  return out;
+}
+
 int KnownProblems(const std::string& path) {
   return std::max(0, lmt::testing::RunDxfCheck(path).structural);
 }
