@@ -6,6 +6,7 @@
 
 #include "dxf/tag_reader.h"
 #include "dxf/test_util.h"
+#include "testing/dxf_check.h"
 #include "testing/test_paths.h"
 
 namespace lmt::dxf {
@@ -86,7 +87,9 @@ TEST_P(SampleTest, SavedCopyPassesEzdxfAudit) {
     // Saved binary, as read; ezdxf reads it back. The structural check
     // reads ASCII only: it gets the same drawing as ASCII.
     EXPECT_EQ(ReadAll(out).substr(0, kBinarySentinel.size()), kBinarySentinel);
-    EXPECT_NE(testing::EzdxfLayouts(out), "") << out;
+    if (::lmt::testing::HaveEzdxf()) {
+      EXPECT_NE(testing::EzdxfLayouts(out), "") << out;
+    }
     out += ".ascii.dxf";
     ASSERT_TRUE(doc->Save(out, DxfFormat::kAscii).ok());
   }
