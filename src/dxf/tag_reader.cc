@@ -108,26 +108,48 @@ const CheckTable& Checks() {
 
 inline bool IsDigit(char c) { return static_cast<unsigned>(c - '0') <= 9; }
 
-// [+-]digits: what nearly every integer value looks like.
-inline bool IsPlainInt(const char* b, const char* e) {
-  if (b < e && (*b == '-' || *b == '+')) ++b;
-  if (b == e) return false;
-  for (; b < e; ++b) {
-    if (!IsDigit(*b)) return false;
+// The end of the run of digits that starts at `b`, at most `e`. Eight
+// bytes are tested at once where the buffer holds them (up to `limit`, the
+// end of the data, past `e`): numbers are most of a drawing's values, and
+// testing them byte by byte costs a tenth of the load.
+inline const char* SkipDigits(const char* b, const char* e, const char* limit) {
+  constexpr uint64_t kOnes = 0x0101010101010101u;
+  while (limit - b >= 8) {
+    uint64_t x;
+    std::memcpy(&x, b, 8);
+    // A digit becomes 0..9; adding 0x76 sets the high bit of anything
+    // above 9 (a carry it makes only reaches later bytes).
+    const uint64_t t = x ^ (0x30 * kOnes);
+    const uint64_t other = ((t + 0x76 * kOnes) | t) & (0x80 * kOnes);
+    if (other != 0) {
+      if constexpr (std::endian::native == std::endian::little) {
+        return std::min(b + (std::countr_zero(other) >> 3), e);
+      }
+      break;
+    }
+    b += 8;
+    if (b >= e) return e;
   }
-  return true;
+  while (b < e && IsDigit(*b)) ++b;
+  return b;
+}
+
+// [+-]digits: what nearly every integer value looks like.
+inline bool IsPlainInt(const char* b, const char* e, const char* limit) {
+  if (b < e && (*b == '-' || *b == '+')) ++b;
+  return b < e && SkipDigits(b, e, limit) == e;
 }
 
 // [+-]digits[.digits][e[+-]digits], a digit somewhere before the exponent:
 // what CAD programs write for reals.
-inline bool IsPlainReal(const char* b, const char* e) {
+inline bool IsPlainReal(const char* b, const char* e, const char* limit) {
   if (b < e && (*b == '-' || *b == '+')) ++b;
   const char* m = b;
-  while (b < e && IsDigit(*b)) ++b;
+  b = SkipDigits(b, e, limit);
   bool digits = b > m;
   if (b < e && *b == '.') {
     const char* f = ++b;
-    while (b < e && IsDigit(*b)) ++b;
+    b = SkipDigits(b, e, limit);
     digits = digits || b > f;
   }
   if (!digits) return false;
@@ -153,16 +175,17 @@ inline bool IsHex(std::string_view s) {
 // some exporters), reals take "inf"/"nan" spellings from_chars knows, and
 // a pointer group may be empty (no object). Integers are not range-checked
 // by width: files hold unsigned values (65535) in 16-bit groups.
-const char* Mismatch(Check check, std::string_view v) {
+// `limit`, the end of the data, lets the digit test read past the value.
+const char* Mismatch(Check check, std::string_view v, const char* limit) {
   const char* b = v.data();
   const char* e = b + v.size();
   switch (check) {
     case Check::kNone:
       return nullptr;
     case Check::kReal:
-      return IsPlainReal(b, e) || ParseDouble(v) ? nullptr : "a number";
+      return IsPlainReal(b, e, limit) || ParseDouble(v) ? nullptr : "a number";
     case Check::kInt:
-      return IsPlainInt(b, e) || ParseInt(v) ? nullptr : "an integer";
+      return IsPlainInt(b, e, limit) || ParseInt(v) ? nullptr : "an integer";
     case Check::kHandle:
       return v.size() <= 16 && IsHex(v) ? nullptr : "a hexadecimal handle";
     case Check::kHex:
@@ -248,7 +271,7 @@ Status ReadAscii(std::string_view data, std::string_view name, TagFile* out) {
     }
     std::string_view value(vb, static_cast<size_t>(ve - vb));
     if (check[code] != Check::kNone) {
-      if (const char* expected = Mismatch(check[code], value)) {
+      if (const char* expected = Mismatch(check[code], value, end)) {
         return Status::Corruption(std::string(name) + ":" +
                                   std::to_string(line) + ": " +
                                   MismatchText(code, expected, value));
@@ -325,7 +348,8 @@ Status ReadBinary(std::string_view data, std::string_view name, Arena* arena,
         if (!z) return fail(p, value_msg() + ", got an unterminated string");
         value = std::string_view(p, z - p);  // stays in the caller's buffer
         if (Checks().check[code] == Check::kHandle) {
-          if (const char* expected = Mismatch(Check::kHandle, value)) {
+          if (const char* expected = Mismatch(Check::kHandle, value,
+                                              value.data() + value.size())) {
             return fail(p, MismatchText(code, expected, value));
           }
         } else if (EscapeControlChars(value, &text)) {

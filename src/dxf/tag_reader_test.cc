@@ -69,6 +69,14 @@ INSTANTIATE_TEST_SUITE_P(
                 "bad.dxf:4: group 10 expects a number, got 'abc'"},
         Damaged{"number with trailing text", "  0\nLINE\n 40\n1.5mm\n",
                 "bad.dxf:4: group 40 expects a number, got '1.5mm'"},
+        // Long digit runs are tested eight bytes at a time: a stray byte
+        // anywhere in them, or right after them, must still be seen.
+        Damaged{"letter after eight digits", "  0\nLINE\n 90\n12345678x\n",
+                "bad.dxf:4: group 90 expects an integer, got '12345678x'"},
+        Damaged{"colon inside long digits", "  0\nLINE\n 40\n1234567890:23.5\n",
+                "bad.dxf:4: group 40 expects a number, got '1234567890:23.5'"},
+        Damaged{"slash in the fraction", "  0\nLINE\n 40\n0.123456789/1\n",
+                "bad.dxf:4: group 40 expects a number, got '0.123456789/1'"},
         Damaged{"fraction for an integer", "  0\nLINE\n 70\n1.5\n",
                 "bad.dxf:4: group 70 expects an integer, got '1.5'"},
         Damaged{"empty integer", "  0\nLINE\n 90\n\n",
@@ -99,6 +107,7 @@ TEST(TagReaderTest, AcceptsValuesCadProgramsAccept) {
   std::string data =
       "  0\nLINE\n105\n 2F \n 70\n1.0\n 62\n  7 \n 40\n1e-3\n 41\n-.5\n"
       " 42\n+2.\n340\nStandard\n330\n\n 71\n65535\n310\n0aFF\n"
+      " 43\n12345678901234.5678901234\n 90\n-1234567890123\n"
       "  0\nEOF\n";
   Arena arena;
   TagFile file;
