@@ -64,14 +64,15 @@ function(lmt_tests name)
   target_compile_definitions(${name}_tests PRIVATE
     LMT_TESTDATA_DIR="${LMT_TESTDATA_DIR}"
     LMT_BINARY_DIR="${CMAKE_BINARY_DIR}")
+  # Test names without the parameter values: a value is often a struct that
+  # gtest prints as raw bytes, addresses included.
+  set(discovery DISCOVERY_TIMEOUT 60 NO_PRETTY_VALUES)
   if(CMAKE_CROSSCOMPILING)
-    gtest_discover_tests(${name}_tests DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60)
+    list(APPEND discovery DISCOVERY_MODE PRE_TEST)
   elseif(LMT_SANITIZE)
     # Also for the programs a test starts: they inherit the environment.
-    gtest_discover_tests(${name}_tests DISCOVERY_TIMEOUT 60
-      PROPERTIES ENVIRONMENT
-        "LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/cmake/lsan.supp")
-  else()
-    gtest_discover_tests(${name}_tests DISCOVERY_TIMEOUT 60)
+    list(APPEND discovery PROPERTIES ENVIRONMENT
+         "LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/cmake/lsan.supp")
   endif()
+  gtest_discover_tests(${name}_tests ${discovery})
 endfunction()
