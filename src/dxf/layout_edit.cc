@@ -146,13 +146,9 @@ void SetLimits(Layout layout) {
   SetField(layout, "AcDbLayout", 21, FormatDouble(y1));
 }
 
-// Built by appending: GCC 12 at -O3 sees a false overlap in
-// "literal" + std::string.
 Status NotFreeName(std::string_view name) {
-  std::string message = "\"";
-  message.append(name);
-  message.append("\" is not a free layout name");
-  return Status::InvalidArgument(message);
+  return Status::InvalidArgument("\"" + std::string(name) +
+                                 "\" is not a free layout name");
 }
 
 }  // namespace

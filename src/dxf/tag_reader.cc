@@ -121,12 +121,9 @@ inline const char* SkipDigits(const char* b, const char* e, const char* limit) {
     // above 9 (a carry it makes only reaches later bytes).
     const uint64_t t = x ^ (0x30 * kOnes);
     const uint64_t other = ((t + 0x76 * kOnes) | t) & (0x80 * kOnes);
-    if (other != 0) {
-      if constexpr (std::endian::native == std::endian::little) {
-        return std::min(b + (std::countr_zero(other) >> 3), e);
-      }
-      break;
-    }
+    // Little endian, like the binary reader below: the first byte is the
+    // lowest.
+    if (other != 0) return std::min(b + (std::countr_zero(other) >> 3), e);
     b += 8;
     if (b >= e) return e;
   }

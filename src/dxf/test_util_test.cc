@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstdio>
 
+#include "core/file_util.h"
 #include "testing/dxf_check.h"
 #include "testing/shell.h"
 #include "testing/test_paths.h"
@@ -48,14 +49,7 @@ std::string EzdxfText(const std::string& path, uint64_t handle) {
 }
 
 std::string ReadAll(const std::string& path) {
-  std::string out;
-  std::FILE* f = std::fopen(path.c_str(), "rb");
-  if (!f) return out;
-  char buf[65536];
-  size_t n;
-  while ((n = std::fread(buf, 1, sizeof buf, f)) > 0) out.append(buf, n);
-  std::fclose(f);
-  return out;
+  return core::ReadFileBytes(path).value_or("");
 }
 
 int KnownProblems(const std::string& path) {

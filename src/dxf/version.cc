@@ -103,9 +103,8 @@ void DropEmbedded(Entity e) {
   if (at >= 0) e.EraseTags(at, e.XDataBegin());
 }
 
-// Line breaks (\P, and ^J in caret form) become spaces. Built by appending:
-// GCC 12 at -O3 warns falsely (-Wrestrict) on std::string::replace here.
-// A caret pair is copied whole, so "^ " (a caret) never starts a break.
+// Line breaks (\P, and ^J in caret form) become spaces. A caret pair is copied
+// whole, so "^ " (a caret) never starts a break.
 std::string Flatten(std::string_view text) {
   std::string out;
   out.reserve(text.size());
