@@ -5,7 +5,9 @@
 # per frame (copies of the drawing's "Pattern" layout, named Sheet-1 ..
 # Sheet-9, each with a 1:100 viewport on layer "Viewports" that shows exactly
 # its frame, and a sheet label "Sheet N scale 1:100"), saves
-# out/example-layouts.dxf, and lists what ezdxf reads back from it.
+# out/example-layouts.dxf, plots the nine new sheets to
+# out/example-layouts.pdf (one landscape A3 page each), and lists what
+# ezdxf reads back from the drawing and poppler from the PDF.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 scripts/install-deps.sh
@@ -24,7 +26,8 @@ build/layomat create-layouts testdata/example.dxf -o out/example-layouts.dxf \
   --settings "$settings" \
   --by-size --numbering 10/20 --names Sheet- --pattern-layout Pattern \
   --scale 1:100 --layer Viewports \
-  --text "Sheet ##1 scale ##4" --text-at 300,20 --text-height 5
+  --text "Sheet ##1 scale ##4" --text-at 300,20 --text-height 5 \
+  --pdf out/example-layouts.pdf
 
 echo
 echo "== what ezdxf reads in out/example-layouts.dxf"
@@ -56,3 +59,7 @@ for layout in doc.layouts:
 auditor = doc.audit()
 print(f"audit: {len(auditor.errors)} errors")
 PY
+
+echo
+echo "== what poppler reads in out/example-layouts.pdf"
+pdfinfo out/example-layouts.pdf | grep -E '^(Pages|Page size):'

@@ -5,7 +5,8 @@ Six A3 title-block frames as references of block "FRAME_A3" (two rows of
 three, with SHEET and TITLE attributes, one row turned by 90 degrees), three
 A3 frames drawn as closed polylines on layer FRAMES (one rotated by 30
 degrees), some content inside every frame, and a paper-space layout
-"Pattern" holding a title text, for copying pattern layouts.
+"Pattern" (landscape A3 without margins) holding a title text, for copying
+pattern layouts.
 
 Run with Debian's python3-ezdxf: /usr/bin/python3 make_example.py
 """
@@ -56,6 +57,13 @@ for i in range(3):
     msp.add_circle((cx, cy), 4000, dxfattribs={"layer": "CONTENT"})
 
 pattern = doc.layouts.new("Pattern")
+# Landscape A3 without margins: the 420 x 297 viewport of a sheet covers the
+# paper exactly, so a plot shows the whole frame. (A new layout comes turned
+# by a quarter, which makes the sheet portrait.)
+setup = pattern.dxf_layout.dxf
+setup.plot_rotation = 0
+for margin in ("left_margin", "bottom_margin", "right_margin", "top_margin"):
+    setup.set(margin, 0.0)
 pattern.add_text("Project Layomat example",
                  dxfattribs={"layer": "TITLE", "height": 5, "insert": (20, 10)})
 

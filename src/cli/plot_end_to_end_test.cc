@@ -1,15 +1,18 @@
-// `layomat plot` as a user runs it on the layouts create-layouts made of
-// the example drawing: page sizes and outline read back with poppler's
-// tools, ink where the frames lie, the file names of --file-per-sheet and
-// the exit statuses. Plus the naming helpers.
+// `layomat plot` and `create-layouts --pdf` as a user runs them on the
+// example drawing: page sizes, outline and texts read back with poppler's
+// tools, each page's ink against what its frame holds, the file names of
+// --file-per-sheet and the exit statuses. Plus the naming helpers.
 #include <gtest/gtest.h>
 
 #include "cli/plot_run.h"
 
 #ifndef _WIN32
+#include <cmath>
 #include <filesystem>
 #include <sstream>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "cli/layomat_run_test_support.h"
 #include "core/file_util.h"
@@ -80,7 +83,8 @@ class PlotCommandTest : public ::testing::Test {
 };
 
 // A grey map of one page at 20 pixels per inch, row 0 at the top, drawn
-// without anti-aliasing so that thin lines stay black.
+// without anti-aliasing so that thin lines stay whole. Ink is anything
+// clearly darker than the paper: green lines turn mid-grey.
 struct Raster {
   int width = 0, height = 0;
   std::string pixels;
@@ -90,7 +94,7 @@ struct Raster {
     for (int v = y - 1; v <= y + 1; ++v) {
       for (int u = x - 1; u <= x + 1; ++u) {
         if (u < 0 || v < 0 || u >= width || v >= height) continue;
-        if (static_cast<unsigned char>(pixels[v * width + u]) < 128) {
+        if (static_cast<unsigned char>(pixels[v * width + u]) < 220) {
           return true;
         }
       }
@@ -112,62 +116,98 @@ Raster ReadPgm(const std::string& path) {
   return r;
 }
 
-TEST_F(PlotCommandTest, ExampleSheetsPlotOnePagePerLayout) {
+// The share of `points` (page millimetres) that have ink.
+double InkShare(const Raster& page,
+                const std::vector<std::pair<double, double>>& points) {
+  int inked = 0;
+  for (const auto& [x, y] : points) inked += page.Ink(x, y, 297);
+  return points.empty() ? 0 : static_cast<double>(inked) / points.size();
+}
+
+std::vector<std::pair<double, double>> Circle(double cx, double cy, double r) {
+  std::vector<std::pair<double, double>> points;
+  for (int i = 0; i < 72; ++i) {
+    const double a = i * 5 * 3.14159265358979 / 180;
+    points.emplace_back(cx + r * std::cos(a), cy + r * std::sin(a));
+  }
+  return points;
+}
+
+std::vector<std::pair<double, double>> Segment(double x0, double y0, double x1,
+                                               double y1) {
+  std::vector<std::pair<double, double>> points;
+  for (int i = 0; i <= 40; ++i) {
+    points.emplace_back(x0 + (x1 - x0) * i / 40, y0 + (y1 - y0) * i / 40);
+  }
+  return points;
+}
+
+// The README's main job with --pdf: nine landscape A3 pages, each showing
+// its frame at 1:100 exactly on the sheet. What every page must show is
+// worked out from the example's model (frames 42000 x 29700): a block
+// frame's circle of radius 6000 at (14000, 14850) and line from (2000, 2000)
+// to (22000, 27700) land on paper at radius 60 around (140, 148.5) and from
+// (20, 20) to (220, 277), its title block's edges at x 240 and y 55; a
+// polyline frame's circle of radius 4000 at its centre lands at radius 40
+// around (210, 148.5), turned frame included. Inside the circles nothing
+// else is drawn.
+TEST_F(PlotCommandTest, ExampleSheetsShowTheirFramesAtScaleOnTheirPaper) {
   if (!HavePoppler()) GTEST_SKIP() << "poppler-utils (pdfinfo) missing";
-  const std::string sheets = Sheets();
-  const std::string pdf = Out("sheets.pdf");
-  test::LayomatRun run =
-      Layomat("plot '" + sheets + "' -o '" + pdf + "' --layouts 'sheet-*'");
-  ASSERT_EQ(run.status, 0) << run.err;
-  EXPECT_NE(run.out.find("sheet\tSheet-9\t"), std::string::npos) << run.out;
-  // Nine A3 pages, portrait as the page setup turns them (420 x 297 mm
-  // paper, rotation 1).
+  const std::string pdf = Out("example.pdf");
+  Sheets(
+      "--text 'Sheet ##1 scale ##4' --text-at 300,20 --text-height 5 "
+      "--pdf '" +
+      pdf + "'");
   testing::ShellRun info =
       testing::RunShell("pdfinfo -f 1 -l 20 '" + pdf + "'");
   ASSERT_EQ(info.status, 0);
   EXPECT_NE(info.out.find("Pages:           9\n"), std::string::npos)
       << info.out;
-  for (int page = 1; page <= 9; ++page) {
-    std::string line =
-        "Page    " + std::to_string(page) + " size:  841.89 x 1190.55 pts";
-    EXPECT_NE(info.out.find(line), std::string::npos) << info.out;
-  }
   // The outline names each page after its layout.
   EXPECT_NE(core::ReadFileBytes(pdf).value_or("").find("Sheet-7"),
             std::string::npos);
-
-  // Sheet-1: the viewport (paper 0..420 x 0..297, 1:100) starts at the
-  // printable corner (20, 7.5); the frame fills it, so its outline runs
-  // along the viewport's left edge and title block content lies inside,
-  // while above the viewport nothing is drawn.
-  ASSERT_EQ(
-      testing::RunShell("pdftoppm -f 1 -l 1 -r 20 -aa no -aaVector no -gray '" +
-                        pdf + "' '" + Out("page") + "'")
-          .status,
-      0);
-  Raster page = ReadPgm(Out("page-1.pgm"));
-  ASSERT_EQ(page.width, 234);
-  ASSERT_EQ(page.height, 331);
-  int left_edge = 0, inside = 0, above = 0;
-  for (double y = 20; y < 300; y += 2.54) left_edge += page.Ink(20, y, 420);
-  for (double x = 25; x < 290; x += 2.54) {
-    for (double y = 12; y < 300; y += 2.54) inside += page.Ink(x, y, 420);
-    for (double y = 312; y < 420; y += 2.54) above += page.Ink(x, y, 420);
+  ASSERT_EQ(testing::RunShell("pdftoppm -r 20 -aa no -aaVector no -gray '" +
+                              pdf + "' '" + Out("page") + "'")
+                .status,
+            0);
+  int block_sheets = 0, polyline_sheets = 0;
+  for (int n = 1; n <= 9; ++n) {
+    SCOPED_TRACE("page " + std::to_string(n));
+    const std::string number = std::to_string(n);
+    EXPECT_NE(
+        info.out.find("Page    " + number + " size:  1190.55 x 841.89 pts"),
+        std::string::npos)
+        << info.out;
+    testing::ShellRun text = testing::RunShell(
+        "pdftotext -f " + number + " -l " + number + " '" + pdf + "' -");
+    EXPECT_NE(text.out.find("Sheet " + number + " scale 1:100"),
+              std::string::npos)
+        << text.out;
+    Raster page = ReadPgm(Out("page-" + number + ".pgm"));
+    ASSERT_EQ(page.width, 331);
+    ASSERT_EQ(page.height, 234);
+    if (text.out.find("A-0") != std::string::npos) {  // a block frame
+      ++block_sheets;
+      EXPECT_GT(InkShare(page, Circle(140, 148.5, 60)), 0.9);
+      EXPECT_GT(InkShare(page, Segment(20, 20, 220, 277)), 0.9);
+      EXPECT_GT(InkShare(page, Segment(240, 3, 240, 52)), 0.9);
+      EXPECT_GT(InkShare(page, Segment(243, 55, 417, 55)), 0.9);
+      // Inside the circle, away from the line: empty.
+      std::vector<std::pair<double, double>> inside;
+      for (const auto& p : Circle(140, 148.5, 50)) {
+        const double across = (p.first - 20) * 257 - (p.second - 20) * 200;
+        if (std::abs(across) / 325.6 > 8) inside.push_back(p);
+      }
+      EXPECT_EQ(InkShare(page, inside), 0);
+    } else {
+      ++polyline_sheets;
+      EXPECT_GT(InkShare(page, Circle(210, 148.5, 40)), 0.9);
+      EXPECT_EQ(InkShare(page, Circle(210, 148.5, 32)), 0);
+      EXPECT_EQ(InkShare(page, Circle(210, 148.5, 48)), 0);
+    }
   }
-  EXPECT_GT(left_edge, 100);
-  EXPECT_GT(inside, 50);
-  EXPECT_EQ(above, 0);
-}
-
-TEST_F(PlotCommandTest, CreateLayoutsPlotsOnlyTheSheetsItMade) {
-  if (!HavePoppler()) GTEST_SKIP() << "poppler-utils (pdfinfo) missing";
-  Sheets("--pdf '" + Out("new.pdf") + "'");
-  testing::ShellRun info =
-      testing::RunShell("pdfinfo '" + Out("new.pdf") + "'");
-  ASSERT_EQ(info.status, 0) << info.out;
-  // Not the drawing's Layout1 and Pattern: nine pages.
-  EXPECT_NE(info.out.find("Pages:           9\n"), std::string::npos)
-      << info.out;
+  EXPECT_EQ(block_sheets, 6);
+  EXPECT_EQ(polyline_sheets, 3);
 }
 
 TEST_F(PlotCommandTest, FilePerSheetNamesEachFileAfterItsLayout) {
@@ -179,6 +219,7 @@ TEST_F(PlotCommandTest, FilePerSheetNamesEachFileAfterItsLayout) {
   run = Layomat("plot '" + sheets + "' -o '" + Out("plan.png") +
                 "' --layouts 'Sheet-2'");
   ASSERT_EQ(run.status, 0) << run.err;
+  EXPECT_NE(run.out.find("sheet\tSheet-2\t"), std::string::npos) << run.out;
   EXPECT_TRUE(std::filesystem::exists(Out("plan-Sheet-2.png")));
   EXPECT_FALSE(std::filesystem::exists(Out("plan.png")));
   run = Layomat("plot '" + sheets + "' -o '" + Out("plan.pdf") +

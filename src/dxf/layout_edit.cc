@@ -87,6 +87,23 @@ void PaperLimits(const Entity& layout, double* x0, double* y0, double* x1,
   *y1 = h - sy;
 }
 
+// The layout's view of its own paper, a little larger than the sheet; set
+// again whenever the paper changes, so that the sheet opens centred.
+ViewportSettings MainViewportSettings(const Layout& layout) {
+  double x0, y0, x1, y1;
+  PaperLimits(layout, &x0, &y0, &x1, &y1);
+  ViewportSettings main;
+  main.center = Vec3{(x0 + x1) / 2, (y0 + y1) / 2, 0};
+  main.width = (x1 - x0) * 1.1;
+  main.height = (y1 - y0) * 1.1;
+  main.view_center_x = main.center.x;
+  main.view_center_y = main.center.y;
+  main.view_height = main.height;
+  main.id = 1;
+  main.status = 1;
+  return main;
+}
+
 // A page setup for drawings without a paper layout to copy: no device, an
 // A4 sheet turned to landscape, millimetres, plotted 1:1.
 std::vector<Tag> DefaultPlotSettings(Document& doc) {
@@ -236,19 +253,7 @@ Status AddLayout(Document& doc, std::string_view name, Layout* out,
   if (record.valid()) record.Set(340, FormatHandle(layout.handle()));
   doc.AddToDictionary(dict, name, layout.handle());
 
-  // The layout's view of its own paper, a little larger than the sheet.
-  double x0, y0, x1, y1;
-  PaperLimits(layout, &x0, &y0, &x1, &y1);
-  ViewportSettings main;
-  main.center = Vec3{(x0 + x1) / 2, (y0 + y1) / 2, 0};
-  main.width = (x1 - x0) * 1.1;
-  main.height = (y1 - y0) * 1.1;
-  main.view_center_x = main.center.x;
-  main.view_center_y = main.center.y;
-  main.view_height = main.height;
-  main.id = 1;
-  main.status = 1;
-  Viewport vp = AddViewport(doc, block, main);
+  Viewport vp = AddViewport(doc, block, MainViewportSettings(layout));
   SetField(layout, "AcDbLayout", 331, FormatHandle(vp.handle()));
   if (out != nullptr) *out = layout;
   return Status::Ok();
@@ -366,6 +371,14 @@ void CopyPageSetup(Document& doc, const Entity& from, Layout to) {
   int flags = static_cast<int>(FieldDouble(to, "AcDbPlotSettings", 70));
   SetField(to, "AcDbPlotSettings", 70, FormatInt((flags & ~1024) | keep_model));
   SetLimits(to);
+  Viewport main(MainViewport(doc, to));
+  if (main.valid() && main.id() == 1) {
+    const ViewportSettings fit = MainViewportSettings(to);
+    main.SetCenter(fit.center);
+    main.SetSize(fit.width, fit.height);
+    main.SetViewCenter(fit.view_center_x, fit.view_center_y);
+    main.SetViewHeight(fit.view_height);
+  }
 }
 
 void EraseLayoutContents(Document& doc, const Layout& layout,

@@ -152,6 +152,13 @@ TEST(LayoutEditTest, PageSetupCopiedAcrossDrawingsWithLimits) {
   // 11 x 8.5 in, shifted by the 0.25 in margins.
   EXPECT_NEAR(*ParseDouble(sheet.tags()[lim].value()), 10.75, 1e-6);
   EXPECT_EQ(sheet.GetInt(70), 688);
+  // The sheet's own view moves onto the new paper (-0.25..10.75 across,
+  // -0.25..8.25 up), or the layout would open off its sheet.
+  Viewport main(MainViewport(*doc, sheet));
+  ASSERT_TRUE(main.valid());
+  EXPECT_NEAR(main.center().x, 5.25, 1e-6);
+  EXPECT_NEAR(main.center().y, 4.0, 1e-6);
+  EXPECT_NEAR(main.height(), 8.5 * 1.1, 1e-6);
   SaveAndRead(*doc, "page_setup.dxf");
 }
 
