@@ -3,6 +3,7 @@
 #include <cctype>
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <ostream>
 
 #include "cli/cli_options.h"
@@ -147,6 +148,9 @@ int RunPlot(CommandContext& context, const PlotRequest& request) {
       request.file_per_sheet || *format != render::PlotFormat::kPdf;
   std::vector<std::pair<std::string, std::string>> files;  // layout, file
   if (per_sheet) {
+    // One index of the model for all the files, not one per file.
+    std::optional<render::ModelIndex> index;
+    if (chosen.size() > 1) options.model_index = &index.emplace(*doc);
     for (const dxf::Layout& layout : chosen) {
       const std::string name =
           dxf::DecodeText(layout.name(), dxf::CodePageOf(*doc));

@@ -8,6 +8,7 @@
 #include <cctype>
 #include <cmath>
 #include <filesystem>
+#include <optional>
 #include <system_error>
 
 #include "dxf/check.h"
@@ -98,6 +99,9 @@ dxf::Status PlotLayouts(dxf::Document& doc,
     return CairoError(path, status);
   }
   cairo_t* cr = cairo_create(surface);
+  std::optional<ModelIndex> own_index;
+  const ModelIndex* index = options.model_index;
+  if (index == nullptr && layouts.size() > 1) index = &own_index.emplace(doc);
   for (size_t i = 0; i < layouts.size(); ++i) {
     // Names are stored in the drawing's code page; outlines want UTF-8.
     const std::string name =
@@ -123,7 +127,8 @@ dxf::Status PlotLayouts(dxf::Document& doc,
     result.layout = name;
     result.width_mm = g.width_mm;
     result.height_mm = g.height_mm;
-    result.not_drawn = RenderSheet(doc, layouts[i], g, options.render, cr);
+    result.not_drawn =
+        RenderSheet(doc, layouts[i], g, options.render, cr, index);
     if (results != nullptr) results->push_back(std::move(result));
     if (format != PlotFormat::kPng) cairo_show_page(cr);
   }

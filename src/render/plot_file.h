@@ -30,6 +30,9 @@ std::optional<PlotFormat> PlotFormatFor(const std::string& path);
 struct PlotOptions {
   RenderOptions render;
   double png_dpi = 150;
+  // The model's index, for a caller that plots sheets of one drawing in
+  // several calls; without it a call of several sheets builds its own.
+  const ModelIndex* model_index = nullptr;
 };
 
 struct SheetResult {

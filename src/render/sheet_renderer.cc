@@ -126,8 +126,8 @@ class CairoSink : public dxf::PrimitiveSink {
 };
 
 void DrawViewport(dxf::Document& doc, const dxf::Viewport& vp,
-                  const SheetGeometry& geometry, dxf::EntityWalker& walker,
-                  CairoSink& sink, cairo_t* cr) {
+                  const SheetGeometry& geometry, const ModelIndex* index,
+                  dxf::EntityWalker& walker, CairoSink& sink, cairo_t* cr) {
   const dxf::Block* model = doc.model_space();
   if (model == nullptr || vp.height() <= 0 || vp.view_height() <= 0) return;
   cairo_save(cr);
@@ -159,8 +159,15 @@ void DrawViewport(dxf::Document& doc, const dxf::Viewport& vp,
     cairo_clip(cr);
   }
   walker.set_hidden_layers(FrozenLayers(doc, vp));
-  walker.WalkBlock(
-      *model, geometry.paper_to_page.Then(dxf::ViewportModelToPaper(vp)), sink);
+  const dxf::Affine to_page =
+      geometry.paper_to_page.Then(dxf::ViewportModelToPaper(vp));
+  if (index != nullptr) {
+    for (dxf::RecordId id : index->Meeting(ViewportWindow(vp))) {
+      walker.WalkEntity(doc.entity(id), to_page, sink);
+    }
+  } else {
+    walker.WalkBlock(*model, to_page, sink);
+  }
   walker.set_hidden_layers({});
   cairo_restore(cr);
 }
@@ -215,7 +222,8 @@ std::map<std::string, int> RenderSheet(dxf::Document& doc,
                                        const dxf::Layout& layout,
                                        const SheetGeometry& geometry,
                                        const RenderOptions& options,
-                                       cairo_t* cr) {
+                                       cairo_t* cr,
+                                       const ModelIndex* model_index) {
   dxf::EntityWalker walker(doc);
   CairoSink sink(cr, options);
   const dxf::Block* block = dxf::LayoutBlock(doc, layout);
@@ -238,7 +246,7 @@ std::map<std::string, int> RenderSheet(dxf::Document& doc,
       if (id == main) continue;
       const dxf::Viewport vp(e);
       if (!vp.is_on()) continue;
-      DrawViewport(doc, vp, geometry, walker, sink, cr);
+      DrawViewport(doc, vp, geometry, model_index, walker, sink, cr);
     }
     walker.WalkEntity(e, geometry.paper_to_page, sink);
   }

@@ -16,6 +16,7 @@
 #include "dxf/document.h"
 #include "dxf/entity_walk.h"
 #include "dxf/objects.h"
+#include "render/model_index.h"
 #include "render/sheet_geometry.h"
 
 namespace lmt::render {
@@ -25,12 +26,14 @@ struct RenderOptions {
 };
 
 // Draws `layout` placed by `geometry`. Returns what was not drawn, counted
-// by DXF type (with a reason in brackets for some).
+// by DXF type (with a reason in brackets for some). With `model_index`, a
+// viewport walks only the model entities it can show.
 std::map<std::string, int> RenderSheet(dxf::Document& doc,
                                        const dxf::Layout& layout,
                                        const SheetGeometry& geometry,
                                        const RenderOptions& options,
-                                       cairo_t* cr);
+                                       cairo_t* cr,
+                                       const ModelIndex* model_index = nullptr);
 
 // Draws one primitive (exposed for tests of the pen and text handling).
 void DrawPrimitive(cairo_t* cr, const dxf::Primitive& p,
