@@ -20,6 +20,8 @@ constexpr double kDegree = kPi / 180;
 // Block references nest deeper only in damaged (cyclic) drawings.
 constexpr int kMaxDepth = 32;
 constexpr int kMaxGridCells = 10000;
+// How far an infinite line reaches each way, in target units.
+constexpr double kInfiniteReach = 1e5;
 constexpr int kMaxPatternSegments = 50000;
 // CAD programs space lines of text 5/3 of the text height apart.
 constexpr double kLineSpacing = 5.0 / 3.0;
@@ -680,6 +682,31 @@ void EntityWalker::Walk(Entity e, const Context& c, PrimitiveSink& sink) {
     const Vec3 at = e.GetPoint(12);
     WalkBlockRef(e.GetString(2), c.xf.Then(Affine::Translation(at)), e, c,
                  sink);
+  } else if (type == "ACAD_TABLE") {
+    // The drawn table is its anonymous block, placed at the insertion
+    // point (both are the block reference part's, which comes first).
+    WalkBlockRef(e.GetString(2), c.xf.Then(Affine::Translation(e.GetPoint(10))),
+                 e, c, sink);
+  } else if (type == "IMAGE") {
+    WalkImageFrame(e, c, pen, sink);
+  } else if (type == "RAY" || type == "XLINE") {
+    // Infinite: long enough to cross any sheet, short enough for the
+    // rasteriser's fixed-point coordinates. The viewport clips it.
+    const Vec3 p = e.GetPoint(10), d = e.GetPoint(11);
+    const double norm = std::sqrt(d.x * d.x + d.y * d.y + d.z * d.z);
+    const double scale = AffineScale2(c.xf);
+    if (!(norm > 0) || !(scale > 0)) {
+      NotDrawn(std::string(type) + " (no direction)");
+      return;
+    }
+    const double reach = kInfiniteReach / scale / norm;
+    const double from = type == "RAY" ? 0 : -reach;
+    sink.Add(Primitive{
+        Primitive::Kind::kStroke,
+        pen,
+        {{Map(c.xf, p.x + d.x * from, p.y + d.y * from, p.z + d.z * from),
+          Map(c.xf, p.x + d.x * reach, p.y + d.y * reach,
+              p.z + d.z * reach)}}});
   } else if (type == "HATCH") {
     WalkHatch(e, c, sink);
   } else if (type == "VIEWPORT") {
@@ -695,6 +722,27 @@ void EntityWalker::Walk(Entity e, const Context& c, PrimitiveSink& sink) {
   } else {
     NotDrawn(std::string(type));
   }
+}
+
+void EntityWalker::WalkImageFrame(Entity e, const Context& c, const Pen& pen,
+                                  PrimitiveSink& sink) {
+  // The picture itself is not plotted; its frame is, as CAD programs show
+  // it by default. 10 is the outer corner of the first pixel, 11 and 12 one
+  // pixel's width and height, 13/23 the size in pixels.
+  const Vec3 o = e.GetPoint(10), u = e.GetPoint(11), v = e.GetPoint(12);
+  const double w = e.GetDouble(13), h = e.GetDouble(23);
+  if (!(w > 0) || !(h > 0)) {
+    NotDrawn("IMAGE (no size)");
+    return;
+  }
+  NotDrawn("IMAGE (picture; frame drawn)");
+  auto at = [&](double a, double b) {
+    return Map(c.xf, o.x + a * u.x + b * v.x, o.y + a * u.y + b * v.y,
+               o.z + a * u.z + b * v.z);
+  };
+  sink.Add(Primitive{Primitive::Kind::kStroke,
+                     pen,
+                     {{at(0, 0), at(w, 0), at(w, h), at(0, h), at(0, 0)}}});
 }
 
 void EntityWalker::WalkPolyline(Entity e, const Context& c,

@@ -128,6 +128,8 @@ class EntityWalker {
   void WalkMText(Entity e, const Context& c, PrimitiveSink& sink);
   void WalkHatch(Entity e, const Context& c, PrimitiveSink& sink);
   void WalkPolyline(Entity e, const Context& c, PrimitiveSink& sink);
+  void WalkImageFrame(Entity e, const Context& c, const Pen& pen,
+                      PrimitiveSink& sink);
   void NotDrawn(std::string what) { ++not_drawn_[what]; }
   // Segments for an arc of `sweep` radians and radius `r` (target units).
   int Segments(double sweep, double r) const;

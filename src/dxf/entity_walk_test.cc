@@ -374,8 +374,45 @@ TEST(EntityWalkerTest, WhatCannotBeDrawnIsCounted) {
   Recorder rec;
   walker.WalkBlock(*doc->model_space(), Affine(), rec);
   EXPECT_TRUE(rec.got.empty());
-  EXPECT_EQ(walker.not_drawn().at("IMAGE"), 2);
+  EXPECT_EQ(walker.not_drawn().at("IMAGE (no size)"), 2);
   EXPECT_EQ(walker.not_drawn().at("INSERT (missing block)"), 1);
+}
+
+TEST(EntityWalkerTest, TablesImageFramesAndInfiniteLines) {
+  // A table's block holds a line (0,0)-(10,0) and is placed at (100,50);
+  // a 4 x 2 pixel image of 0.5-unit pixels turned 90 degrees at (7,7); a
+  // ray from (1,1) along +x and an xline through (0,0) along +y.
+  auto doc = MakeDrawing(
+      {},
+      Block(
+          "*T1",
+          {{0, "LINE"}, {8, "0"}, {10, "0"}, {20, "0"}, {11, "10"}, {21, "0"}}),
+      {{0, "ACAD_TABLE"}, {8, "0"},     {2, "*T1"}, {10, "100"}, {20, "50"},
+       {0, "IMAGE"},      {8, "0"},     {10, "7"},  {20, "7"},   {11, "0"},
+       {21, "0.5"},       {12, "-0.5"}, {22, "0"},  {13, "4"},   {23, "2"},
+       {0, "RAY"},        {8, "0"},     {10, "1"},  {20, "1"},   {11, "2"},
+       {21, "0"},         {0, "XLINE"}, {8, "0"},   {10, "0"},   {20, "0"},
+       {11, "0"},         {21, "1"}});
+  EntityWalker walker(*doc);
+  Recorder rec;
+  // Target units of a tenth: the reach is given in target units.
+  walker.WalkBlock(*doc->model_space(), Affine::Scaling({10, 10, 1}), rec);
+  ASSERT_EQ(rec.got.size(), 4u);
+  ExpectPoint(rec.got[0].paths[0][0], 1000, 500);
+  ExpectPoint(rec.got[0].paths[0][1], 1100, 500);
+  const std::vector<Point2>& frame = rec.got[1].paths[0];
+  ASSERT_EQ(frame.size(), 5u);
+  ExpectPoint(frame[0], 70, 70);
+  ExpectPoint(frame[1], 70, 90);  // four pixels up
+  ExpectPoint(frame[2], 60, 90);  // two pixels left
+  EXPECT_EQ(walker.not_drawn().at("IMAGE (picture; frame drawn)"), 1);
+  // The ray starts at its point and runs one way; the xline runs both.
+  ExpectPoint(rec.got[2].paths[0][0], 10, 10);
+  EXPECT_GT(rec.got[2].paths[0][1].x, 1e4);
+  EXPECT_NEAR(rec.got[2].paths[0][1].y, 10, 1e-6);
+  EXPECT_LT(rec.got[3].paths[0][0].y, -1e4);
+  EXPECT_GT(rec.got[3].paths[0][1].y, 1e4);
+  EXPECT_LE(rec.got[3].paths[0][1].y, 1e5 + 1e-6);
 }
 
 TEST(AciColorTest, StandardEntries) {

@@ -79,7 +79,10 @@ ModelIndex::ModelIndex(dxf::Document& doc) {
     dxf::Entity e = doc.entity(id);
     if (e.erased()) continue;
     BoundsSink bounds;
-    walker.WalkEntity(e, identity, bounds);
+    // Infinite lines would stretch the grid over nothing: always walked.
+    if (e.type() != "RAY" && e.type() != "XLINE") {
+      walker.WalkEntity(e, identity, bounds);
+    }
     ids_.push_back(id);
     boxes_.push_back(bounds.box);
     if (!bounds.box.empty()) {

@@ -7,8 +7,9 @@
 // may meet it, in drawing order (fills and texts keep their stacking).
 //
 // Entities that give no extents (hidden layers, types the walker does not
-// draw) are always returned, so that the walker still counts what it does
-// not draw. The index holds record ids: it is valid until the model changes.
+// draw, infinite lines) are always returned, so that the walker still counts
+// what it does not draw. The index holds record ids: it is valid until the
+// model changes.
 #ifndef LMT_RENDER_MODEL_INDEX_H_
 #define LMT_RENDER_MODEL_INDEX_H_
 
