@@ -108,8 +108,13 @@ def render_ezdxf(doc, layout, window, px_w, px_h, out):
     ax.set_xlim(window[0], window[2])
     ax.set_ylim(window[1], window[3])
     ax.set_aspect("auto")
-    ax.axis("off")
-    fig.savefig(out, dpi=DPI, facecolor=fig.get_facecolor())
+    # Not axis("off"): that hides the layout's background too, and model
+    # space draws white lines on a dark one.
+    ax.xaxis.set_visible(False)
+    ax.yaxis.set_visible(False)
+    for spine in ax.spines.values():
+        spine.set_visible(False)
+    fig.savefig(out, dpi=DPI, facecolor=ax.get_facecolor())
     plt.close(fig)
 
 

@@ -18,6 +18,21 @@
 #include "dxf/layout_edit.h"
 #include "render/sheet_renderer.h"
 
+namespace {
+
+class ModelSink : public lmt::dxf::PrimitiveSink {
+ public:
+  explicit ModelSink(cairo_t* cr) : cr_(cr) {}
+  void Add(lmt::dxf::Primitive p) override {
+    lmt::render::DrawPrimitive(cr_, p, lmt::render::RenderOptions{});
+  }
+
+ private:
+  cairo_t* cr_;
+};
+
+}  // namespace
+
 int main(int argc, char** argv) {
   using namespace lmt;
   if (argc != 10) {
@@ -30,8 +45,10 @@ int main(int argc, char** argv) {
     std::cerr << s.message() << "\n";
     return 1;
   }
+  // Model space is walked directly: R12 drawings have no LAYOUT objects.
+  const bool model = dxf::EqualsNoCase(argv[2], "Model");
   const dxf::Layout layout = dxf::FindLayout(*doc, argv[2]);
-  if (!layout.valid()) {
+  if (!model && !layout.valid()) {
     std::cerr << argv[2] << ": no such layout\n";
     return 1;
   }
@@ -58,8 +75,15 @@ int main(int argc, char** argv) {
   cairo_paint(cr);
   cairo_translate(cr, 0, height);
   cairo_scale(cr, kPixelsPerMm, -kPixelsPerMm);
-  const std::map<std::string, int> not_drawn =
-      render::RenderSheet(*doc, layout, g, render::RenderOptions{}, cr);
+  std::map<std::string, int> not_drawn;
+  if (model) {
+    dxf::EntityWalker walker(*doc);
+    ModelSink sink(cr);
+    walker.WalkBlock(*doc->model_space(), g.paper_to_page, sink);
+    not_drawn = walker.not_drawn();
+  } else {
+    not_drawn = render::RenderSheet(*doc, layout, g, {}, cr);
+  }
   cairo_destroy(cr);
   const cairo_status_t status = cairo_surface_write_to_png(surface, argv[9]);
   cairo_surface_destroy(surface);
