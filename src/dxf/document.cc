@@ -6,6 +6,7 @@
 #include <system_error>
 
 #include "dxf/check.h"
+#include "dxf/recovery.h"
 #include "dxf/tag_reader.h"
 #include "dxf/tag_writer.h"
 
@@ -30,7 +31,8 @@ bool StartsWithNoCase(std::string_view s, std::string_view prefix) {
 
 Document::~Document() = default;
 
-Status Document::Load(const std::string& path, std::unique_ptr<Document>* out) {
+Status Document::Load(const std::string& path, std::unique_ptr<Document>* out,
+                      ReadOptions options) {
   std::error_code ec;
   uintmax_t size = std::filesystem::file_size(path, ec);
   if (ec) return Status::IOError(path + ": " + ec.message());
@@ -48,31 +50,37 @@ Status Document::Load(const std::string& path, std::unique_ptr<Document>* out) {
   std::fclose(f);
   if (bad) return Status::IOError(path + ": read error");
   doc->name_ = path;
-  Status s = doc->Init(std::string_view(doc->file_.get(), got));
+  Status s = doc->Init(std::string_view(doc->file_.get(), got), options);
   if (!s.ok()) return s;
   *out = std::move(doc);
   return Status::Ok();
 }
 
 Status Document::Parse(std::string data, std::string name,
-                       std::unique_ptr<Document>* out) {
+                       std::unique_ptr<Document>* out, ReadOptions options) {
   std::unique_ptr<Document> doc(new Document());
   doc->name_ = std::move(name);
   doc->data_ = std::move(data);
-  Status s = doc->Init(doc->data_);
+  Status s = doc->Init(doc->data_, options);
   if (!s.ok()) return s;
   *out = std::move(doc);
   return Status::Ok();
 }
 
-Status Document::Init(std::string_view data) {
+Status Document::Init(std::string_view data, ReadOptions options) {
   input_size_ = data.size();
   TagFile file;
-  Status s = ReadTags(data, name_, &db_.arena(), &file);
+  Status s = ReadTags(data, name_, &db_.arena(), &file, options.recover);
   if (!s.ok()) return s;
   binary_ = file.binary;
   one_byte_codes_ = file.one_byte_codes;
   crlf_ = file.crlf;
+  recover_ = options.recover;
+  if (recover_) {
+    for (const Repair& r : RepairSections(&file)) {
+      repairs_.push_back(TagLocation(name_, file, r.tag_index) + ": " + r.what);
+    }
+  }
   db_.SetBase(std::move(file.tags));
   return Build(db_.base(), file.starts);
 }
@@ -289,18 +297,54 @@ Status Document::Build(const std::vector<Tag>& tags,
   }
   if (i >= n) return Error(n ? n - 1 : 0, "expected 0 EOF");
 
-  for (RecordId id : db_.BuildIndex()) {
+  const std::vector<RecordId> repeated = db_.BuildIndex();
+  for (RecordId id : repeated) {
     warnings_.push_back(name_ + ": duplicate handle " +
                         FormatHandle(db_.handle(id)) + "; the first is kept");
   }
   AssignBlockRoles();
   for (RecordId id : pending) Route(id);
+  if (recover_) RepairHandles(repeated);
   if (!had_entities_section_) {
     auto it = std::find_if(section_order_.begin(), section_order_.end(),
                            [](const auto& s) { return s.name == "OBJECTS"; });
     section_order_.insert(it, SectionRef{"ENTITIES", kNoRecord, kNoRecord});
   }
   return Status::Ok();
+}
+
+void Document::RepairHandles(const std::vector<RecordId>& repeated) {
+  if (IsR12()) return;  // handles are optional there
+  const bool no_seed = !HeaderValue("$HANDSEED");
+  auto give = [&](RecordId id, const std::string& why) {
+    const uint64_t h = AllocateHandle();
+    repairs_.push_back(name_ + ": " + std::string(entity(id).type()) + " " +
+                       why + "; given " + FormatHandle(h));
+    db_.SetHandle(id, h);
+  };
+  for (RecordId id : repeated) {
+    give(id, "repeats handle " + FormatHandle(db_.handle(id)));
+  }
+  auto check = [&](RecordId id) {
+    if (id != kNoRecord && db_.handle(id) == 0) give(id, "without a handle");
+  };
+  for (const Table& t : tables_) {
+    check(t.head);
+    for (RecordId id : t.entries) check(id);
+  }
+  for (const auto& b : blocks_) {
+    check(b->begin);
+    check(b->end);
+    for (RecordId id : b->entities) {
+      check(id);
+      for (RecordId child : db_.children(id)) check(child);
+    }
+  }
+  for (RecordId id : objects_) check(id);
+  if (no_seed) {
+    SetHeader("$HANDSEED", 5, FormatHandle(db_.max_handle() + 1));
+    repairs_.push_back(name_ + ": no $HANDSEED; set above the largest handle");
+  }
 }
 
 void Document::AssignBlockRoles() {

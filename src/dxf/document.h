@@ -67,6 +67,13 @@ struct RawSection {
   std::vector<RecordId> records;
 };
 
+struct ReadOptions {
+  // Repair what has one sensible reading (recovery.h; missing and
+  // repeated handles, a missing $HANDSEED) instead of refusing it; each
+  // repair is listed in repairs().
+  bool recover = false;
+};
+
 class Document {
  public:
   Document(const Document&) = delete;
@@ -75,10 +82,11 @@ class Document {
 
   // Reads and parses the file at `path`. IOError when it cannot be read,
   // Corruption (with file and line) when it is not a valid drawing.
-  static Status Load(const std::string& path, std::unique_ptr<Document>* out);
+  static Status Load(const std::string& path, std::unique_ptr<Document>* out,
+                     ReadOptions options = {});
   // Parses `data` (ASCII or binary DXF); `name` is used in messages.
   static Status Parse(std::string data, std::string name,
-                      std::unique_ptr<Document>* out);
+                      std::unique_ptr<Document>* out, ReadOptions options = {});
 
   // Serializes the drawing as ASCII DXF.
   std::string ToString();
@@ -98,6 +106,8 @@ class Document {
   }
   // Problems that did not stop loading (duplicate handles, ...).
   const std::vector<std::string>& warnings() const { return warnings_; }
+  // What a recovering read repaired, each "FILE:LINE: what".
+  const std::vector<std::string>& repairs() const { return repairs_; }
 
   // ---- header ----
   // The tags after `9 name` (usually one; points have 10/20[/30]).
@@ -211,7 +221,10 @@ class Document {
 
  private:
   Document() = default;
-  Status Init(std::string_view data);
+  Status Init(std::string_view data, ReadOptions options);
+  // Fresh handles for records that lack one or repeat an earlier one, and
+  // $HANDSEED where it is missing (recovering reads only).
+  void RepairHandles(const std::vector<RecordId>& repeated);
   Status Build(const std::vector<Tag>& tags,
                const std::vector<uint32_t>& starts);
   Status Error(size_t tag_index, const std::string& what) const;
@@ -241,8 +254,10 @@ class Document {
   bool binary_ = false;
   bool one_byte_codes_ = false;
   bool crlf_ = false;
+  bool recover_ = false;
   EntityDb db_;
   std::vector<std::string> warnings_;
+  std::vector<std::string> repairs_;
   // Sections in file order with their `0 SECTION` record (kNoRecord for
   // one the file lacked) and the 999 comments before it.
   struct SectionRef {

@@ -196,7 +196,8 @@ std::string MismatchText(int code, const char* expected, std::string_view v) {
          Quote(v);
 }
 
-Status ReadAscii(std::string_view data, std::string_view name, TagFile* out) {
+Status ReadAscii(std::string_view data, std::string_view name, TagFile* out,
+                 bool allow_missing_eof) {
   const char* p = data.data();
   const char* end = p + data.size();
   if (data.substr(0, 3) == "\xEF\xBB\xBF") p += 3;
@@ -284,7 +285,7 @@ Status ReadAscii(std::string_view data, std::string_view name, TagFile* out) {
       break;
     }
   }
-  if (!seen_eof) {
+  if (!seen_eof && !allow_missing_eof) {
     return Status::Corruption(std::string(name) + ":" + std::to_string(line) +
                               ": expected 0 EOF, got end of file");
   }
@@ -299,7 +300,7 @@ T Load(const char* p) {
 }
 
 Status ReadBinary(std::string_view data, std::string_view name, Arena* arena,
-                  TagFile* out) {
+                  TagFile* out, bool allow_missing_eof) {
   out->binary = true;
   const char* base = data.data();
   const char* p = base + kBinarySentinel.size();
@@ -411,14 +412,16 @@ Status ReadBinary(std::string_view data, std::string_view name, Arena* arena,
       break;
     }
   }
-  if (!seen_eof) return fail(end, "expected 0 EOF, got end of file");
+  if (!seen_eof && !allow_missing_eof) {
+    return fail(end, "expected 0 EOF, got end of file");
+  }
   return Status::Ok();
 }
 
 }  // namespace
 
 Status ReadTags(std::string_view data, std::string_view name, Arena* arena,
-                TagFile* out) {
+                TagFile* out, bool allow_missing_eof) {
   out->tags.clear();
   out->starts.clear();
   out->binary = false;
@@ -433,9 +436,9 @@ Status ReadTags(std::string_view data, std::string_view name, Arena* arena,
                               ":1: expected a group code, got end of file");
   }
   if (data.substr(0, kBinarySentinel.size()) == kBinarySentinel) {
-    return ReadBinary(data, name, arena, out);
+    return ReadBinary(data, name, arena, out, allow_missing_eof);
   }
-  return ReadAscii(data, name, out);
+  return ReadAscii(data, name, out, allow_missing_eof);
 }
 
 std::string TagLocation(std::string_view name, const TagFile& file,

@@ -37,9 +37,10 @@ struct TagFile {
 
 // Tokenizes `data`. `name` is used in messages only ("a.dxf:12: ...").
 // On failure returns Corruption naming the line (ASCII) or byte offset
-// (binary) and what was expected there.
+// (binary) and what was expected there. A file that ends without 0 EOF is
+// one only with `allow_missing_eof` (recovering reads).
 Status ReadTags(std::string_view data, std::string_view name, Arena* arena,
-                TagFile* out);
+                TagFile* out, bool allow_missing_eof = false);
 
 // "name:LINE" for the tag at `index` of an ASCII file, "name:offset N" is
 // not available for binary files, which give "name: tag N".
