@@ -3,7 +3,8 @@
 # Packages already present are left alone, so a second run costs nothing.
 set -euo pipefail
 packages=(cmake ninja-build g++ clang libclang-rt-14-dev googletest libgtest-dev
-          libbenchmark-dev python3 python3-ezdxf libcairo2-dev poppler-utils fonts-dejavu-core)
+          libbenchmark-dev python3 python3-ezdxf libcairo2-dev poppler-utils fonts-dejavu-core
+          go-md2man man-db)
 missing=()
 for p in "${packages[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" \
