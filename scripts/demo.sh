@@ -13,6 +13,7 @@ cd "$(dirname "$0")/.."
 scripts/install-deps.sh
 cmake -S . -B build -G Ninja >/dev/null
 cmake --build build -j "$(nproc)"
+scripts/install-manual.sh build
 mkdir -p out
 
 # An empty settings file, so that a user's own settings do not change the

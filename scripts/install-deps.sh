@@ -4,7 +4,7 @@
 set -euo pipefail
 packages=(cmake ninja-build g++ clang libclang-rt-14-dev googletest libgtest-dev
           libbenchmark-dev python3 python3-ezdxf python3-matplotlib libcairo2-dev
-          poppler-utils fonts-dejavu-core)
+          poppler-utils fonts-dejavu-core go-md2man man-db)
 missing=()
 for p in "${packages[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" \

@@ -20,6 +20,7 @@ run_suite() {  # build-dir, extra cmake args...
 
 echo "== plain build (Release)"
 run_suite build -DCMAKE_BUILD_TYPE=Release
+scripts/install-manual.sh build
 echo "== sanitizer build (ASan + UBSan)"
 ASAN_OPTIONS=detect_leaks=1 UBSAN_OPTIONS=print_stacktrace=1 \
   run_suite build-asan -DLMT_SANITIZE=ON -DCMAKE_BUILD_TYPE=Debug

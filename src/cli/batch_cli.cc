@@ -5,6 +5,7 @@
 
 #include "batch/paths.h"
 #include "cli/cli_options.h"
+#include "cli/frame_output.h"
 #include "dxfhost/application.h"
 #include "host/connection.h"
 #include "host/host_kind.h"
@@ -58,17 +59,61 @@ std::shared_ptr<host::Application> EmbeddedHost(core::Windows& windows,
   return dxfhost::DxfApplication::Create(kind, &user);
 }
 
-int ReportBatch(const batch::BatchReport& report, std::ostream& out,
-                std::ostream& err) {
-  for (const std::string& path : report.written) out << path << "\n";
+RunReport BatchRunReport(std::string_view command,
+                         const std::vector<core::BatchFile>& files,
+                         const batch::BatchReport& report) {
+  RunReport run(command);
+  // The run goes over the files in order, and each one ends written,
+  // failed or (without saving) just done; the lists keep that order.
+  size_t failure = 0;
+  size_t written = 0;
+  const std::vector<batch::FileEntry> entries = batch::FilesOf(files);
+  for (size_t i = 0; i < entries.size(); ++i) {
+    const std::string& path = entries[i].path;
+    ReportItem item{"file", path, "done", "", {}, ""};
+    if (failure < report.failures.size() &&
+        report.failures[failure].path == path) {
+      item.result = kFailed;
+      item.reason = report.failures[failure++].status.message();
+    } else if (i >= static_cast<size_t>(report.processed)) {
+      item.result = kSkipped;
+      item.reason = "not reached";
+    } else if (written < report.written.size()) {
+      item.result = "written";
+      item.fields.emplace_back("output", JsonString(report.written[written]));
+      item.detail = "-> " + report.written[written++];
+    }
+    run.Add(std::move(item));
+  }
+  run.SetTotal("files", static_cast<int64_t>(entries.size()));
+  run.SetTotal("processed", report.processed);
+  run.SetTotal("written", static_cast<int64_t>(report.written.size()));
+  run.SetTotal("failed", static_cast<int64_t>(report.failures.size()));
+  for (const std::string& path : report.written) run.AddOutput(path);
+  return run;
+}
+
+int ReportBatch(CommandContext& context, std::string_view command,
+                const std::vector<core::BatchFile>& files,
+                const batch::BatchReport& report) {
+  const CliOptions& options = context.options;
+  const RunReport run = BatchRunReport(command, files, report);
+  if (options.verbose && !options.json) {
+    WriteItemsText(run, context.out);
+    context.out << run.Total("files") << " files: " << run.Total("written")
+                << " written, " << run.Total("failed") << " failed\n";
+  } else if (!options.quiet && !options.json) {
+    for (const std::string& path : report.written) context.out << path << "\n";
+  }
   for (const batch::FileFailure& failure : report.failures) {
     // Engine messages often begin with the path already.
     const std::string& message = failure.status.message();
-    err << "layomat: ";
-    if (!message.starts_with(failure.path)) err << failure.path << ": ";
-    err << message << "\n";
+    context.err << "layomat: ";
+    if (!message.starts_with(failure.path)) context.err << failure.path << ": ";
+    context.err << message << "\n";
   }
-  return report.failures.empty() ? kExitOk : kExitFileError;
+  return FinishReport(context, run,
+                      report.failures.empty() ? kExitOk : kExitFileError);
 }
 
 int RunReplaceCommand(CommandContext& context, std::string_view command,
@@ -86,12 +131,12 @@ int RunReplaceCommand(CommandContext& context, std::string_view command,
   Result<host::DbxDocumentPtr> dbx = host::CreateDbxDocument(*app);
   if (!dbx.ok()) {
     context.err << "layomat: " << dbx.status().message() << "\n";
-    return kExitRefused;
+    return FinishReport(context, RunReport(command), kExitRefused);
   }
   batch::BatchUi ui(user, context.addin.globals().messages,
                     context.addin.globals().product_name, caption);
   ui.running = true;
-  return ReportBatch(run(**dbx, ui), context.out, context.err);
+  return ReportBatch(context, command, files, run(**dbx, ui));
 }
 
 }  // namespace lmt::cli

@@ -14,6 +14,7 @@
 #include "cli/cli_options.h"
 #include "cli/cli_user.h"
 #include "cli/registry.h"
+#include "cli/run_report.h"
 #include "core/batch_windows.h"
 #include "core/windows.h"
 #include "host/application.h"
@@ -42,10 +43,21 @@ std::vector<core::BatchFile> FileRows(const std::vector<std::string>& args);
 std::shared_ptr<host::Application> EmbeddedHost(core::Windows& windows,
                                                 host::User& user);
 
-// Prints the written files on `out` and each failure on `err`; returns
-// kExitFileError when any file failed, else kExitOk.
-int ReportBatch(const batch::BatchReport& report, std::ostream& out,
-                std::ostream& err);
+// One "file" item per row of `files`, in order: "written" with its
+// "output", kFailed with the reason, "done" when the run saved nothing for
+// it, kSkipped ("not reached") after an interruption; totals "files",
+// "processed", "written", "failed"; the written files as the outputs.
+RunReport BatchRunReport(std::string_view command,
+                         const std::vector<core::BatchFile>& files,
+                         const batch::BatchReport& report);
+
+// Prints the written files on standard output (with --verbose a line per
+// file instead, and the totals; with --quiet nothing; with --json the
+// report) and each failure on standard error. Returns kExitFileError when
+// any file failed, else kExitOk.
+int ReportBatch(CommandContext& context, std::string_view command,
+                const std::vector<core::BatchFile>& files,
+                const batch::BatchReport& report);
 
 // What a replace command runs on the database document, with the batch
 // window's messages and caption.

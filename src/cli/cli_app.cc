@@ -136,7 +136,7 @@ int RunLayomat(const std::vector<std::string>& args, std::ostream& out,
     return kExitUsage;
   }
 
-  StreamMessageSink messages(err);
+  StreamMessageSink messages(err, options.quiet);
   core::Environment env;
   env.addin_folder = cli_env.program_folder;
   env.get_env = cli_env.get_env;

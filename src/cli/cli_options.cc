@@ -45,16 +45,9 @@ Result<SetAssignment> ParseSet(std::string_view text) {
                        std::string(text.substr(eq + 1))};
 }
 
-// Options that take a value.
-constexpr std::string_view kValued[] = {
-    "--settings", "--set",    "--lang",     "--template",
-    "--pick",     "--start",  "--viewport", "--sort-polyline",
-    "-o",         "--output", "--preview",  "--layouts",
-    "--pdf"};
-
 bool TakesValue(std::string_view name) {
-  for (std::string_view v : kValued) {
-    if (v == name) return true;
+  for (const GlobalOption& option : GlobalOptions()) {
+    if (option.name == name) return option.values > 0;
   }
   return false;
 }
@@ -123,6 +116,38 @@ Status Apply(CliOptions& o, std::string_view name, std::string_view value) {
 
 }  // namespace
 
+const std::vector<GlobalOption>& GlobalOptions() {
+  static const std::vector<GlobalOption> options = {
+      {"--settings", 1},
+      {"--set", 1},
+      {"--lang", 1},
+      {"--template", 1},
+      {"--pick", 1},
+      {"--start", 1},
+      {"--sort-polyline", 1},
+      {"--viewport", 1},
+      {"--yes", 0},
+      {"-o", 1},
+      {"--output", 1},
+      {"--json", 0},
+      {"-q", 0},
+      {"--quiet", 0},
+      {"-v", 0},
+      {"--verbose", 0},
+      {"--explain", 0},
+      {"--preview", 1},
+      {"--layouts", 1},
+      {"--one-file", 0},
+      {"--file-per-sheet", 0},
+      {"--monochrome", 0},
+      {"--pdf", 1},
+      {"-h", 0},
+      {"--help", 0},
+      {"--version", 0},
+  };
+  return options;
+}
+
 std::optional<uint64_t> ParseObjectId(std::string_view handle) {
   if (!IsHandle(handle)) return std::nullopt;
   uint64_t id = 0;
@@ -169,6 +194,12 @@ Result<CliOptions> ParseCommandLine(const std::vector<std::string>& args) {
       o.yes = true;
     } else if (name == "--json") {
       o.json = true;
+    } else if (name == "--quiet" || name == "-q") {
+      o.quiet = true;
+    } else if (name == "--verbose" || name == "-v") {
+      o.verbose = true;
+    } else if (name == "--explain") {
+      o.explain = true;
     } else if (name == "--one-file") {
       o.one_file = true;
     } else if (name == "--file-per-sheet") {
@@ -214,6 +245,9 @@ Result<CliOptions> ParseCommandLine(const std::vector<std::string>& args) {
       return Status::InvalidArgument(std::string(name) + " takes no value");
     }
   }
+  if (o.quiet && o.verbose) {
+    return Status::InvalidArgument("--quiet contradicts --verbose");
+  }
   return o;
 }
 
@@ -237,7 +271,13 @@ std::string GlobalOptionsHelp() {
          "  --viewport HANDLE      the viewport picked for deletion outside\n"
          "  --yes                  answer Yes to every question\n"
          "  -o, --output FILE      the drawing to write\n"
-         "  --json                 print results as JSON\n"
+         "  --json                 print results as JSON (one document on "
+         "standard output)\n"
+         "  -q, --quiet            errors only: no per-item lines, no "
+         "progress\n"
+         "  -v, --verbose          also what was done with each item\n"
+         "  --explain              settings: each control's meaning and "
+         "plain option\n"
          "  --preview FILE.svg     draw the model space with the frames "
          "found\n"
          "  --layouts PATTERN      plot only layouts matching PATTERN (* ?)\n"

@@ -64,7 +64,10 @@ struct CliOptions {
   bool yes = false;                            // --yes
   std::optional<std::string> output;           // -o / --output
   bool json = false;                           // --json
-  std::optional<std::string> preview;          // --preview FILE.svg
+  bool quiet = false;    // --quiet: errors only, no per-item lines
+  bool verbose = false;  // --verbose: what was done with each item
+  bool explain = false;  // --explain (settings): meanings and options
+  std::optional<std::string> preview;  // --preview FILE.svg
   // Plotting (layomat plot; --pdf for create-layouts).
   std::optional<std::string> layouts;  // --layouts PATTERN (* and ?)
   bool one_file = false;               // --one-file
@@ -79,6 +82,16 @@ std::optional<uint64_t> ParseObjectId(std::string_view handle);
 
 // InvalidArgument with a message for the user on a bad command line.
 Result<CliOptions> ParseCommandLine(const std::vector<std::string>& args);
+
+// A global option's spelling and how many values follow it (0 or 1).
+struct GlobalOption {
+  std::string_view name;
+  int values;
+};
+
+// Every global option the parser knows, short spellings included, in the
+// order --help shows them (for completion and the manual's checks).
+const std::vector<GlobalOption>& GlobalOptions();
 
 // The usage text of the global options (for --help).
 std::string GlobalOptionsHelp();

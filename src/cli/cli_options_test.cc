@@ -66,5 +66,38 @@ TEST(ParseCommandLineTest, BadCommandLines) {
   }
 }
 
+// The list completion and the manual are checked against is the parser's
+// own: every entry parses with its values, and one value less is refused.
+TEST(GlobalOptionsTest, EveryListedOptionParsesWithItsValues) {
+  for (const GlobalOption& option : GlobalOptions()) {
+    std::vector<std::string> args = {"frames", std::string(option.name)};
+    if (option.values == 1) {
+      args.push_back(option.name == "--set"             ? "OknoLmt.A=1"
+                     : option.name == "--start"         ? "1,2"
+                     : option.name == "--pick"          ? "2F"
+                     : option.name == "--template"      ? "2F"
+                     : option.name == "--viewport"      ? "2F"
+                     : option.name == "--sort-polyline" ? "2F"
+                                                        : "x");
+    }
+    EXPECT_TRUE(ParseCommandLine(args).ok()) << option.name;
+    if (option.values == 1) {
+      args.pop_back();
+      EXPECT_FALSE(ParseCommandLine(args).ok()) << option.name;
+    }
+    EXPECT_NE(GlobalOptionsHelp().find(std::string(option.name)),
+              std::string::npos)
+        << option.name << " is not in --help";
+  }
+}
+
+TEST(ParseCommandLineTest, QuietAndVerboseContradict) {
+  EXPECT_TRUE(ParseCommandLine({"frames", "-q"})->quiet);
+  EXPECT_TRUE(ParseCommandLine({"frames", "--verbose"})->verbose);
+  Result<CliOptions> both = ParseCommandLine({"-v", "frames", "--quiet"});
+  ASSERT_FALSE(both.ok());
+  EXPECT_EQ(both.status().message(), "--quiet contradicts --verbose");
+}
+
 }  // namespace
 }  // namespace lmt::cli

@@ -12,7 +12,7 @@ CliUser::CliUser(const CliOptions& options, std::ostream& err,
       err_(err),
       title_(std::move(title)),
       sink_(err),
-      progress_(progress) {}
+      progress_(progress && !options.quiet) {}
 
 void CliUser::QueuePick(std::vector<std::string> handles) {
   picks_.push_back(std::move(handles));
@@ -51,6 +51,8 @@ host::Answer CliUser::DoShowMessage(const host::Message& message) {
 }
 
 void CliUser::Write(const host::Message& message) {
+  // --quiet keeps the errors only; a question still gets its answer.
+  if (options_.quiet && message.icon != host::MessageIcon::kCritical) return;
   if (progress_visible_) err_ << '\n';  // keep the message off the bar
   sink_.Show(message.title.empty() ? title_ : message.title, message.text,
              core::MessageIcon::kInformation);

@@ -9,8 +9,10 @@
 //   Yes/No       Yes with --yes, else No
 //   input boxes  the default text, as if OK were pressed
 //   messages     one line "title: text" on the error stream; while held,
-//                the messages of success wait (see HoldSuccessMessages)
-//   progress     on the error stream, only when it is a terminal
+//                the messages of success wait (see HoldSuccessMessages);
+//                with --quiet only the critical ones (the errors)
+//   progress     on the error stream, only when it is a terminal and not
+//                --quiet
 //
 // Window focus, event pumps and waits do nothing: there is no window, and
 // the embedded host finishes every command before it returns.

@@ -4,9 +4,11 @@
 // command line's one save path (EmbeddedSession::SaveOutput: DRAWING's
 // release and format, a temporary file renamed into place; OUT may be
 // DRAWING itself). Prints one line per layout made and per row skipped, and
-// how many of the rows got their layout.
+// how many of the rows got their layout; with --json the run's report
+// (cli/creation_report.h) instead.
 #include <ostream>
 
+#include "cli/creation_report.h"
 #include "cli/embedded_session.h"
 #include "cli/frame_output.h"
 #include "cli/frame_search_run.h"
@@ -28,7 +30,11 @@ int RunCreateLayouts(CommandContext& context) {
   const std::string& drawing = options.args[0];
   Result<std::unique_ptr<EmbeddedSession>> run =
       EmbeddedSession::OpenToSave(context, drawing, *options.output);
-  if (!run.ok()) return ReportFileError(context, run.status());
+  const RunReport nothing_done("create-layouts");
+  if (!run.ok()) {
+    return FinishReport(context, nothing_done,
+                        ReportFileError(context, run.status()));
+  }
   EmbeddedSession& embedded = **run;
   core::Windows& windows = context.addin.windows();
 
@@ -36,38 +42,29 @@ int RunCreateLayouts(CommandContext& context) {
   frames::FrameCommands commands(embedded.session(), state,
                                  MainWindowNamer(windows));
   if (CaptureAndSearch(context, embedded, commands) != frames::Outcome::kDone) {
-    return kExitRefused;
+    return FinishReport(context, nothing_done, kExitRefused);
   }
 
   const layouts::CreationReport report =
       layouts::CreateLayouts(embedded.session(), state.table);
   if (report.outcome == layouts::CreationOutcome::kRefused ||
       report.outcome == layouts::CreationOutcome::kNotConnected) {
-    return kExitRefused;
+    return FinishReport(context, nothing_done, kExitRefused);
   }
   Status saved = embedded.SaveOutput();
-  if (!saved.ok()) return ReportFileError(context, saved);
-  for (const std::string& name : report.created) {
-    context.out << "layout\t" << name << "\n";
+  if (!saved.ok()) {
+    return FinishReport(context, nothing_done, ReportFileError(context, saved));
   }
-  for (const utilities::Skip& skip : report.skipped.skips()) {
-    context.out << "skipped\t" << skip.object << "\t" << skip.status.message()
-                << "\n";
-  }
-  for (const std::string& name : report.deleted) {
-    context.out << "deleted\t" << name << "\n";
-  }
-  const size_t skipped = report.skipped.skips().size();
-  context.out << report.created.size() << " of " << report.rows
-              << " layouts made";
-  if (skipped > 0) context.out << "; " << skipped << " skipped";
-  context.out << "; " << report.viewports << " viewports -> " << *options.output
-              << "\n";
+  const RunReport run_report = CreationRunReport(
+      report, state.table, *embedded.document(), *options.output);
+  if (!options.json) WriteCreationText(run_report, options, context.out);
   if (const int plotted = PlotNewLayouts(context, report.created)) {
-    return plotted;
+    return FinishReport(context, run_report, plotted);
   }
-  return report.outcome == layouts::CreationOutcome::kDone ? kExitOk
-                                                           : kExitRefused;
+  return FinishReport(context, run_report,
+                      report.outcome == layouts::CreationOutcome::kDone
+                          ? kExitOk
+                          : kExitRefused);
 }
 
 const CommandRegistration kCreateLayouts({

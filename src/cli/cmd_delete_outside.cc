@@ -4,15 +4,19 @@
 // (EmbeddedSession::SaveOutput). Picking a viewport means going to its
 // layout first, so that layout is made current before the command runs;
 // when the handle names no entity on a layout the drawing's own current tab
-// stays (in the model tab the command refuses).
+// stays (in the model tab the command refuses). --json reports the
+// viewport used and each object erased.
 #include <cctype>
 #include <cstdint>
 #include <ostream>
+#include <set>
 #include <string>
 
 #include "cli/cli_options.h"
 #include "cli/embedded_session.h"
 #include "cli/registry.h"
+#include "cli/run_report.h"
+#include "host/block.h"
 #include "host/object_model.h"
 #include "utilities/delete_outside_viewport.h"
 
@@ -41,6 +45,47 @@ void GoToLayoutOf(host::Document& document, const std::string& handle) {
   document.SetActiveLayout(*layout).IgnoreError();  // the pick then refuses
 }
 
+// The handles of model space's entities; empty when the host cannot list
+// them (the report then names no erased object).
+std::vector<std::string> ModelHandles(const host::Document& document) {
+  std::vector<std::string> handles;
+  Result<host::BlockPtr> model = document.ModelSpace();
+  if (!model.ok()) return handles;
+  Result<std::vector<host::EntityPtr>> entities = (*model)->Items();
+  if (!entities.ok()) return handles;
+  for (const host::EntityPtr& entity : *entities) {
+    if (Result<std::string> handle = entity->Handle(); handle.ok()) {
+      handles.push_back(*handle);
+    }
+  }
+  return handles;
+}
+
+// The report of a finished run: the viewport that decided, each object
+// erased (the model-space handles gone since `before`), each refusal.
+RunReport DeletionReport(const utilities::DeleteOutsideReport& done,
+                         const std::vector<std::string>& before,
+                         const host::Document& document,
+                         const std::string& out) {
+  RunReport report("delete-outside");
+  if (!done.viewport.empty()) {
+    report.Add({"viewport", done.viewport, "used", "", {}, ""});
+  }
+  const std::vector<std::string> after = ModelHandles(document);
+  const std::set<std::string> left(after.begin(), after.end());
+  for (const std::string& handle : before) {
+    if (!left.contains(handle)) {
+      report.Add({"object", handle, "erased", "", {}, ""});
+    }
+  }
+  AddSkips(report, "step", done.skips);
+  report.SetTotal("kept", done.kept);
+  report.SetTotal("erased", done.erased);
+  report.SetTotal("skipped", static_cast<int64_t>(done.skips.skips().size()));
+  report.AddOutput(out);
+  return report;
+}
+
 int RunDeleteOutside(CommandContext& context) {
   const CliOptions& options = context.options;
   if (options.args.size() != 1) {
@@ -49,20 +94,31 @@ int RunDeleteOutside(CommandContext& context) {
     return kExitUsage;
   }
   const std::string& drawing = options.args[0];
+  const RunReport nothing_done("delete-outside");
   Result<std::unique_ptr<EmbeddedSession>> run =
       EmbeddedSession::OpenToSave(context, drawing, *options.output);
-  if (!run.ok()) return ReportFileError(context, run.status());
+  if (!run.ok()) {
+    return FinishReport(context, nothing_done,
+                        ReportFileError(context, run.status()));
+  }
   EmbeddedSession& embedded = **run;
 
   GoToLayoutOf(*embedded.document(), *options.viewport);
   embedded.user().QueueViewportPick();
-  if (utilities::DeleteOutsideViewport(embedded.session()) !=
+  const std::vector<std::string> before = ModelHandles(*embedded.document());
+  utilities::DeleteOutsideReport done;
+  if (utilities::DeleteOutsideViewport(embedded.session(), &done) !=
       utilities::Outcome::kDone) {
-    return kExitRefused;
+    return FinishReport(context, nothing_done, kExitRefused);
   }
   Status saved = embedded.SaveOutput();
-  if (!saved.ok()) return ReportFileError(context, saved);
-  return kExitOk;
+  if (!saved.ok()) {
+    return FinishReport(context, nothing_done, ReportFileError(context, saved));
+  }
+  const RunReport report =
+      DeletionReport(done, before, *embedded.document(), *options.output);
+  if (options.verbose && !options.json) WriteItemsText(report, context.out);
+  return FinishReport(context, report, kExitOk);
 }
 
 const CommandRegistration kDeleteOutside({

@@ -41,7 +41,7 @@ int RunRunScript(CommandContext& context) {
   ui.running = true;
   batch::BatchReport report =
       batch::RunScriptFiles(*app, ui, batch::RunScriptSettingsOf(w));
-  return ReportBatch(report, context.out, context.err);
+  return ReportBatch(context, "run-script", w.files, report);
 }
 
 const CommandRegistration kRunScript({

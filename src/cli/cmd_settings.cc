@@ -2,8 +2,10 @@
 // them (designed values, then the settings file, then --set), one
 // "Window.Key=value word" line per settings key, and the product name the
 // chosen language gives. Useful to check a settings file or a --set.
+// --explain adds below each its meaning and the plain options that set it.
 #include <ostream>
 
+#include "cli/control_meanings.h"
 #include "cli/registry.h"
 #include "core/text_encoding.h"
 #include "core/windows.h"
@@ -17,6 +19,22 @@ bool Wanted(const std::vector<std::string>& names, std::string_view window) {
     if (core::EqualsIgnoreAsciiCase(name, window)) return true;
   }
   return false;
+}
+
+// The lines --explain adds below a control's value: its meaning and the
+// plain options that set it, "-" where there is none.
+void Explain(CommandContext& context, const core::Control& control, int slot) {
+  core::Windows& windows = context.addin.windows();
+  const std::string_view meaning = MeaningOf(windows, control, slot);
+  context.out << "    meaning: " << (meaning.empty() ? "-" : meaning) << "\n";
+  const std::vector<std::string> options =
+      PlainOptionsOf(windows, control, slot);
+  context.out << "    option: ";
+  if (options.empty()) context.out << "-";
+  for (size_t i = 0; i < options.size(); ++i) {
+    context.out << (i ? ", " : "") << options[i];
+  }
+  context.out << "\n";
 }
 
 int RunSettings(CommandContext& context) {
@@ -35,6 +53,7 @@ int RunSettings(CommandContext& context) {
       for (int slot = 0; slot < control->slot_count(); ++slot) {
         context.out << window->name() << "." << control->SlotKey(slot) << "="
                     << control->ValueWord(slot) << "\n";
+        if (context.options.explain) Explain(context, *control, slot);
       }
     }
   }
@@ -43,7 +62,7 @@ int RunSettings(CommandContext& context) {
 
 const CommandRegistration kSettings({
     "settings",
-    "layomat settings [WINDOW...] [--settings FILE] [--set ...]",
+    "layomat settings [WINDOW...] [--explain] [--settings FILE] [--set ...]",
     "print every control's value as the commands would use it",
     &RunSettings,
 });

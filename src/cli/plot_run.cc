@@ -173,8 +173,11 @@ int RunPlot(CommandContext& context, const PlotRequest& request) {
   }
   if (terminal) context.err << "\r\x1b[K" << std::flush;
   ReportNotDrawn(context, sheets);
-  for (const auto& [layout, file] : files) {
-    context.out << "sheet\t" << layout << "\t" << file << "\n";
+  // Per-sheet lines; with --json standard output holds the report alone.
+  if (!context.options.json && !context.options.quiet) {
+    for (const auto& [layout, file] : files) {
+      context.out << "sheet\t" << layout << "\t" << file << "\n";
+    }
   }
   if (!written.ok()) {
     context.err << "layomat: " << written.message() << "\n";

@@ -5,7 +5,8 @@
 namespace lmt::cli {
 
 void StreamMessageSink::Show(std::string_view title, std::string_view text,
-                             core::MessageIcon) {
+                             core::MessageIcon icon) {
+  if (errors_only_ && icon != core::MessageIcon::kCritical) return;
   std::string line;
   for (size_t i = 0; i < text.size(); ++i) {
     if (text[i] == '\r' && i + 1 < text.size() && text[i + 1] == '\n') {

@@ -11,12 +11,15 @@ namespace lmt::cli {
 
 class StreamMessageSink : public core::MessageSink {
  public:
-  explicit StreamMessageSink(std::ostream& stream) : stream_(stream) {}
+  // `errors_only` (--quiet) drops every box but the critical ones.
+  explicit StreamMessageSink(std::ostream& stream, bool errors_only = false)
+      : stream_(stream), errors_only_(errors_only) {}
   void Show(std::string_view title, std::string_view text,
             core::MessageIcon icon) override;
 
  private:
   std::ostream& stream_;
+  bool errors_only_;
 };
 
 }  // namespace lmt::cli

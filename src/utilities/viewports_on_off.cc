@@ -112,6 +112,7 @@ void SwitchOne(const host::Document& document, const host::EntityPtr& entity,
     return;
   }
   ++report.switched;
+  report.switched_handles.push_back(*handle);
 }
 
 void SwitchAll(const host::Document& document,

@@ -15,7 +15,9 @@
 #define LMT_UTILITIES_VIEWPORTS_ON_OFF_H_
 
 #include <cstdint>
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include "host/document.h"
 #include "host/layout.h"
@@ -39,6 +41,7 @@ struct SwitchReport {
   int32_t selected = 0;       // entities the selection found
   int32_t switched = 0;       // viewports given the requested state
   int32_t own_viewports = 0;  // layouts' own viewports passed over
+  std::vector<std::string> switched_handles;  // in the order switched
   SkipLog skips;
 };
 

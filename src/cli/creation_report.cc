@@ -1,0 +1,162 @@
+#include "cli/creation_report.h"
+
+#include <cmath>
+#include <numbers>
+#include <optional>
+
+#include "cli/frame_output.h"
+#include "host/block.h"
+#include "host/entity.h"
+#include "host/layout.h"
+
+namespace lmt::cli {
+namespace {
+
+using frames::Column;
+
+constexpr std::string_view kLayout = "layout";
+
+// The frame table row that named the layout `name`; 0 when none did.
+int RowOf(const frames::FrameTable& table, std::string_view name) {
+  for (int row = 1; row < table.row_count(); ++row) {
+    if (table.Cell(row, Column::kLayoutName) == name) return row;
+  }
+  return 0;
+}
+
+struct Frame {
+  std::string kind;
+  std::optional<double> x, y;   // centre of the four corners
+  std::optional<double> scale;  // paper units per model unit
+  std::optional<double> twist;  // degrees
+};
+
+Frame FrameOfRow(const frames::FrameTable& table, int row) {
+  Frame frame;
+  if (row == 0) return frame;
+  frame.kind = table.Cell(row, Column::kTyp);
+  constexpr Column kCorners[4][2] = {{Column::kPointX1, Column::kPointY1},
+                                     {Column::kPointX2, Column::kPointY2},
+                                     {Column::kPointX3, Column::kPointY3},
+                                     {Column::kPointX4, Column::kPointY4}};
+  double sx = 0, sy = 0;
+  for (const auto& corner : kCorners) {
+    std::optional<double> x = frames::ParseNumber(table.Cell(row, corner[0]));
+    std::optional<double> y = frames::ParseNumber(table.Cell(row, corner[1]));
+    if (!x || !y) return frame;
+    sx += *x;
+    sy += *y;
+  }
+  frame.x = sx / 4;
+  frame.y = sy / 4;
+  return frame;
+}
+
+// Reads scale and twist from the layout's viewport (not its own paper
+// viewport, entity 0 of its block).
+void ReadViewport(const host::Document& document, const std::string& name,
+                  Frame& frame) {
+  Result<host::LayoutsPtr> layouts = document.Layouts();
+  if (!layouts.ok()) return;
+  Result<host::LayoutPtr> layout = (*layouts)->Item(name);
+  if (!layout.ok()) return;
+  Result<host::BlockPtr> block = (*layout)->Block();
+  if (!block.ok()) return;
+  Result<std::vector<host::EntityPtr>> entities = (*block)->Items();
+  if (!entities.ok()) return;
+  for (size_t i = 1; i < entities->size(); ++i) {
+    host::PViewportPtr viewport = host::As<host::PViewport>((*entities)[i]);
+    if (viewport == nullptr) continue;
+    if (Result<double> scale = viewport->CustomScale(); scale.ok()) {
+      frame.scale = *scale;
+    }
+    if (Result<double> twist = viewport->TwistAngle(); twist.ok()) {
+      // To the nanodegree: radians of -30 degrees read 329.99999999999994.
+      frame.twist = std::round(*twist * 180 / std::numbers::pi * 1e9) / 1e9;
+    }
+    return;
+  }
+}
+
+std::string Json(const std::optional<double>& value) {
+  return value ? JsonNumber(*value) : "null";
+}
+
+std::string FrameJson(const Frame& frame) {
+  return "{\"kind\": " + JsonString(frame.kind) + ", \"centre\": [" +
+         Json(frame.x) + ", " + Json(frame.y) +
+         "], \"scale\": " + Json(frame.scale) +
+         ", \"twist\": " + Json(frame.twist) + "}";
+}
+
+std::string FrameWords(const Frame& frame) {
+  std::string words = "frame " + (frame.kind.empty() ? "?" : frame.kind);
+  words += ", centre " + (frame.x ? JsonNumber(*frame.x) : "?") + "," +
+           (frame.y ? JsonNumber(*frame.y) : "?");
+  words += ", scale ";
+  words += frame.scale && *frame.scale > 0 ? "1:" + JsonNumber(1 / *frame.scale)
+                                           : "?";
+  words += ", twist " + (frame.twist ? JsonNumber(*frame.twist) : "?");
+  return words;
+}
+
+}  // namespace
+
+RunReport CreationRunReport(const layouts::CreationReport& report,
+                            const frames::FrameTable& table,
+                            const host::Document& document,
+                            const std::string& out) {
+  RunReport run("create-layouts");
+  for (const std::string& name : report.created) {
+    Frame frame = FrameOfRow(table, RowOf(table, name));
+    ReadViewport(document, name, frame);
+    run.Add({std::string(kLayout),
+             name,
+             std::string(kMade),
+             "",
+             {{"frame", FrameJson(frame)}},
+             FrameWords(frame)});
+  }
+  for (const utilities::Skip& skip : report.skipped.skips()) {
+    run.Add({std::string(kLayout),
+             skip.object,
+             std::string(kSkipped),
+             skip.status.message(),
+             {},
+             ""});
+  }
+  for (const std::string& name : report.deleted) {
+    run.Add({std::string(kLayout), name, "deleted", "", {}, ""});
+  }
+  run.SetTotal("rows", report.rows);
+  run.SetTotal("made", static_cast<int64_t>(report.created.size()));
+  run.SetTotal("skipped", static_cast<int64_t>(report.skipped.skips().size()));
+  run.SetTotal("deleted", static_cast<int64_t>(report.deleted.size()));
+  run.SetTotal("viewports", report.viewports);
+  run.AddOutput(out);
+  return run;
+}
+
+void WriteCreationText(const RunReport& report, const CliOptions& options,
+                       std::ostream& out) {
+  if (!options.quiet) {
+    for (const ReportItem& item : report.items()) {
+      if (item.result == kMade) {
+        out << "layout\t" << item.name << "\n";
+        if (options.verbose) out << "\t" << item.detail << "\n";
+      } else if (item.result == kSkipped) {
+        out << "skipped\t" << item.name << "\t" << item.reason << "\n";
+      } else {
+        out << item.result << "\t" << item.name << "\n";
+      }
+    }
+  }
+  const int64_t skipped = report.Total("skipped");
+  out << report.Total("made") << " of " << report.Total("rows")
+      << " layouts made";
+  if (skipped > 0) out << "; " << skipped << " skipped";
+  out << "; " << report.Total("viewports") << " viewports -> "
+      << report.outputs().front() << "\n";
+}
+
+}  // namespace lmt::cli

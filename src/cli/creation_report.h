@@ -1,0 +1,37 @@
+// What `create-layouts` tells its user: the layouts made (each with the
+// frame it shows: kind, model-space centre, viewport scale and twist), the
+// rows skipped with the host's refusal, the earlier layouts deleted, and the
+// totals; as a RunReport for --json and as the command's text lines.
+#ifndef LMT_CLI_CREATION_REPORT_H_
+#define LMT_CLI_CREATION_REPORT_H_
+
+#include <ostream>
+#include <string>
+
+#include "cli/cli_options.h"
+#include "cli/run_report.h"
+#include "frames/frame_table.h"
+#include "host/document.h"
+#include "layouts/layout_creation.h"
+
+namespace lmt::cli {
+
+// Items "layout" (made, with field "frame": {"kind", "centre": [x, y],
+// "scale", "twist"}; skipped, with the reason; "deleted"), totals "rows",
+// "made", "skipped", "deleted", "viewports", and `out` as the output. The
+// viewport of each made layout is read back from `document`; a value the
+// host cannot give is null.
+RunReport CreationRunReport(const layouts::CreationReport& report,
+                            const frames::FrameTable& table,
+                            const host::Document& document,
+                            const std::string& out);
+
+// The text lines: "layout NAME", "skipped NAME REASON", "deleted NAME" (tab
+// separated) and the count line. --quiet leaves the count line only;
+// --verbose adds below each layout made the frame it shows.
+void WriteCreationText(const RunReport& report, const CliOptions& options,
+                       std::ostream& out);
+
+}  // namespace lmt::cli
+
+#endif  // LMT_CLI_CREATION_REPORT_H_
