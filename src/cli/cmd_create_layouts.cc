@@ -3,15 +3,20 @@
 // after creation, in the embedded host; saves the result as OUT through the
 // command line's one save path (EmbeddedSession::SaveOutput: DRAWING's
 // release and format, a temporary file renamed into place; OUT may be
-// DRAWING itself). Prints one line per layout made and per row skipped, and
-// how many of the rows got their layout.
+// DRAWING itself), or as several files with --sheets-per-file and
+// --file-per-sheet (cli/split_output.h). Prints the plan's warnings first,
+// then one line per layout made and per row skipped, the files written when
+// split, and how many of the rows got their layout. --dry-run only plans
+// (cli/create_layouts_plan.h).
 #include <ostream>
 
+#include "cli/create_layouts_plan.h"
 #include "cli/embedded_session.h"
 #include "cli/frame_output.h"
 #include "cli/frame_search_run.h"
 #include "cli/plot_run.h"
 #include "cli/registry.h"
+#include "cli/split_output.h"
 #include "frames/frame_commands.h"
 #include "layouts/layout_creation.h"
 
@@ -23,6 +28,13 @@ int RunCreateLayouts(CommandContext& context) {
   if (options.args.size() != 1) {
     context.err << "layomat: create-layouts expects one DRAWING\n"
                    "Try 'layomat create-layouts --help'.\n";
+    return kExitUsage;
+  }
+  if (options.dry_run) return RunCreateLayoutsDryRun(context);
+  const Result<int> per_file = SheetsPerFile(options);
+  if (!per_file.ok()) {
+    context.err << "layomat: " << per_file.status().message()
+                << "\nTry 'layomat create-layouts --help'.\n";
     return kExitUsage;
   }
   const std::string& drawing = options.args[0];
@@ -38,6 +50,7 @@ int RunCreateLayouts(CommandContext& context) {
   if (CaptureAndSearch(context, embedded, commands) != frames::Outcome::kDone) {
     return kExitRefused;
   }
+  WarnAboutPlan(context, embedded, state.table, *per_file);
 
   const layouts::CreationReport report =
       layouts::CreateLayouts(embedded.session(), state.table);
@@ -45,8 +58,17 @@ int RunCreateLayouts(CommandContext& context) {
       report.outcome == layouts::CreationOutcome::kNotConnected) {
     return kExitRefused;
   }
-  Status saved = embedded.SaveOutput();
-  if (!saved.ok()) return ReportFileError(context, saved);
+  std::string written = *options.output;
+  std::vector<SplitFile> files;
+  if (*per_file > 0) {
+    Result<std::vector<SplitFile>> split =
+        SaveSplitOutput(embedded, *options.output, report.created, *per_file);
+    if (!split.ok()) return ReportFileError(context, split.status());
+    files = std::move(*split);
+    written = std::to_string(files.size()) + " files";
+  } else if (Status saved = embedded.SaveOutput(); !saved.ok()) {
+    return ReportFileError(context, saved);
+  }
   for (const std::string& name : report.created) {
     context.out << "layout\t" << name << "\n";
   }
@@ -57,11 +79,15 @@ int RunCreateLayouts(CommandContext& context) {
   for (const std::string& name : report.deleted) {
     context.out << "deleted\t" << name << "\n";
   }
+  for (const SplitFile& file : files) {
+    context.out << "file\t" << file.path << "\t" << file.layouts.size()
+                << " layouts\n";
+  }
   const size_t skipped = report.skipped.skips().size();
   context.out << report.created.size() << " of " << report.rows
               << " layouts made";
   if (skipped > 0) context.out << "; " << skipped << " skipped";
-  context.out << "; " << report.viewports << " viewports -> " << *options.output
+  context.out << "; " << report.viewports << " viewports -> " << written
               << "\n";
   if (const int plotted = PlotNewLayouts(context, report.created)) {
     return plotted;
@@ -75,7 +101,7 @@ const CommandRegistration kCreateLayouts({
     "layomat create-layouts DRAWING -o OUT [options]",
     "find the frames of DRAWING, make one layout per frame, save OUT",
     &RunCreateLayouts,
-    kRequiresOutput,
+    kRequiresOutput | kTakesDryRun,
 });
 
 }  // namespace
