@@ -52,7 +52,8 @@ constexpr std::string_view kValued[] = {"--settings", "--set",
                                         "--viewport", "--sort-polyline",
                                         "-o",         "--output",
                                         "--preview",  "--layouts",
-                                        "--pdf",      "--sheets-per-file"};
+                                        "--pdf",      "--sheets-per-file",
+                                        "--csv"};
 
 bool TakesValue(std::string_view name) {
   for (std::string_view v : kValued) {
@@ -119,6 +120,9 @@ Status Apply(CliOptions& o, std::string_view name, std::string_view value) {
   } else if (name == "--pdf") {
     if (value.empty()) return Status::InvalidArgument("--pdf expects a file");
     o.pdf = std::string(value);
+  } else if (name == "--csv") {
+    if (value.empty()) return Status::InvalidArgument("--csv expects a file");
+    o.csv = std::string(value);
   } else if (name == "--sheets-per-file") {
     int count = 0;
     auto [ptr, ec] =
@@ -259,6 +263,9 @@ std::string GlobalOptionsHelp() {
          "  --one-file, --file-per-sheet  one PDF, or one file per layout\n"
          "  --monochrome           plot everything black\n"
          "  --pdf FILE.pdf         create-layouts: plot the new layouts\n"
+         "  --csv FILE             frames: also write the table with the "
+         "title\n"
+         "                         blocks' attributes as a CSV file\n"
          "  --dry-run              create-layouts: print the plan and its "
          "warnings,\n"
          "                         write nothing (no -o needed)\n"

@@ -75,6 +75,7 @@ struct CliOptions {
   // N new layouts each (--sheets-per-file N, N >= 1).
   bool dry_run = false;
   std::optional<int> sheets_per_file;
+  std::optional<std::string> csv;  // frames: the table as a CSV file
 };
 
 // A handle option's text (1 to 16 hex digits) as the object id the host

@@ -329,6 +329,52 @@ TEST_F(CreateLayoutsPlanTest, FailedSplitLeavesNoFileOfTheSet) {
             2);
 }
 
+// frames --csv: the title blocks' Cyrillic values (one with a comma and
+// quotes) read back by Python's csv module, one column per tag.
+TEST_F(CreateLayoutsPlanTest, FramesCsvCarriesEveryAttributeTag) {
+  constexpr char kCyrillic[] = R"(
+import ezdxf, sys
+d = ezdxf.readfile(sys.argv[1])
+for i, ref in enumerate(d.modelspace().query('INSERT')):
+    ref.get_attrib('TITLE').dxf.text = 'Разрез %d, "эскиз"' % (i + 1)
+d.saveas(sys.argv[2])
+)";
+  constexpr char kReadCsv[] = R"(
+import csv, sys
+raw = open(sys.argv[1], 'rb').read()
+assert raw.startswith(b'\xef\xbb\xbf')
+rows = list(csv.DictReader(open(sys.argv[1], encoding='utf-8-sig',
+                                newline='')))
+print(len(rows), list(rows[0])[-3:])
+for row in rows:
+    print(row['Typ'], row['SHEET'], row['TITLE'])
+)";
+  ASSERT_TRUE(core::WriteFileAtomically(Out("ru.py"), kCyrillic).ok());
+  ASSERT_TRUE(core::WriteFileAtomically(Out("read_csv.py"), kReadCsv).ok());
+  ASSERT_EQ(
+      Python("ru.py", "'" + example_ + "' '" + Out("ru.dxf") + "'").status, 0);
+  test::LayomatRun run = test::RunLayomat(
+      "frames '" + Out("ru.dxf") + "' --settings '" + Out("empty.ini") +
+          "' --by-size --csv '" + Out("frames.csv") + "'",
+      dir_.path());
+  ASSERT_EQ(run.status, 0) << run.err;
+  testing::ShellRun back = Python("read_csv.py", "'" + Out("frames.csv") + "'");
+  ASSERT_EQ(back.status, 0) << back.out;
+  EXPECT_TRUE(back.out.starts_with("9 ['Height', 'SHEET', 'TITLE']\n"))
+      << back.out;
+  EXPECT_NE(back.out.find("Block A-01 Разрез 1, \"эскиз\"\n"),
+            std::string::npos)
+      << back.out;
+  EXPECT_NE(back.out.find("Polyline  \n"), std::string::npos) << back.out;
+  // No temporary file is left beside it; an unwritable target is exit 3.
+  EXPECT_EQ(Files().count("frames.csv"), 1u);
+  EXPECT_EQ(test::RunLayomat("frames '" + Out("ru.dxf") + "' --csv '" +
+                                 Out("none/f.csv") + "'",
+                             dir_.path())
+                .status,
+            3);
+}
+
 }  // namespace
 }  // namespace lmt::cli
 

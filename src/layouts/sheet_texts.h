@@ -21,7 +21,7 @@ struct SheetValues {
   std::string drawing;  // "##2": the active drawing's name
   std::string layout;   // "##3": the layout just created
   double scale = 0;     // "##4": from the viewport scale of this frame
-  int sheets = 0;       // "##N": how many layouts the run makes
+  int sheets = 0;       // "##N": the rows the run makes a layout for
 };
 
 // "##4": "1:" and the reciprocal of `scale`, rounded half away from zero to
