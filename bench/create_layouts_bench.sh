@@ -2,7 +2,8 @@
 # The whole `layomat create-layouts` run on the benchmark drawing (1,000
 # frames among about 150,000 entities, about 23 MB, made by
 # make_bench_drawing.py) beside ezdxf doing the same job
-# (ezdxf_create_layouts.py). Prints the best of RUNS for each and the ratio.
+# (ezdxf_create_layouts.py). Prints the best of RUNS for each and the ratio,
+# then the same run split into four drawings (--sheets-per-file 250).
 #
 # Usage: bench/create_layouts_bench.sh [RUNS]   (after building build/)
 set -euo pipefail
@@ -15,16 +16,23 @@ drawing=$data/frames.dxf
 settings=$(mktemp)
 trap 'rm -f "$settings"' EXIT
 
-best=
-for ((i = 0; i < runs; i++)); do
-  start=$EPOCHREALTIME
-  build/layomat create-layouts "$drawing" -o "$data/layomat-out.dxf" \
-    --settings "$settings" --set OknoLmt.TextStrokaNameFile=20 \
-    >/dev/null 2>&1
-  end=$EPOCHREALTIME
-  best=$(awk -v s="$start" -v e="$end" -v b="$best" \
-    'BEGIN { t = e - s; print (b == "" || t < b) ? t : b }')
-done
+# best_of OUT [OPTIONS...]: the best time of RUNS runs into OUT.
+best_of() {
+  local out=$1 best= start end
+  shift
+  for ((i = 0; i < runs; i++)); do
+    start=$EPOCHREALTIME
+    build/layomat create-layouts "$drawing" -o "$out" \
+      --settings "$settings" --set OknoLmt.TextStrokaNameFile=20 "$@" \
+      >/dev/null 2>&1
+    end=$EPOCHREALTIME
+    best=$(awk -v s="$start" -v e="$end" -v b="$best" \
+      'BEGIN { t = e - s; print (b == "" || t < b) ? t : b }')
+  done
+  echo "$best"
+}
+
+best=$(best_of "$data/layomat-out.dxf")
 layouts=$(grep -c "^AcDbLayout" "$data/layomat-out.dxf" || true)
 printf 'layomat create-layouts: best %.3f s of %d runs (%s LAYOUT objects)\n' \
   "$best" "$runs" "$layouts"
@@ -34,3 +42,9 @@ ezdxf_out=$(/usr/bin/python3 bench/ezdxf_create_layouts.py "$drawing" \
 echo "ezdxf: $ezdxf_out"
 ezdxf_time=$(echo "$ezdxf_out" | awk '{print $(NF-1)}')
 awk -v e="$ezdxf_time" -v b="$best" 'BEGIN { printf "ratio: %.1f x\n", e / b }'
+
+split=$(best_of "$data/layomat-split.dxf" --sheets-per-file 250)
+parts=$(ls "$data"/layomat-split-*.dxf | wc -l)
+printf 'layomat create-layouts --sheets-per-file 250: best %.3f s of %d runs ' \
+  "$split" "$runs"
+printf '(%s drawings)\n' "$parts"

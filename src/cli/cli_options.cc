@@ -110,6 +110,20 @@ Status Apply(CliOptions& o, std::string_view name, std::string_view value) {
   } else if (name == "--pdf") {
     if (value.empty()) return Status::InvalidArgument("--pdf expects a file");
     o.pdf = std::string(value);
+  } else if (name == "--csv") {
+    if (value.empty()) return Status::InvalidArgument("--csv expects a file");
+    o.csv = std::string(value);
+  } else if (name == "--sheets-per-file") {
+    int count = 0;
+    auto [ptr, ec] =
+        std::from_chars(value.data(), value.data() + value.size(), count);
+    if (value.empty() || ec != std::errc() ||
+        ptr != value.data() + value.size() || count < 1) {
+      return Status::InvalidArgument(
+          "--sheets-per-file expects a whole number of 1 or more, not '" +
+          std::string(value) + "'");
+    }
+    o.sheets_per_file = count;
   }
   return Status::Ok();
 }
@@ -141,6 +155,9 @@ const std::vector<GlobalOption>& GlobalOptions() {
       {"--file-per-sheet", 0},
       {"--monochrome", 0},
       {"--pdf", 1},
+      {"--dry-run", 0},
+      {"--sheets-per-file", 1},
+      {"--csv", 1},
       {"-h", 0},
       {"--help", 0},
       {"--version", 0},
@@ -206,6 +223,8 @@ Result<CliOptions> ParseCommandLine(const std::vector<std::string>& args) {
       o.file_per_sheet = true;
     } else if (name == "--monochrome") {
       o.monochrome = true;
+    } else if (name == "--dry-run") {
+      o.dry_run = true;
     } else if (TakesValue(name)) {
       std::string_view value;
       if (inline_value) {
@@ -284,6 +303,16 @@ std::string GlobalOptionsHelp() {
          "  --one-file, --file-per-sheet  one PDF, or one file per layout\n"
          "  --monochrome           plot everything black\n"
          "  --pdf FILE.pdf         create-layouts: plot the new layouts\n"
+         "  --csv FILE             frames: also write the table with the "
+         "title\n"
+         "                         blocks' attributes as a CSV file\n"
+         "  --dry-run              create-layouts: print the plan and its "
+         "warnings,\n"
+         "                         write nothing (no -o needed)\n"
+         "  --sheets-per-file N    create-layouts: write OUT-1, OUT-2, ... "
+         "with N new\n"
+         "                         layouts each (--file-per-sheet: one "
+         "each)\n"
          "  --help, --version\n"
          "Plain options such as --scale 1:100 or --names Sheet- set the same "
          "controls\nas --set; 'layomat help options' lists them.\n";

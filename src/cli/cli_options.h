@@ -74,6 +74,11 @@ struct CliOptions {
   bool file_per_sheet = false;         // --file-per-sheet
   bool monochrome = false;             // --monochrome
   std::optional<std::string> pdf;      // --pdf FILE.pdf
+  // create-layouts: plan only (--dry-run); the drawing split into files of
+  // N new layouts each (--sheets-per-file N, N >= 1).
+  bool dry_run = false;
+  std::optional<int> sheets_per_file;
+  std::optional<std::string> csv;  // frames: the table as a CSV file
 };
 
 // A handle option's text (1 to 16 hex digits) as the object id the host

@@ -78,6 +78,7 @@ TEST(GlobalOptionsTest, EveryListedOptionParsesWithItsValues) {
                      : option.name == "--template"      ? "2F"
                      : option.name == "--viewport"      ? "2F"
                      : option.name == "--sort-polyline" ? "2F"
+                     : option.name == "--sheets-per-file" ? "4"
                                                         : "x");
     }
     EXPECT_TRUE(ParseCommandLine(args).ok()) << option.name;

@@ -5,6 +5,7 @@
 #include <ostream>
 
 #include "cli/embedded_session.h"
+#include "cli/frame_csv.h"
 #include "cli/frame_output.h"
 #include "cli/frame_preview.h"
 #include "cli/frame_search_run.h"
@@ -38,6 +39,11 @@ int RunFrames(CommandContext& context) {
     WriteFramesJson(state.table, context.out);
   } else {
     WriteFramesText(state.table, context.out);
+  }
+  if (options.csv) {
+    Status written =
+        WriteFramesCsv(*embedded.document(), state.table, *options.csv);
+    if (!written.ok()) return ReportFileError(context, written);
   }
   if (options.preview) {
     Status written = WriteFramePreview(drawing, state.table, *options.preview);

@@ -105,7 +105,7 @@ std::string FrameWords(const Frame& frame) {
 RunReport CreationRunReport(const layouts::CreationReport& report,
                             const frames::FrameTable& table,
                             const host::Document& document,
-                            const std::string& out) {
+                            const std::vector<std::string>& outputs) {
   RunReport run("create-layouts");
   for (const std::string& name : report.created) {
     Frame frame = FrameOfRow(table, RowOf(table, name));
@@ -133,7 +133,7 @@ RunReport CreationRunReport(const layouts::CreationReport& report,
   run.SetTotal("skipped", static_cast<int64_t>(report.skipped.skips().size()));
   run.SetTotal("deleted", static_cast<int64_t>(report.deleted.size()));
   run.SetTotal("viewports", report.viewports);
-  run.AddOutput(out);
+  for (const std::string& out : outputs) run.AddOutput(out);
   return run;
 }
 
@@ -141,7 +141,9 @@ void WriteCreationText(const RunReport& report, const CliOptions& options,
                        std::ostream& out) {
   if (!options.quiet) {
     for (const ReportItem& item : report.items()) {
-      if (item.result == kMade) {
+      if (item.kind == "file") {
+        out << "file\t" << item.name << "\t" << item.detail << "\n";
+      } else if (item.result == kMade) {
         out << "layout\t" << item.name << "\n";
         if (options.verbose) out << "\t" << item.detail << "\n";
       } else if (item.result == kSkipped) {
@@ -151,12 +153,17 @@ void WriteCreationText(const RunReport& report, const CliOptions& options,
       }
     }
   }
+  const std::vector<std::string>& files = report.outputs();
   const int64_t skipped = report.Total("skipped");
   out << report.Total("made") << " of " << report.Total("rows")
       << " layouts made";
   if (skipped > 0) out << "; " << skipped << " skipped";
-  out << "; " << report.Total("viewports") << " viewports -> "
-      << report.outputs().front() << "\n";
+  out << "; " << report.Total("viewports") << " viewports -> ";
+  if (files.size() == 1) {
+    out << files.front() << "\n";
+  } else {
+    out << files.size() << " files\n";
+  }
 }
 
 }  // namespace lmt::cli

@@ -7,6 +7,7 @@
 
 #include <ostream>
 #include <string>
+#include <vector>
 
 #include "cli/cli_options.h"
 #include "cli/run_report.h"
@@ -18,16 +19,18 @@ namespace lmt::cli {
 
 // Items "layout" (made, with field "frame": {"kind", "centre": [x, y],
 // "scale", "twist"}; skipped, with the reason; "deleted"), totals "rows",
-// "made", "skipped", "deleted", "viewports", and `out` as the output. The
+// "made", "skipped", "deleted", "viewports", and `outputs` (OUT, or the
+// files of a split run). The
 // viewport of each made layout is read back from `document`; a value the
 // host cannot give is null.
 RunReport CreationRunReport(const layouts::CreationReport& report,
                             const frames::FrameTable& table,
                             const host::Document& document,
-                            const std::string& out);
+                            const std::vector<std::string>& outputs);
 
-// The text lines: "layout NAME", "skipped NAME REASON", "deleted NAME" (tab
-// separated) and the count line. --quiet leaves the count line only;
+// The text lines: "layout NAME", "skipped NAME REASON", "deleted NAME",
+// "file PATH N layouts" for each file item of a split run (tab separated)
+// and the count line. --quiet leaves the count line only;
 // --verbose adds below each layout made the frame it shows.
 void WriteCreationText(const RunReport& report, const CliOptions& options,
                        std::ostream& out);

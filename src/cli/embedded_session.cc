@@ -1,10 +1,14 @@
 #include "cli/embedded_session.h"
 
+#include <filesystem>
 #include <optional>
+#include <system_error>
 #include <utility>
 
 #include "cli/drawing_output.h"
+#include "cli/split_output.h"
 #include "core/check.h"
+#include "core/file_util.h"
 #include "dxfhost/application.h"
 
 namespace lmt::cli {
@@ -14,6 +18,18 @@ host::HostKind ChosenKind(core::Windows& windows) {
   std::optional<host::HostKind> kind =
       host::HostKindFromIndex(windows.okno_lmt.combo_versia_cad.selected());
   return kind.value_or(host::HostKind::kAutoCad);
+}
+
+Status DeleteLayouts(host::Document& document,
+                     const std::vector<std::string>& names) {
+  Result<host::LayoutsPtr> layouts = document.Layouts();
+  if (!layouts.ok()) return layouts.status();
+  for (const std::string& name : names) {
+    Result<host::LayoutPtr> layout = (*layouts)->Item(name);
+    Status deleted = layout.ok() ? (*layout)->Delete() : layout.status();
+    if (!deleted.ok()) return deleted;
+  }
+  return Status::Ok();
 }
 
 }  // namespace
@@ -63,6 +79,47 @@ EmbeddedSession::~EmbeddedSession() { user_.ReleaseHeldMessages(); }
 Status EmbeddedSession::SaveOutput() {
   LMT_CHECK(!out_.empty());
   Status saved = SaveDrawing(*document_, drawing_, out_);
+  if (saved.ok()) {
+    user_.ReleaseHeldMessages();
+  } else {
+    user_.DropHeldMessages();
+  }
+  return saved;
+}
+
+Status EmbeddedSession::SaveOutputSet(
+    const std::vector<std::string>& targets,
+    const std::vector<std::vector<std::string>>& without) {
+  LMT_CHECK(!out_.empty() && targets.size() == without.size());
+  // Every file but the last starts from the whole result, saved once and
+  // read again; the last one is the drawing in memory itself.
+  const std::filesystem::path out = core::PathFromUtf8(out_);
+  const std::string whole =
+      core::PathToUtf8(std::filesystem::path(out).replace_filename(
+          "." + core::PathToUtf8(out.filename()) + ".layomat-whole.dxf"));
+  Status saved = targets.size() > 1 ? SaveDrawing(*document_, drawing_, whole)
+                                    : Status::Ok();
+  Result<host::DocumentsPtr> documents = application_->Documents();
+  if (saved.ok() && !documents.ok()) saved = documents.status();
+  if (saved.ok()) {
+    saved = WriteFileSet(targets, [&](size_t i, const std::string& temporary) {
+      host::DocumentPtr copy = document_;
+      if (i + 1 < targets.size()) {
+        Result<host::DocumentPtr> opened = (*documents)->Open(whole);
+        if (!opened.ok()) return opened.status();
+        copy = *opened;
+      }
+      Status written = DeleteLayouts(*copy, without[i]);
+      if (written.ok()) written = SaveDrawing(*copy, drawing_, temporary);
+      if (copy != document_) (void)copy->Close(false);
+      if (!written.ok()) {
+        return Status::IOError(targets[i] + ": " + written.message());
+      }
+      return written;
+    });
+  }
+  std::error_code ignored;
+  std::filesystem::remove(core::PathFromUtf8(whole), ignored);
   if (saved.ok()) {
     user_.ReleaseHeldMessages();
   } else {

@@ -22,6 +22,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "cli/cli_user.h"
 #include "cli/registry.h"
@@ -76,6 +77,15 @@ class EmbeddedSession {
   // them, so that no success is claimed for a file not written.
   // REQUIRES: opened with OpenToSave.
   Status SaveOutput();
+
+  // Saves the drawing as the set of files `targets` instead of OUT, each a
+  // copy in the release of the drawing read, file i without the layouts
+  // named in `without[i]` (the other files' new layouts). Either every file
+  // is written or none is (WriteFileSet); OUT itself is not written. Then
+  // the held messages as SaveOutput.
+  // REQUIRES: opened with OpenToSave; targets.size() == without.size().
+  Status SaveOutputSet(const std::vector<std::string>& targets,
+                       const std::vector<std::vector<std::string>>& without);
 
   CliUser& user() { return user_; }
   host::Session& session() { return session_; }

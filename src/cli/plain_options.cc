@@ -301,7 +301,7 @@ const std::vector<PlainOption>& PlainOptions() {
        {{A::kText,
          "TEXT",
          "a text on each new layout (##1 number, ##2 drawing, ##3 layout, "
-         "##4 scale)",
+         "##4 scale, ##N number of layouts)",
          {{kActions, "CheckSozdatText", "1"},
           {kActions, "TextTextStroka", "$1"}}}}},
       {"--text-at",

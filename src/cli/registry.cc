@@ -37,7 +37,12 @@ std::vector<CommandInfo> CommandRegistry::List() const {
 Status CheckRequiredOptions(const CommandInfo& command,
                             const CliOptions& options) {
   const std::string name(command.name);
-  if ((command.required & kRequiresOutput) != 0 && !options.output) {
+  const bool dry_run_taken = (command.required & kTakesDryRun) != 0;
+  if (options.dry_run && !dry_run_taken) {
+    return Status::InvalidArgument(name + " has no --dry-run");
+  }
+  if ((command.required & kRequiresOutput) != 0 && !options.output &&
+      !options.dry_run) {
     return Status::InvalidArgument(name + " needs -o OUT");
   }
   if ((command.required & kRequiresViewport) != 0 && !options.viewport) {

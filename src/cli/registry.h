@@ -48,6 +48,9 @@ using CommandFunction = int (*)(CommandContext& context);
 enum RequiredOption : unsigned {
   kRequiresOutput = 1u << 0,    // -o OUT
   kRequiresViewport = 1u << 1,  // --viewport HANDLE
+  // Not a requirement: the command takes --dry-run, and with it needs no
+  // -o. Any other command refuses --dry-run.
+  kTakesDryRun = 1u << 2,
 };
 
 struct CommandInfo {

@@ -81,6 +81,27 @@ void CopyPattern(host::Document& document, const host::LayoutPtr& target,
   if (block.ok()) (void)document.CopyObjects(objects, *block);
 }
 
+// The plan of a connected session; one computation for a run and for a
+// look at it beforehand.
+CreationPlan MakePlan(host::Session& session, const frames::FrameTable& table,
+                      HostFamily family) {
+  CreationPlan plan;
+  plan.settings =
+      ReadRunSettings(session.windows(), session.globals().decimal_comma);
+  plan.family = family;
+  plan.params = plan.settings.params;
+  // Only the AutoCAD family has the extended builder.
+  if (family != HostFamily::kAutoCad) {
+    plan.params.rotation_rule = RotationRule::kStandard;
+  }
+  host::Document& document = session.document();
+  std::string drawing;
+  if (Result<std::string> name = document.Name(); name.ok()) drawing = *name;
+  plan.frames = PlanRun(table, plan.params, drawing);
+  plan.existing_layouts = LayoutNames(document);
+  return plan;
+}
+
 class Run {
  public:
   Run(host::Session& session, const frames::FrameTable& table,
@@ -90,8 +111,8 @@ class Run {
         document_(session.document()),
         table_(table),
         family_(family),
-        settings_(ReadRunSettings(session.windows(),
-                                  session.globals().decimal_comma)) {}
+        plan_(MakePlan(session, table, family)),
+        settings_(plan_.settings) {}
 
   CreationReport Execute() {
     const CreationParameters& p = settings_.params;
@@ -193,14 +214,8 @@ class Run {
   }
 
   void Loop(const host::LayoutPtr& pattern) {
-    CreationParameters params = settings_.params;
-    // Only the AutoCAD family has the extended builder.
-    if (family_ != HostFamily::kAutoCad) {
-      params.rotation_rule = RotationRule::kStandard;
-    }
-    std::string drawing;
-    if (Result<std::string> name = document_.Name(); name.ok()) drawing = *name;
-    const std::vector<FramePlan> plans = PlanRun(table_, params, drawing);
+    const CreationParameters& params = plan_.params;
+    const std::vector<FramePlan>& plans = plan_.frames;
     report_.rows = static_cast<int>(plans.size());
 
     SetLayoutCreateViewport(false);
@@ -259,13 +274,20 @@ class Run {
   host::Document& document_;
   const frames::FrameTable& table_;
   HostFamily family_;
-  RunSettings settings_;
+  const CreationPlan plan_;
+  const RunSettings& settings_;
   CreationReport report_;
   std::string temporary_;
   bool refused_ = false;
 };
 
 }  // namespace
+
+std::optional<CreationPlan> PlanLayouts(host::Session& session,
+                                        const frames::FrameTable& table) {
+  if (!session.Connect()) return std::nullopt;
+  return MakePlan(session, table, FamilyOfHost(session.connection().host_name));
+}
 
 CreationReport CreateLayouts(host::Session& session,
                              const frames::FrameTable& table) {

@@ -26,12 +26,14 @@
 #ifndef LMT_LAYOUTS_LAYOUT_CREATION_H_
 #define LMT_LAYOUTS_LAYOUT_CREATION_H_
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "frames/frame_table.h"
 #include "host/session.h"
+#include "layouts/run_plan.h"
 #include "layouts/run_settings.h"
 #include "utilities/run_report.h"
 
@@ -60,6 +62,24 @@ struct CreationReport {
   std::vector<std::string> deleted;  // earlier layouts (Check_UdalitListi)
   int viewports = 0;                 // viewports made, copies included
 };
+
+// What a run makes, worked out before anything is made: the settings read
+// from the windows, the parameters as the host's family uses them, the
+// plan of every layout, and the layouts the drawing has beforehand.
+// CreateLayouts carries out exactly this plan.
+struct CreationPlan {
+  RunSettings settings;
+  HostFamily family = HostFamily::kNone;
+  CreationParameters params;  // settings.params for this family
+  std::vector<FramePlan> frames;
+  std::vector<std::string> existing_layouts;  // "Model" included
+};
+
+// Connects as CreateLayouts does and plans the run over `table` without
+// changing the drawing. Nullopt when the connection failed (the user has
+// been told why).
+std::optional<CreationPlan> PlanLayouts(host::Session& session,
+                                        const frames::FrameTable& table);
 
 // The whole command on the session's active drawing, with the settings of
 // the session's windows, over the rows of `table` (named by the naming

@@ -21,6 +21,9 @@ std::vector<FramePlan> PlanRun(const frames::FrameTable& table,
     plan.sheet = {r, std::string(drawing_name), name, scale};
     plans.push_back(std::move(plan));
   }
+  for (FramePlan& plan : plans) {
+    plan.sheet.sheets = static_cast<int>(plans.size());
+  }
   return plans;
 }
 

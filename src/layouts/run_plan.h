@@ -26,8 +26,9 @@ struct FramePlan {
   // made for it (see PlanViewport): the layout is still made, without a
   // viewport, as a host that refuses the viewport would leave it.
   std::optional<ViewportPlan> viewport;
-  // "##1" .. "##4" for this layout. The scale is the run's current one:
-  // this frame's, or the one before when this frame has none.
+  // "##1" .. "##4" and "##N" for this layout. The scale is the run's
+  // current one: this frame's, or the one before when this frame has none;
+  // the sheet count is the number of entries of the plan.
   SheetValues sheet;
 };
 

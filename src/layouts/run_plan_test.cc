@@ -40,6 +40,8 @@ TEST_F(PlanRunTest, StopsAtTheFirstUnnamedRow) {
   EXPECT_EQ(plans[2].layout_name, "A-3");
   EXPECT_EQ(plans[2].sheet.row, 3);
   EXPECT_EQ(plans[2].sheet.drawing, "plan.dwg");
+  // Rows past the gap are not made, so they do not count as sheets either.
+  for (const FramePlan& plan : plans) EXPECT_EQ(plan.sheet.sheets, 3);
 }
 
 TEST_F(PlanRunTest, FrameWithoutWidthKeepsTheScaleBefore) {

@@ -72,6 +72,9 @@ std::string FillPlaceholders(std::string_view text, const SheetValues& v) {
         case '4':
           out += ScaleLabel(v.scale);
           break;
+        case 'N':
+          out += std::to_string(v.sheets);
+          break;
         default:
           known = false;
       }
@@ -99,6 +102,20 @@ bool NamesEqualNoCase(std::string_view a, std::string_view b) {
     if (FoldNext(a, i) != FoldNext(b, j)) return false;
   }
   return i == a.size() && j == b.size();
+}
+
+std::string FoldedName(std::string_view name) {
+  std::string key;
+  key.reserve(name.size() * 3);
+  size_t i = 0;
+  while (i < name.size()) {
+    // Three bytes hold every folded value (at most 0x110000 + 0xFF).
+    const unsigned folded = FoldNext(name, i);
+    key += static_cast<char>((folded >> 16) & 0xFF);
+    key += static_cast<char>((folded >> 8) & 0xFF);
+    key += static_cast<char>(folded & 0xFF);
+  }
+  return key;
 }
 
 bool BlockMatches(std::string_view block_name, std::string_view wanted) {

@@ -1,6 +1,6 @@
 // The texts the actions after creation put on a new layout: the
-// placeholders "##1" .. "##4" filled in for one frame, the attachment point
-// of the sheet text, and which block references and attributes the
+// placeholders "##1" .. "##4" and "##N" filled in for one frame, the attachment
+// point of the sheet text, and which block references and attributes the
 // attribute change touches.
 //
 // Pure functions over plain values; reading the controls of `OknoDeistvie`
@@ -21,6 +21,7 @@ struct SheetValues {
   std::string drawing;  // "##2": the active drawing's name
   std::string layout;   // "##3": the layout just created
   double scale = 0;     // "##4": from the viewport scale of this frame
+  int sheets = 0;       // "##N": the rows the run makes a layout for
 };
 
 // "##4": "1:" and the reciprocal of `scale`, rounded half away from zero to
@@ -34,10 +35,11 @@ struct SheetValues {
 // cannot be taken).
 std::string ScaleLabel(double scale);
 
-// Replaces every "##1", "##2", "##3" and "##4" in `text` in one pass from
-// left to right: text put in for a placeholder is not searched again, so a
-// drawing or layout name holding "##4" stays as it is. Everything else
-// stays as typed. (Placeholders have no letters, so case does not matter.)
+// Replaces every "##1", "##2", "##3", "##4" and "##N" in `text` in one pass
+// from left to right: text put in for a placeholder is not searched again,
+// so a drawing or layout name holding "##4" stays as it is. Everything else
+// stays as typed. "##N" is a capital N only: "##n" is left as typed, so a
+// text that happened to hold it before keeps it ("Sheet ##1 of ##N").
 std::string FillPlaceholders(std::string_view text, const SheetValues& values);
 
 // `Option_ViravnivanieText` index 0, 1, 2 -> the attachment point 4, 5, 6
@@ -48,6 +50,10 @@ int AttachmentPointFor(int option_index);
 // Case-insensitive equality of block names and attribute tags: ASCII and
 // Cyrillic letters (UTF-8) fold; other bytes compare as they are.
 bool NamesEqualNoCase(std::string_view a, std::string_view b);
+
+// A key for sorting and looking up names ignoring case: two names have the
+// same key exactly when NamesEqualNoCase says they are equal.
+std::string FoldedName(std::string_view name);
 
 // The attribute change: a block reference is changed when its block name
 // equals `Text_NameBlock` ignoring case. An empty wanted name matches

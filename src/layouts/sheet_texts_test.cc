@@ -29,6 +29,14 @@ TEST(FillPlaceholdersTest, ReplacesEveryOccurrenceAndKeepsTheRest) {
   EXPECT_EQ(FillPlaceholders("", kThird), "");
 }
 
+TEST(FillPlaceholdersTest, SheetCountNeedsACapitalN) {
+  SheetValues v = kThird;
+  v.sheets = 12;
+  EXPECT_EQ(FillPlaceholders("Sheet ##1 of ##N", v), "Sheet 3 of 12");
+  EXPECT_EQ(FillPlaceholders("##N##1##N", v), "12312");
+  EXPECT_EQ(FillPlaceholders("##n ##NN ##", v), "##n 12N ##");
+}
+
 TEST(FillPlaceholdersTest, InsertedNamesAreNotSearchedAgain) {
   SheetValues v{2, "a##3b.dwg", "L##1", 0.5};
   EXPECT_EQ(FillPlaceholders("##2|##3", v), "a##3b.dwg|L##1");
@@ -59,6 +67,11 @@ TEST(AttributeChangesTest, FillsValuesAndMatchesTags) {
   EXPECT_EQ(NewAttributeValue(filled, "OTHER"), std::nullopt);
   EXPECT_EQ(NewAttributeValue(filled, ""), std::nullopt);
   EXPECT_EQ(filled[0].tag, "SHEET");  // tags are not touched
+  typed[1] = {"COUNT", "##1/##N"};
+  SheetValues last = kThird;
+  last.sheets = 3;
+  EXPECT_EQ(NewAttributeValue(FillAttributeChanges(typed, last), "count"),
+            "3/3");
 }
 
 }  // namespace
