@@ -156,6 +156,7 @@ const std::vector<GlobalOption>& GlobalOptions() {
       {"--monochrome", 0},
       {"--pdf", 1},
       {"--dry-run", 0},
+      {"--recover", 0},
       {"--sheets-per-file", 1},
       {"--csv", 1},
       {"-h", 0},
@@ -225,6 +226,8 @@ Result<CliOptions> ParseCommandLine(const std::vector<std::string>& args) {
       o.monochrome = true;
     } else if (name == "--dry-run") {
       o.dry_run = true;
+    } else if (name == "--recover") {
+      o.recover = true;
     } else if (TakesValue(name)) {
       std::string_view value;
       if (inline_value) {
@@ -313,6 +316,9 @@ std::string GlobalOptionsHelp() {
          "with N new\n"
          "                         layouts each (--file-per-sheet: one "
          "each)\n"
+         "  --recover              read damaged drawings as far as they can "
+         "be\n"
+         "                         repaired, listing each repair\n"
          "  --help, --version\n"
          "Plain options such as --scale 1:100 or --names Sheet- set the same "
          "controls\nas --set; 'layomat help options' lists them.\n";

@@ -79,6 +79,8 @@ struct CliOptions {
   bool dry_run = false;
   std::optional<int> sheets_per_file;
   std::optional<std::string> csv;  // frames: the table as a CSV file
+  // Drawings are read recovering what a strict read refuses (--recover).
+  bool recover = false;
 };
 
 // A handle option's text (1 to 16 hex digits) as the object id the host

@@ -46,7 +46,8 @@ int RunFrames(CommandContext& context) {
     if (!written.ok()) return ReportFileError(context, written);
   }
   if (options.preview) {
-    Status written = WriteFramePreview(drawing, state.table, *options.preview);
+    Status written = WriteFramePreview(drawing, state.table, *options.preview,
+                                       options.recover);
     if (!written.ok()) {
       context.err << "layomat: " << *options.preview << ": "
                   << written.message() << "\n";

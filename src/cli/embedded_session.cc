@@ -10,9 +10,20 @@
 #include "core/check.h"
 #include "core/file_util.h"
 #include "dxfhost/application.h"
+#include "dxfhost/document.h"
+#include "dxfhost/drawing.h"
 
 namespace lmt::cli {
 namespace {
+
+std::shared_ptr<dxfhost::DxfApplication> MakeApplication(host::HostKind kind,
+                                                         host::User* user,
+                                                         bool recover) {
+  std::shared_ptr<dxfhost::DxfApplication> app =
+      dxfhost::DxfApplication::Create(kind, user);
+  app->set_recover(recover);
+  return app;
+}
 
 host::HostKind ChosenKind(core::Windows& windows) {
   std::optional<host::HostKind> kind =
@@ -38,7 +49,7 @@ EmbeddedSession::EmbeddedSession(CommandContext& context, host::HostKind kind)
     : kind_(kind),
       user_(context.options, context.err, context.addin.globals().product_name,
             StderrIsTerminal()),
-      application_(dxfhost::DxfApplication::Create(kind, &user_)),
+      application_(MakeApplication(kind, &user_, context.options.recover)),
       runtime_(application_),
       session_(context.addin.globals(), context.addin.windows(), user_,
                runtime_) {}
@@ -60,6 +71,11 @@ Result<std::unique_ptr<EmbeddedSession>> EmbeddedSession::Open(
   }
   run->document_ = *opened;
   run->drawing_ = drawing;
+  if (const dxfhost::Drawing* read = dxfhost::DrawingOf(**opened)) {
+    for (const std::string& repair : read->doc->repairs()) {
+      context.err << "layomat: repaired: " << repair << "\n";
+    }
+  }
   return run;
 }
 

@@ -108,9 +108,10 @@ std::string Escape(std::string_view text) {
 }  // namespace
 
 Result<std::string> RenderFramePreview(const std::string& drawing,
-                                       const frames::FrameTable& table) {
+                                       const frames::FrameTable& table,
+                                       bool recover) {
   std::unique_ptr<dxf::Document> doc;
-  dxf::Status loaded = dxf::Document::Load(drawing, &doc);
+  dxf::Status loaded = dxf::Document::Load(drawing, &doc, {recover});
   if (loaded.IsIOError()) return Status::IOError(loaded.message());
   if (!loaded.ok()) return Status::Corruption(loaded.message());
 
@@ -172,8 +173,8 @@ Result<std::string> RenderFramePreview(const std::string& drawing,
 
 Status WriteFramePreview(const std::string& drawing,
                          const frames::FrameTable& table,
-                         const std::string& svg_path) {
-  Result<std::string> svg = RenderFramePreview(drawing, table);
+                         const std::string& svg_path, bool recover) {
+  Result<std::string> svg = RenderFramePreview(drawing, table, recover);
   if (!svg.ok()) return svg.status();
   return core::WriteFileAtomically(core::PathFromUtf8(svg_path), *svg);
 }

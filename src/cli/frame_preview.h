@@ -17,15 +17,17 @@
 
 namespace lmt::cli {
 
-// Reads `drawing` and returns the SVG text. IOError or Corruption when the
-// drawing cannot be read.
+// Reads `drawing` (recovering it, as the run did, with `recover`) and
+// returns the SVG text. IOError or Corruption when the drawing cannot be
+// read.
 Result<std::string> RenderFramePreview(const std::string& drawing,
-                                       const frames::FrameTable& table);
+                                       const frames::FrameTable& table,
+                                       bool recover = false);
 
 // RenderFramePreview written to `svg_path` through a temporary file.
 Status WriteFramePreview(const std::string& drawing,
                          const frames::FrameTable& table,
-                         const std::string& svg_path);
+                         const std::string& svg_path, bool recover = false);
 
 }  // namespace lmt::cli
 

@@ -105,10 +105,14 @@ int RunPlot(CommandContext& context, const PlotRequest& request) {
     return kExitUsage;
   }
   std::unique_ptr<dxf::Document> doc;
-  dxf::Status loaded = dxf::Document::Load(request.drawing, &doc);
+  dxf::Status loaded =
+      dxf::Document::Load(request.drawing, &doc, {context.options.recover});
   if (!loaded.ok()) {
     context.err << "layomat: " << loaded.message() << "\n";
     return kExitFileError;
+  }
+  for (const std::string& repair : doc->repairs()) {
+    context.err << "layomat: repaired: " << repair << "\n";
   }
   std::vector<dxf::Layout> chosen;
   for (const dxf::Layout& layout : dxf::Layouts(*doc)) {

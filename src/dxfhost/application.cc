@@ -84,7 +84,7 @@ DxfApplication::~DxfApplication() = default;
 
 Result<host::DocumentPtr> DxfApplication::OpenDocument(std::string_view path) {
   Result<std::shared_ptr<Drawing>> d =
-      ReadDrawing(std::string(path), shared_gate(), user_, kind_);
+      ReadDrawing(std::string(path), shared_gate(), user_, kind_, recover_);
   if (!d.ok()) return d.status();
   std::weak_ptr<DxfApplication> self = weak_from_this();
   host::DocumentPtr doc = MakeDocument(*d, self, [self](const Drawing* closed) {

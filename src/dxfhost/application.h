@@ -37,6 +37,9 @@ class DxfApplication : public host::Application,
   ~DxfApplication() override;
 
   host::HostKind kind() const { return kind_; }
+  // Drawings opened from now on are recovered, as a CAD program's recover
+  // command reads them.
+  void set_recover(bool recover) { recover_ = recover; }
 
   // For Documents: open and bookkeeping.
   Result<host::DocumentPtr> OpenDocument(std::string_view path);
@@ -61,6 +64,7 @@ class DxfApplication : public host::Application,
 
   host::HostKind kind_;
   host::User* user_;
+  bool recover_ = false;
   bool visible_ = true;
   std::vector<host::DocumentPtr> documents_;  // opening order, last active
   host::PreferencesPtr preferences_;

@@ -415,9 +415,11 @@ class DxfDbxDocument : public DatabaseImpl<host::DbxDocument> {
 
 Result<std::shared_ptr<Drawing>> ReadDrawing(
     const std::string& path, std::shared_ptr<host::CallGate> gate,
-    host::User* user, host::HostKind kind) {
+    host::User* user, host::HostKind kind, bool recover) {
   std::unique_ptr<dxf::Document> doc;
-  if (Status s = FromDxf(dxf::Document::Load(path, &doc)); !s.ok()) return s;
+  if (Status s = FromDxf(dxf::Document::Load(path, &doc, {recover})); !s.ok()) {
+    return s;
+  }
   auto d = std::make_shared<Drawing>();
   d->doc = std::move(doc);
   d->path = std::filesystem::absolute(path).lexically_normal().string();

@@ -145,10 +145,11 @@ ViewFrame ViewportView(Drawing& d, dxf::RecordId viewport);
 Status FromDxf(const dxf::Status& s);
 
 // Reads the drawing at `path` into a new Drawing (session state set from
-// its header).
+// its header); `recover` repairs what a strict read refuses (see
+// dxf::ReadOptions), the repairs listed in the document's repairs().
 Result<std::shared_ptr<Drawing>> ReadDrawing(
     const std::string& path, std::shared_ptr<host::CallGate> gate,
-    host::User* user, host::HostKind kind);
+    host::User* user, host::HostKind kind, bool recover = false);
 
 // Rotation by `angle` radians about the origin (z kept).
 host::Point Rotate(const host::Point& p, double angle);
