@@ -384,6 +384,18 @@ void Document::AssignSpaces() {
 void Document::Route(RecordId id) {
   Entity e = entity(id);
   Block* b = BlockByRecord(e.owner());
+  // The ENTITIES section holds model space and the active paper space only;
+  // an owner naming another block (files exist whose model space record is
+  // called "*U") does not move an entity out of them.
+  if (b != nullptr && b != model_ && b != paper_) {
+    if (!misrouted_warned_) {
+      warnings_.push_back(name_ + ": entities in ENTITIES name block " +
+                          b->name + " as owner; read as " +
+                          (e.paper_space() ? "paper" : "model") + " space");
+      misrouted_warned_ = true;
+    }
+    b = nullptr;
+  }
   if (!b) {
     if (e.paper_space()) {
       if (!paper_) paper_ = NewBlock(IsR12() ? "$PAPER_SPACE" : "*Paper_Space");

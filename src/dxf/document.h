@@ -255,6 +255,7 @@ class Document {
   bool one_byte_codes_ = false;
   bool crlf_ = false;
   bool recover_ = false;
+  bool misrouted_warned_ = false;
   EntityDb db_;
   std::vector<std::string> warnings_;
   std::vector<std::string> repairs_;

@@ -119,6 +119,33 @@ TEST(DocumentStructureTest, DuplicateHandleKeepsFirstAndWarns) {
   EXPECT_EQ(doc->FindByHandle(0xA).type(), "LINE");
 }
 
+// A file whose model space record is called "*U": the ENTITIES section
+// still holds model space (and paper space for 67 1), whatever the owner
+// says; the entity keeps its owner tag, and the reader says what it did.
+TEST(DocumentStructureTest, EntitiesSectionHoldsOnlyTheSpaces) {
+  std::unique_ptr<Document> doc;
+  ASSERT_TRUE(
+      Document::Parse(
+          Dxf("0 SECTION|2 HEADER|9 $ACADVER|1 AC1015|0 ENDSEC|"
+              "0 SECTION|2 TABLES|0 TABLE|2 BLOCK_RECORD|5 1|"
+              "0 BLOCK_RECORD|5 1F|330 1|2 *U|0 ENDTAB|0 ENDSEC|"
+              "0 SECTION|2 BLOCKS|0 BLOCK|5 20|330 1F|2 *U|0 ENDBLK|5 21|"
+              "330 1F|0 ENDSEC|0 SECTION|2 ENTITIES|0 LINE|5 A|330 1F|"
+              "0 CIRCLE|5 B|330 1F|67 1|0 ENDSEC|0 EOF"),
+          "u.dxf", &doc)
+          .ok());
+  ASSERT_EQ(doc->model_space()->entities.size(), 1u);
+  EXPECT_EQ(doc->entity(doc->model_space()->entities[0]).type(), "LINE");
+  ASSERT_NE(doc->paper_space(), nullptr);
+  ASSERT_EQ(doc->paper_space()->entities.size(), 1u);
+  EXPECT_TRUE(doc->FindBlock("*U")->entities.empty());
+  EXPECT_EQ(doc->FindByHandle(0xA).GetString(330), "1F");
+  ASSERT_EQ(doc->warnings().size(), 1u);
+  EXPECT_EQ(doc->warnings()[0],
+            "u.dxf: entities in ENTITIES name block *U as owner; read as "
+            "model space");
+}
+
 // The name index behind FindBlock follows every change of the block list:
 // a damaged file's second block of a name takes over when the first goes,
 // and a renamed block answers to its new name only.
