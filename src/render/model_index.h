@@ -18,15 +18,9 @@
 
 #include "dxf/document.h"
 #include "dxf/entity_walk.h"
+#include "render/walk_bounds.h"
 
 namespace lmt::render {
-
-struct Box2 {
-  double x0 = 0, y0 = 0, x1 = -1, y1 = -1;  // empty when x1 < x0
-  bool empty() const { return x1 < x0 || y1 < y0; }
-  void Add(double x, double y);
-  bool Meets(const Box2& other) const;
-};
 
 class ModelIndex {
  public:

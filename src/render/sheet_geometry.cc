@@ -4,37 +4,9 @@
 #include <cmath>
 
 #include "dxf/entity_walk.h"
+#include "render/walk_bounds.h"
 
 namespace lmt::render {
-namespace {
-
-// The bounding box of everything a walk produces.
-class BoundsSink : public dxf::PrimitiveSink {
- public:
-  void Add(dxf::Primitive p) override {
-    for (const auto& path : p.paths) {
-      for (const dxf::Point2& q : path) Extend(q);
-    }
-    if (p.kind == dxf::Primitive::Kind::kText) {
-      const dxf::TextRun& t = p.text;
-      const double len = std::max<double>(1, t.text.size()) * 0.7;
-      Extend(t.origin);
-      Extend({t.origin.x + t.x_axis.x * len + t.y_axis.x,
-              t.origin.y + t.x_axis.y * len + t.y_axis.y});
-    }
-  }
-  bool empty() const { return lo.x > hi.x; }
-  dxf::Point2 lo{1e300, 1e300}, hi{-1e300, -1e300};
-
- private:
-  void Extend(dxf::Point2 q) {
-    if (!std::isfinite(q.x) || !std::isfinite(q.y)) return;
-    lo.x = std::min(lo.x, q.x), lo.y = std::min(lo.y, q.y);
-    hi.x = std::max(hi.x, q.x), hi.y = std::max(hi.y, q.y);
-  }
-};
-
-}  // namespace
 
 SheetGeometry SheetGeometryOf(dxf::Document& doc, const dxf::Layout& layout) {
   SheetGeometry g;
@@ -78,19 +50,20 @@ SheetGeometry SheetGeometryOf(dxf::Document& doc, const dxf::Layout& layout) {
     dxf::EntityWalker walker(doc);
     walker.WalkBlock(*block, dxf::Affine(), bounds);
   }
-  if (bounds.empty()) {
+  if (bounds.box.empty()) {
     g.width_mm = 297;
     g.height_mm = 210;
     return g;
   }
-  const double margin =
-      0.05 * std::max(bounds.hi.x - bounds.lo.x, bounds.hi.y - bounds.lo.y) +
-      1e-6;
-  g.width_mm = (bounds.hi.x - bounds.lo.x + 2 * margin) * unit;
-  g.height_mm = (bounds.hi.y - bounds.lo.y + 2 * margin) * unit;
-  g.paper_to_page = dxf::Affine::Scaling({unit, unit, 1})
-                        .Then(dxf::Affine::Translation(
-                            {margin - bounds.lo.x, margin - bounds.lo.y, 0}));
+  const double margin = 0.05 * std::max(bounds.box.x1 - bounds.box.x0,
+                                        bounds.box.y1 - bounds.box.y0) +
+                        1e-6;
+  g.width_mm = (bounds.box.x1 - bounds.box.x0 + 2 * margin) * unit;
+  g.height_mm = (bounds.box.y1 - bounds.box.y0 + 2 * margin) * unit;
+  g.paper_to_page =
+      dxf::Affine::Scaling({unit, unit, 1})
+          .Then(dxf::Affine::Translation(
+              {margin - bounds.box.x0, margin - bounds.box.y0, 0}));
   return g;
 }
 
