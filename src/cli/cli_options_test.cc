@@ -72,14 +72,15 @@ TEST(GlobalOptionsTest, EveryListedOptionParsesWithItsValues) {
   for (const GlobalOption& option : GlobalOptions()) {
     std::vector<std::string> args = {"frames", std::string(option.name)};
     if (option.values == 1) {
-      args.push_back(option.name == "--set"             ? "OknoLmt.A=1"
-                     : option.name == "--start"         ? "1,2"
-                     : option.name == "--pick"          ? "2F"
-                     : option.name == "--template"      ? "2F"
-                     : option.name == "--viewport"      ? "2F"
-                     : option.name == "--sort-polyline" ? "2F"
+      args.push_back(option.name == "--set" ? "OknoLmt.A=1"
+                     : option.name == "--start" || option.name == "--index-at"
+                         ? "1,2"
+                     : option.name == "--pick"            ? "2F"
+                     : option.name == "--template"        ? "2F"
+                     : option.name == "--viewport"        ? "2F"
+                     : option.name == "--sort-polyline"   ? "2F"
                      : option.name == "--sheets-per-file" ? "4"
-                                                        : "x");
+                                                          : "x");
     }
     EXPECT_TRUE(ParseCommandLine(args).ok()) << option.name;
     if (option.values == 1) {
