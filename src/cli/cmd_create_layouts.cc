@@ -98,11 +98,8 @@ int RunCreateLayouts(CommandContext& context) {
   if (options.register_file) {
     Result<Register> read = ReadRegister(*options.register_file);
     if (!read.ok()) {
-      context.err << "layomat: " << read.status().message() << "\n";
       return FinishReport(context, nothing_done,
-                          read.status().code() == StatusCode::kIOError
-                              ? kExitFileError
-                              : kExitUsage);
+                          ReportRegisterError(context, read.status()));
     }
     sheet_register = std::move(*read);
   }
@@ -124,14 +121,7 @@ int RunCreateLayouts(CommandContext& context) {
   }
   std::vector<RegisteredFrame> registered;
   if (sheet_register) {
-    RegisterOutcome matched = ApplyRegister(*sheet_register, state.table);
-    if (!options.quiet) {
-      for (const std::string& warning : matched.warnings) {
-        context.err << "warning: " << warning << "\n";
-      }
-    }
-    state.table = std::move(matched.table);
-    registered = std::move(matched.frames);
+    registered = MatchRegister(context, *sheet_register, state.table);
     for (const RegisteredFrame& frame : registered) {
       WriteFrameValues(*embedded.document(), frame);
     }

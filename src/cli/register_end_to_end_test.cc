@@ -126,6 +126,13 @@ TEST_F(RegisterCommandTest, AnEditedRegisterGivesExactlyItsSheets) {
                          "6 (ID 192), 7 (ID 194)\n"),
             std::string::npos)
       << run.err;
+  // --dry-run plans the register's sheets, in its order.
+  test::LayomatRun dry =
+      Layomat(Run(Out("r.csv"), Out("dry.dxf")) + " --dry-run");
+  ASSERT_EQ(dry.status, 0) << dry.err;
+  EXPECT_TRUE(dry.out.starts_with("plan\tЛист 1\tblock\t115000,-19850\t"))
+      << dry.out;
+  EXPECT_NE(dry.err.find("matches no frame"), std::string::npos);
   testing::ShellRun back = Python(kReadBack, "'" + Out("out.dxf") + "'");
   ASSERT_EQ(back.status, 0) << back.out;
   EXPECT_EQ(back.out,

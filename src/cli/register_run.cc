@@ -1,5 +1,7 @@
 #include "cli/register_run.h"
 
+#include <ostream>
+
 #include "core/file_util.h"
 #include "host/block.h"
 #include "host/entity.h"
@@ -39,6 +41,24 @@ Result<Register> ReadRegister(const std::string& path) {
                            text.status().message() + ")");
   }
   return ParseRegister(*text, path);
+}
+
+int ReportRegisterError(CommandContext& context, const Status& status) {
+  context.err << "layomat: " << status.message() << "\n";
+  return status.code() == StatusCode::kIOError ? kExitFileError : kExitUsage;
+}
+
+std::vector<RegisteredFrame> MatchRegister(CommandContext& context,
+                                           const Register& reg,
+                                           frames::FrameTable& table) {
+  RegisterOutcome matched = ApplyRegister(reg, table);
+  if (!context.options.quiet) {
+    for (const std::string& warning : matched.warnings) {
+      context.err << "warning: " << warning << "\n";
+    }
+  }
+  table = std::move(matched.table);
+  return std::move(matched.frames);
 }
 
 int WriteFrameValues(host::Document& document, const RegisteredFrame& frame) {

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "cli/frame_register.h"
+#include "cli/registry.h"
 #include "host/document.h"
 
 namespace lmt::cli {
@@ -16,6 +17,17 @@ namespace lmt::cli {
 // The register in file `path`: IOError naming it when it cannot be read,
 // InvalidArgument naming it and the line when it is not a register.
 Result<Register> ReadRegister(const std::string& path);
+
+// Writes "layomat: MESSAGE" for a register ReadRegister refused and
+// returns its exit status: 3 when unreadable, 2 when not a register.
+int ReportRegisterError(CommandContext& context, const Status& status);
+
+// Matches `reg` to the searched `table`, which becomes the register's
+// table, writes the warnings ("warning: ", unless --quiet) and returns the
+// frames listed.
+std::vector<RegisteredFrame> MatchRegister(CommandContext& context,
+                                           const Register& reg,
+                                           frames::FrameTable& table);
 
 // Sets the attributes of the block reference `frame.id` names to the
 // register's values (tags compared ignoring case; a tag the block lacks is
