@@ -82,16 +82,16 @@ Status Apply(CliOptions& o, std::string_view name, std::string_view value) {
       o.pick_handles.emplace_back(handle);
       pos = comma + 1;
     }
-  } else if (name == "--start") {
+  } else if (name == "--start" || name == "--index-at") {
     const size_t comma = value.find(',');
     Point2 p;
     if (comma == std::string_view::npos ||
         !ParseDouble(value.substr(0, comma), p.x) ||
         !ParseDouble(value.substr(comma + 1), p.y)) {
-      return Status::InvalidArgument("--start expects X,Y, not '" +
+      return Status::InvalidArgument(std::string(name) + " expects X,Y, not '" +
                                      std::string(value) + "'");
     }
-    o.start = p;
+    (name == "--start" ? o.start : o.index_at) = p;
   } else if (name == "--sort-polyline") {
     if (!IsHandle(value)) return BadHandle(name, value);
     o.sort_polyline = std::string(value);
@@ -113,6 +113,26 @@ Status Apply(CliOptions& o, std::string_view name, std::string_view value) {
   } else if (name == "--csv") {
     if (value.empty()) return Status::InvalidArgument("--csv expects a file");
     o.csv = std::string(value);
+  } else if (name == "--register") {
+    if (value.empty()) {
+      return Status::InvalidArgument("--register expects a file");
+    }
+    o.register_file = std::string(value);
+  } else if (name == "--index-layout") {
+    if (value.empty()) {
+      return Status::InvalidArgument("--index-layout expects a layout name");
+    }
+    o.index_layout = std::string(value);
+  } else if (name == "--index-columns") {
+    o.index_columns.clear();
+    size_t pos = 0;
+    while (pos <= value.size()) {
+      size_t comma = value.find(',', pos);
+      if (comma == std::string_view::npos) comma = value.size();
+      if (comma > pos)
+        o.index_columns.emplace_back(value.substr(pos, comma - pos));
+      pos = comma + 1;
+    }
   } else if (name == "--sheets-per-file") {
     int count = 0;
     auto [ptr, ec] =
@@ -159,6 +179,10 @@ const std::vector<GlobalOption>& GlobalOptions() {
       {"--recover", 0},
       {"--sheets-per-file", 1},
       {"--csv", 1},
+      {"--register", 1},
+      {"--index-layout", 1},
+      {"--index-at", 1},
+      {"--index-columns", 1},
       {"-h", 0},
       {"--help", 0},
       {"--version", 0},
@@ -319,6 +343,14 @@ std::string GlobalOptionsHelp() {
          "  --recover              read damaged drawings as far as they can "
          "be\n"
          "                         repaired, listing each repair\n"
+         "  --register FILE        create-layouts: the sheets, their order, "
+         "names and\n"
+         "                         title-block values from a CSV of "
+         "'frames --csv'\n"
+         "  --index-layout NAME, --index-at X,Y  create-layouts: draw a "
+         "table of\n"
+         "                         the sheets made on layout NAME at X,Y\n"
+         "  --index-columns TAG,...  attribute columns of that table\n"
          "  --help, --version\n"
          "Plain options such as --scale 1:100 or --names Sheet- set the same "
          "controls\nas --set; 'layomat help options' lists them.\n";

@@ -81,6 +81,12 @@ struct CliOptions {
   std::optional<std::string> csv;  // frames: the table as a CSV file
   // Drawings are read recovering what a strict read refuses (--recover).
   bool recover = false;
+  // create-layouts: the sheet register (a CSV of `frames --csv`, edited)
+  // and the sheet index table: its layout, point and attribute columns.
+  std::optional<std::string> register_file;  // --register FILE
+  std::optional<std::string> index_layout;   // --index-layout NAME
+  std::optional<Point2> index_at;            // --index-at X,Y
+  std::vector<std::string> index_columns;    // --index-columns TAG,TAG
 };
 
 // A handle option's text (1 to 16 hex digits) as the object id the host

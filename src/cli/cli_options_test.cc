@@ -72,8 +72,9 @@ TEST(GlobalOptionsTest, EveryListedOptionParsesWithItsValues) {
   for (const GlobalOption& option : GlobalOptions()) {
     std::vector<std::string> args = {"frames", std::string(option.name)};
     if (option.values == 1) {
-      args.push_back(option.name == "--set"               ? "OknoLmt.A=1"
-                     : option.name == "--start"           ? "1,2"
+      args.push_back(option.name == "--set" ? "OknoLmt.A=1"
+                     : option.name == "--start" || option.name == "--index-at"
+                         ? "1,2"
                      : option.name == "--pick"            ? "2F"
                      : option.name == "--template"        ? "2F"
                      : option.name == "--viewport"        ? "2F"

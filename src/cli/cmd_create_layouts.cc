@@ -8,7 +8,11 @@
 // then one line per layout made and per row skipped, the files written when
 // split, and how many of the rows got their layout; with --json the run's
 // report (cli/creation_report.h) instead. --dry-run only plans
-// (cli/create_layouts_plan.h).
+// (cli/create_layouts_plan.h). --register FILE takes the sheets, their
+// order, names and title-block values from an edited `frames --csv` file
+// (cli/frame_register.h); --index-layout and --index-at draw a table of the
+// sheets made (cli/sheet_index.h).
+#include <map>
 #include <ostream>
 
 #include "cli/create_layouts_plan.h"
@@ -17,13 +21,58 @@
 #include "cli/frame_output.h"
 #include "cli/frame_search_run.h"
 #include "cli/plot_run.h"
+#include "cli/register_run.h"
 #include "cli/registry.h"
+#include "cli/sheet_index.h"
 #include "cli/split_output.h"
 #include "frames/frame_commands.h"
 #include "layouts/layout_creation.h"
+#include "layouts/sheet_texts.h"
 
 namespace lmt::cli {
 namespace {
+
+// The index's rows: one per layout made, in order, with the attribute
+// values its frame's title block holds now (the register's, once written).
+IndexCells IndexRows(host::Document& document, const frames::FrameTable& table,
+                     const layouts::CreationPlan& plan,
+                     const std::vector<std::string>& created,
+                     const std::vector<std::string>& tags) {
+  IndexCells cells;
+  cells.push_back({"No.", "Layout"});
+  for (const std::string& tag : tags) cells.front().push_back(tag);
+  cells.front().push_back("Scale");
+  const std::vector<FrameAttributes> attributes =
+      ReadFrameAttributes(document, table);
+  std::map<std::string, const layouts::FramePlan*> by_name;
+  for (const layouts::FramePlan& frame : plan.frames) {
+    by_name.emplace(frame.layout_name, &frame);  // the first wins, as made
+  }
+  for (const std::string& name : created) {
+    std::vector<std::string> row = {std::to_string(cells.size()), name};
+    const auto it = by_name.find(name);
+    const layouts::FramePlan* frame =
+        it == by_name.end() ? nullptr : it->second;
+    for (const std::string& tag : tags) {
+      std::string value;
+      if (frame != nullptr && frame->row >= 1 &&
+          frame->row <= static_cast<int>(attributes.size())) {
+        for (const auto& [have, text] :
+             attributes[static_cast<size_t>(frame->row - 1)]) {
+          if (layouts::NamesEqualNoCase(have, tag)) {
+            value = text;
+            break;
+          }
+        }
+      }
+      row.push_back(value);
+    }
+    row.push_back(frame == nullptr ? ""
+                                   : layouts::ScaleLabel(frame->sheet.scale));
+    cells.push_back(std::move(row));
+  }
+  return cells;
+}
 
 int RunCreateLayouts(CommandContext& context) {
   const CliOptions& options = context.options;
@@ -39,10 +88,24 @@ int RunCreateLayouts(CommandContext& context) {
                 << "\nTry 'layomat create-layouts --help'.\n";
     return kExitUsage;
   }
+  if (options.index_layout.has_value() != options.index_at.has_value()) {
+    context.err << "layomat: --index-layout and --index-at go together\n"
+                   "Try 'layomat create-layouts --help'.\n";
+    return kExitUsage;
+  }
+  const RunReport nothing_done("create-layouts");
+  std::optional<Register> sheet_register;
+  if (options.register_file) {
+    Result<Register> read = ReadRegister(*options.register_file);
+    if (!read.ok()) {
+      return FinishReport(context, nothing_done,
+                          ReportRegisterError(context, read.status()));
+    }
+    sheet_register = std::move(*read);
+  }
   const std::string& drawing = options.args[0];
   Result<std::unique_ptr<EmbeddedSession>> run =
       EmbeddedSession::OpenToSave(context, drawing, *options.output);
-  const RunReport nothing_done("create-layouts");
   if (!run.ok()) {
     return FinishReport(context, nothing_done,
                         ReportFileError(context, run.status()));
@@ -56,13 +119,39 @@ int RunCreateLayouts(CommandContext& context) {
   if (CaptureAndSearch(context, embedded, commands) != frames::Outcome::kDone) {
     return FinishReport(context, nothing_done, kExitRefused);
   }
+  std::vector<RegisteredFrame> registered;
+  if (sheet_register) {
+    registered = MatchRegister(context, *sheet_register, state.table);
+    for (const RegisteredFrame& frame : registered) {
+      WriteFrameValues(*embedded.document(), frame);
+    }
+  }
   WarnAboutPlan(context, embedded, state.table, *per_file);
+  std::optional<layouts::CreationPlan> index_plan;
+  if (options.index_layout) {
+    index_plan = layouts::PlanLayouts(embedded.session(), state.table);
+  }
 
   const layouts::CreationReport report =
       layouts::CreateLayouts(embedded.session(), state.table);
   if (report.outcome == layouts::CreationOutcome::kRefused ||
       report.outcome == layouts::CreationOutcome::kNotConnected) {
     return FinishReport(context, nothing_done, kExitRefused);
+  }
+  for (const RegisteredFrame& frame : registered) {
+    WriteLayoutValues(*embedded.document(), frame);
+  }
+  if (index_plan) {
+    const IndexCells cells =
+        IndexRows(*embedded.document(), state.table, *index_plan,
+                  report.created, options.index_columns);
+    const Status drawn =
+        DrawIndex(*embedded.document(), *options.index_layout,
+                  LayOutIndex(cells, options.index_at->x, options.index_at->y));
+    if (!drawn.ok()) {
+      context.err << "layomat: " << drawn.message() << "\n";
+      return FinishReport(context, nothing_done, kExitRefused);
+    }
   }
   std::vector<std::string> outputs = {*options.output};
   std::vector<SplitFile> files;

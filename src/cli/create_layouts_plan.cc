@@ -9,6 +9,7 @@
 
 #include "cli/frame_output.h"
 #include "cli/frame_search_run.h"
+#include "cli/register_run.h"
 #include "cli/split_output.h"
 #include "frames/frame_commands.h"
 #include "layouts/plan_checks.h"
@@ -182,6 +183,11 @@ int RunCreateLayoutsDryRun(CommandContext& context) {
                                  MainWindowNamer(context.addin.windows()));
   if (CaptureAndSearch(context, embedded, commands) != frames::Outcome::kDone) {
     return kExitRefused;
+  }
+  if (options.register_file) {  // the plan of the sheets it lists
+    Result<Register> read = ReadRegister(*options.register_file);
+    if (!read.ok()) return ReportRegisterError(context, read.status());
+    MatchRegister(context, *read, state.table);
   }
   std::optional<layouts::CreationPlan> plan =
       layouts::PlanLayouts(embedded.session(), state.table);

@@ -37,7 +37,8 @@ void WarnAboutPlan(CommandContext& context, EmbeddedSession& embedded,
 // as text (one "plan" line per layout) or as JSON, the warnings on
 // standard error; no file is written, -o only names the split files the
 // plan would give. Exit 1 when the run would be refused (no frames, the
-// pattern layout missing).
+// pattern layout missing). With --register, the plan of the sheets the
+// register lists (cli/register_run.h).
 int RunCreateLayoutsDryRun(CommandContext& context);
 
 }  // namespace lmt::cli

@@ -20,14 +20,16 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// The fenced commands, continuation lines joined, without the indent.
-std::vector<std::string> FencedCommands(const std::string& readme) {
+// The commands fenced by "<!-- MARKER -->" and "<!-- /readme-test -->",
+// continuation lines joined, without the indent.
+std::vector<std::string> FencedCommands(const std::string& readme,
+                                        const std::string& marker) {
   std::vector<std::string> commands;
   std::istringstream lines(readme);
   bool inside = false;
   std::string pending;
   for (std::string line; std::getline(lines, line);) {
-    if (line == "<!-- readme-test -->") {
+    if (line == "<!-- " + marker + " -->") {
       inside = true;
     } else if (line == "<!-- /readme-test -->") {
       inside = false;
@@ -50,7 +52,8 @@ TEST(ReadmeCommandsTest, ThreeCommandsFromDrawingToLayouts) {
   const fs::path source = fs::path(LMT_TESTDATA_DIR).parent_path();
   Result<std::string> readme = core::ReadFileBytes(source / "README.md");
   ASSERT_TRUE(readme.ok());
-  const std::vector<std::string> commands = FencedCommands(*readme);
+  const std::vector<std::string> commands =
+      FencedCommands(*readme, "readme-test");
   ASSERT_EQ(commands.size(), 3u);
   EXPECT_TRUE(commands[0].starts_with("build/layomat templates "));
   EXPECT_TRUE(commands[2].starts_with("build/layomat create-layouts "));
@@ -83,6 +86,48 @@ TEST(ReadmeCommandsTest, ThreeCommandsFromDrawingToLayouts) {
       " for v in vps), 'viewports'\" " +
       testing::ShellQuote((dir / "sheets.dxf").string()) + " 2>&1");
   EXPECT_EQ(check.status, 0) << check.out;
+}
+
+// frames -> CSV -> edit -> create-layouts with the register -> split
+// drawings, as the README shows it.
+TEST(ReadmeCommandsTest, RegisterExampleRuns) {
+  const fs::path source = fs::path(LMT_TESTDATA_DIR).parent_path();
+  Result<std::string> readme = core::ReadFileBytes(source / "README.md");
+  ASSERT_TRUE(readme.ok());
+  const std::vector<std::string> commands =
+      FencedCommands(*readme, "readme-register-test");
+  ASSERT_EQ(commands.size(), 3u);
+  testing::TempDir dir;
+  fs::create_directory_symlink(LMT_BINARY_DIR, dir / "build");
+  fs::create_directory_symlink(LMT_TESTDATA_DIR, dir / "testdata");
+  for (const std::string& command : commands) {
+    testing::ShellRun run =
+        testing::RunShell("cd " + testing::ShellQuote(dir.path().string()) +
+                          " && XDG_CONFIG_HOME=. " + command + " 2>&1");
+    ASSERT_EQ(run.status, 0) << command << "\n" << run.out;
+  }
+  constexpr char kCheck[] = R"(
+import ezdxf, sys
+for path in sys.argv[1:]:
+    d = ezdxf.readfile(path)
+    names = [l.name for l in d.layouts if l.name not in ('Model', 'Layout1',
+                                                         'Pattern')]
+    titles = sorted(a.dxf.text for i in d.modelspace().query('INSERT')
+                    for a in i.attribs if a.dxf.tag == 'TITLE')
+    index = [t.dxf.text for n in names
+             for t in d.layouts.get(n).query('TEXT') if t.dxf.insert.y > 200]
+    print(names, titles[-1], len(index), len(d.audit().errors))
+)";
+  ASSERT_TRUE(core::WriteFileAtomically(dir / "check.py", kCheck).ok());
+  testing::ShellRun check = testing::RunShell(
+      testing::PythonCommand() +
+      testing::ShellQuote((dir / "check.py").string()) + " " +
+      testing::ShellQuote((dir / "set-1.dxf").string()) + " " +
+      testing::ShellQuote((dir / "set-2.dxf").string()) + " 2>&1");
+  // Header and five rows of five cells on Sheet-1.
+  EXPECT_EQ(check.out,
+            "['Sheet-1', 'Sheet-3', 'Sheet-4'] План участка 30 0\n"
+            "['Sheet-5', 'Section B-B'] План участка 0 0\n");
 }
 
 }  // namespace
