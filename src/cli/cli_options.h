@@ -79,6 +79,9 @@ struct CliOptions {
   bool dry_run = false;
   std::optional<int> sheets_per_file;
   std::optional<std::string> csv;  // frames: the table as a CSV file
+  // frames: the drawing with the frames highlighted, written to this file.
+  std::optional<std::string> mark;
+  std::optional<std::string> by;  // sort-layouts: the order
 };
 
 // A handle option's text (1 to 16 hex digits) as the object id the host
