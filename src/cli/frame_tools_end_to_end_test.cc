@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #ifndef _WIN32
+#include <algorithm>
 #include <cstdio>
 #include <filesystem>
 #include <map>
@@ -153,6 +154,48 @@ TEST_F(FrameToolsTest, UnmarkKeepsTheUsersObjectsOnTheMarkLayer) {
     }
   }
   EXPECT_EQ(lines_on_layer, 1);
+}
+
+TEST_F(FrameToolsTest, ViewPerFrameShowsItWholeAndLevel) {
+  const std::string names =
+      " --set OknoLmt.TextStrokaNameFile=10/20"
+      " --set OknoLmt.UniTextLeyoutName0=Sheet-";
+  const std::string views = Out("views.dxf");
+  test::LayomatRun run =
+      Layomat("views " + Q(example_) + names + " -o " + Q(views));
+  ASSERT_EQ(run.status, 0) << run.err;
+  EXPECT_NE(run.out.find("9 views made, 0 replaced"), std::string::npos);
+  const std::vector<std::string> read = ReadBack("views", views);
+  ASSERT_EQ(read.size(), 9u);
+  // Centre, width and height with the 5 % margin, twist in degrees: an
+  // upright A3 sheet, a title strip, and the sheet turned by 30 degrees,
+  // which the view turns back.
+  for (const char* expected :
+       {"view Sheet-1 21000.000000 -64550.000000 44100.000000 31185.000000 "
+        "0.000000",
+        "view Sheet-2 33000.000000 2750.000000 18900.000000 5775.000000 "
+        "0.000000",
+        "view Sheet-7 104761.533479 -56039.522754 44100.000000 31185.000000 "
+        "330.000000"}) {
+    EXPECT_NE(std::find(read.begin(), read.end(), expected), read.end())
+        << expected;
+  }
+  EXPECT_EQ(
+      testing::DxfProblems(views, testing::RunDxfCheck(example_).structural),
+      "");
+
+  // Views of the same names are kept unless the user says yes.
+  test::LayomatRun kept =
+      Layomat("views " + Q(views) + names + " -o " + Q(Out("kept.dxf")));
+  EXPECT_EQ(kept.status, 1);
+  EXPECT_NE(kept.err.find("view Sheet-7 exists; kept"), std::string::npos);
+  EXPECT_FALSE(std::filesystem::exists(Out("kept.dxf")));
+  const std::string again = Out("again.dxf");
+  test::LayomatRun replaced =
+      Layomat("views " + Q(views) + names + " --yes -o " + Q(again));
+  ASSERT_EQ(replaced.status, 0) << replaced.err;
+  EXPECT_NE(replaced.out.find("0 views made, 9 replaced"), std::string::npos);
+  EXPECT_EQ(ReadBack("views", again), read);
 }
 
 }  // namespace

@@ -7,7 +7,9 @@ named views and layout tab order. One word per line kind:
                   text's insertion point), then "model COUNT".
   listing FILE    every model-space entity without the marks: its type and
                   all its DXF attributes, one line each, in file order.
-  views FILE      "view NAME CX CY WIDTH HEIGHT TWIST_DEGREES" per VIEW entry.
+  views FILE      "view NAME X Y WIDTH HEIGHT TWIST_DEGREES" per VIEW entry,
+                  X Y the world point shown at the middle (target plus the
+                  centre, which is in the view's twisted axes).
   tabs FILE       "tab ORDER NAME ENTITIES" per paper layout, by tab order.
   add-line IN OUT copies IN with a user LINE on layer AViewport.
 
@@ -53,8 +55,11 @@ elif word == "listing":
         print(e.dxftype(), repr(attribs))
 elif word == "views":
     for v in doc.views:
-        c = v.dxf.center
-        print("view", v.dxf.name, fmt(c[0]), fmt(c[1]), fmt(v.dxf.width),
+        c, t = v.dxf.center, v.dxf.target
+        a = -math.radians(v.dxf.get("view_twist", 0))
+        x = t[0] + c[0] * math.cos(a) - c[1] * math.sin(a)
+        y = t[1] + c[0] * math.sin(a) + c[1] * math.cos(a)
+        print("view", v.dxf.name, fmt(x), fmt(y), fmt(v.dxf.width),
               fmt(v.dxf.height), fmt(v.dxf.get("view_twist", 0)))
 elif word == "tabs":
     paper = [l for l in doc.layouts if l.name != "Model"]
