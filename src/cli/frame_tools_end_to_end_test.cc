@@ -198,6 +198,96 @@ TEST_F(FrameToolsTest, ViewPerFrameShowsItWholeAndLevel) {
   EXPECT_EQ(ReadBack("views", again), read);
 }
 
+// "tab ORDER NAME CONTENT" lines as "NAME CONTENT", in tab order, and
+// whether the orders run 1..n.
+std::vector<std::string> TabNames(const std::vector<std::string>& tabs,
+                                  bool* consecutive) {
+  std::vector<std::string> names;
+  *consecutive = true;
+  for (const std::string& line : tabs) {
+    std::istringstream in(line);
+    std::string word, rest;
+    int order = 0;
+    in >> word >> order;
+    std::getline(in, rest);
+    *consecutive = *consecutive && order == static_cast<int>(names.size()) + 1;
+    names.push_back(rest.substr(1));
+  }
+  return names;
+}
+
+TEST_F(FrameToolsTest, SortLayoutsReordersTabsOnly) {
+  const std::string tabs = Out("tabs.dxf");
+  ReadBack("make-tabs", tabs);
+  bool consecutive = false;
+  const std::vector<std::string> before =
+      TabNames(ReadBack("tabs", tabs), &consecutive);
+  ASSERT_EQ(before.size(), 5u);
+  std::map<std::string, std::string> content;  // name -> its objects
+  for (const std::string& tab : before) {
+    content[tab.substr(0, tab.find(' '))] = tab;
+  }
+  const struct {
+    const char* by;
+    std::vector<std::string> order;
+  } cases[] = {
+      {"name", {"Notes", "sheet-1", "Sheet-2", "Sheet-9", "Sheet-10"}},
+      {"reverse", {"Notes", "Sheet-9", "sheet-1", "Sheet-2", "Sheet-10"}},
+      // Notes has no title block: last.
+      {"attribute:NO", {"Sheet-9", "Sheet-2", "sheet-1", "Sheet-10", "Notes"}},
+  };
+  for (const auto& c : cases) {
+    const std::string out = Out(std::string("sorted-") + c.by + ".dxf");
+    test::LayomatRun run =
+        Layomat("sort-layouts " + Q(tabs) + " --by " + c.by + " -o " + Q(out));
+    ASSERT_EQ(run.status, 0) << c.by << run.err;
+    std::vector<std::string> expected;
+    for (const std::string& name : c.order) expected.push_back(content[name]);
+    EXPECT_EQ(TabNames(ReadBack("tabs", out), &consecutive), expected) << c.by;
+    EXPECT_TRUE(consecutive) << c.by;
+  }
+  test::LayomatRun same = Layomat("sort-layouts " + Q(Out("sorted-name.dxf")) +
+                                  " --by name -o " + Q(Out("same.dxf")));
+  EXPECT_EQ(same.status, 1);
+  EXPECT_NE(same.err.find("in that order already"), std::string::npos);
+  EXPECT_EQ(
+      Layomat("sort-layouts " + Q(tabs) + " --by size -o " + Q(Out("bad.dxf")))
+          .status,
+      2);
+}
+
+TEST_F(FrameToolsTest, SortLayoutsByTableRestoresTheFrameOrder) {
+  const std::string names =
+      " --set OknoLmt.TextStrokaNameFile=10/20"
+      " --set OknoLmt.UniTextLeyoutName0=Sheet-";
+  const std::string made = Out("made.dxf");
+  ASSERT_EQ(Layomat("create-layouts " + Q(example_) + names + " -o " + Q(made))
+                .status,
+            0);
+  const std::string reversed = Out("reversed.dxf");
+  ASSERT_EQ(
+      Layomat("sort-layouts " + Q(made) + " --by reverse -o " + Q(reversed))
+          .status,
+      0);
+  const std::string back = Out("back.dxf");
+  test::LayomatRun run = Layomat("sort-layouts " + Q(reversed) + names +
+                                 " --by table -o " + Q(back));
+  ASSERT_EQ(run.status, 0) << run.err;
+  // The table's layouts first, in its order; the others (Layout1, Pattern)
+  // after them in their order before.
+  bool consecutive = false;
+  std::vector<std::string> expected;
+  std::vector<std::string> rest;
+  for (const std::string& tab :
+       TabNames(ReadBack("tabs", made), &consecutive)) {
+    (tab.rfind("Sheet-", 0) == 0 ? expected : rest).push_back(tab);
+  }
+  ASSERT_EQ(expected.size(), 9u);
+  expected.insert(expected.end(), rest.rbegin(), rest.rend());
+  EXPECT_EQ(TabNames(ReadBack("tabs", back), &consecutive), expected);
+  EXPECT_TRUE(consecutive);
+}
+
 }  // namespace
 }  // namespace lmt::cli
 

@@ -12,6 +12,9 @@ named views and layout tab order. One word per line kind:
                   centre, which is in the view's twisted axes).
   tabs FILE       "tab ORDER NAME ENTITIES" per paper layout, by tab order.
   add-line IN OUT copies IN with a user LINE on layer AViewport.
+  make-tabs OUT   a drawing with layouts Sheet-10, Sheet-2, sheet-1, Sheet-9
+                  and Notes in that tab order, each but Notes with a title
+                  block whose attribute NO is Z, B, C, A, and a circle.
 
 Usage: /usr/bin/python3 read_back.py WORD FILE [OUT]
 """
@@ -31,6 +34,21 @@ def fmt(v):
 
 
 word, path = sys.argv[1], sys.argv[2]
+if word == "make-tabs":
+    doc = ezdxf.new("R2018")
+    block = doc.blocks.new("TITLE")
+    block.add_lwpolyline([(0, 0), (100, 0), (100, 20), (0, 20)], close=True)
+    block.add_attdef("NO", (5, 5), dxfattribs={"height": 3})
+    for name, value in (("Sheet-10", "Z"), ("Sheet-2", "B"), ("sheet-1", "C"),
+                        ("Sheet-9", "A"), ("Notes", None)):
+        layout = doc.layouts.new(name)
+        layout.add_circle((50, 50), 10)
+        if value is not None:
+            ref = layout.add_blockref("TITLE", (10, 10))
+            ref.add_attrib("NO", value, (15, 15))
+    doc.layouts.delete("Layout1")
+    doc.saveas(path)
+    sys.exit(0)
 doc = ezdxf.readfile(path)
 msp = doc.modelspace()
 if word == "marks":
