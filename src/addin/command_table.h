@@ -38,6 +38,9 @@ enum class Action {
   kPickFrameLength,  // Command_GetMashtabRamka
   kViewportsOnOff,   // Command_Start of OknoFunctionOnOffViewport
   kDeleteOutside,    // Command_SelViewpost
+  kHighlightFrames,  // Command_VidelitRamki: outline the table's frames
+  kUnhighlight,      // Command_NeVidelitRamki: remove the outlines
+  kCreateViews,      // Command_SozdatVidi: a named view per frame
   kBatchStart,       // Command_Start of a batch window
   kBatchInterrupt,   // Command_Prervat of a batch window
   kBatchAddFiles,    // Command_VibratFaili

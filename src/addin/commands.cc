@@ -16,9 +16,11 @@
 #include "core/settings.h"
 #include "core/text_case.h"
 #include "layouts/frame_length_pick.h"
+#include "layouts/frame_views.h"
 #include "layouts/layout_creation.h"
 #include "layouts/layout_naming.h"
 #include "utilities/delete_outside_viewport.h"
+#include "utilities/frame_marks.h"
 #include "utilities/viewports_on_off.h"
 
 namespace lmt::addin {
@@ -187,10 +189,46 @@ void Commands::Run(const CommandEntry& entry) {
     case Action::kDeleteOutside:
       utilities::DeleteOutsideViewport(session_);
       return;
+    case Action::kHighlightFrames:
+    case Action::kUnhighlight:
+    case Action::kCreateViews:
+      FrameTools(entry.action);
+      return;
     default:
       Batch(*window, entry.action);
       return;
   }
+}
+
+void Commands::FrameTools(Action action) {
+  if (!session_.Connect()) return;
+  host::Document& document = session_.document();
+  host::User& user = session_.user();
+  const std::string& title = session_.globals().product_name;
+  std::string text;
+  if (action == Action::kHighlightFrames) {
+    const utilities::MarkReport marked =
+        utilities::HighlightFrames(document, state_.table);
+    text = std::to_string(marked.frames) + " frames highlighted.";
+  } else if (action == Action::kUnhighlight) {
+    const utilities::MarkReport removed =
+        utilities::RemoveHighlighting(document);
+    text = removed.erased == 0 ? std::string("No highlighting to remove.")
+                               : "Highlighting removed.";
+  } else {
+    const layouts::ViewsReport views = layouts::CreateFrameViews(
+        document, state_.table, [&](std::string_view name) {
+          return user.ShowMessage(
+                     "View \"" + std::string(name) + "\" exists. Replace it?",
+                     host::MessageIcon::kQuestion, host::MessageButtons::kYesNo,
+                     title) == host::Answer::kYes;
+        });
+    text = views.made + views.replaced == 0
+               ? std::string("No view made.")
+               : std::to_string(views.made + views.replaced) + " views made.";
+  }
+  user.ShowMessage(text, host::MessageIcon::kInformation,
+                   host::MessageButtons::kOk, title);
 }
 
 void Commands::Batch(core::Window& window, Action action) {

@@ -36,6 +36,9 @@ class Commands {
   host::Session& session() { return session_; }
 
  private:
+  // Highlighting, its removal and the named views over the frame table,
+  // each ending with an information message.
+  void FrameTools(Action action);
   void Batch(core::Window& window, Action action);
   void BatchStart(core::Window& window);
   void ShowNameLayouts();

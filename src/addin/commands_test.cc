@@ -128,8 +128,8 @@ TEST(CommandTableTest, EveryEntryNamesAWindowAndItsTarget) {
 
 TEST(CommandTableTest, EveryCaptionedButtonStartsSomethingExceptUnbuiltOnes) {
   // Listed by their controls only: no routine behind them yet.
-  const std::vector<std::string> not_built = {
-      "Command_PokazatRamku", "Command_SozdatVidi", "Command_ParamVstavit"};
+  const std::vector<std::string> not_built = {"Command_PokazatRamku",
+                                              "Command_ParamVstavit"};
   core::Windows windows;
   for (core::Window* window : windows.All()) {
     for (const core::CaptionEntry& caption : window->caption_table()) {
@@ -234,6 +234,45 @@ TEST_F(CommandsTest, CreateLayoutsMakesOneLayoutPerRow) {
     EXPECT_TRUE((*layouts)->Item(name).ok()) << name;
   }
   EXPECT_EQ(user_.message_texts().back(), globals_.messages.Get(15));
+}
+
+TEST_F(CommandsTest, HighlightAndViewButtonsWorkOnTheTable) {
+  Open(dxfhost::test::TestdataPath("frames/polylines.dxf"));
+  CaptureAndSearch("30", "Command_GetAll");
+  Result<host::DocumentPtr> doc = app_->ActiveDocument();
+  ASSERT_TRUE(doc.ok());
+  auto model_count = [&] {
+    Result<host::BlockPtr> model = (*doc)->ModelSpace();
+    return model.ok() ? (*model)->Count().value_or(-1) : -1;
+  };
+  const int before = model_count();
+  const int rows = commands_->frame_table().last_row();
+  ASSERT_GT(rows, 1);
+
+  commands_->Run("OknoLmt", "Command_VidelitRamki");
+  EXPECT_EQ(model_count(), before + 2 * rows);
+  EXPECT_EQ(user_.message_texts().back(),
+            std::to_string(rows) + " frames highlighted.");
+  // Removal needs no table: a row deleted since changes nothing.
+  shell_.selected_frame_row = 1;
+  commands_->Run("OknoLmt", "Command_UdalitStroku");
+  commands_->Run("OknoLmt", "Command_NeVidelitRamki");
+  EXPECT_EQ(model_count(), before);
+  commands_->Run("OknoLmt", "Command_NeVidelitRamki");
+  EXPECT_EQ(user_.message_texts().back(), "No highlighting to remove.");
+
+  commands_->Run("OknoLmt", "Command_SozdatVidi");
+  EXPECT_EQ(user_.message_texts().back(),
+            std::to_string(rows - 1) + " views made.");
+  for (int r = 1; r < rows; ++r) {
+    const std::string& name =
+        commands_->frame_table().Cell(r, Column::kLayoutName);
+    EXPECT_TRUE((*doc)->HasView(name).value_or(false)) << name;
+  }
+  // Every existing view is asked about; "No" keeps them all.
+  for (int r = 1; r < rows; ++r) user_.QueueAnswer(host::Answer::kNo);
+  commands_->Run("OknoLmt", "Command_SozdatVidi");
+  EXPECT_EQ(user_.message_texts().back(), "No view made.");
 }
 
 TEST_F(CommandsTest, CancelWithoutARunningCommandStillSaysSo) {

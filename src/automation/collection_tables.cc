@@ -182,6 +182,7 @@ constexpr Member kLayout[] = {
     {L"Block", &Prop<Layout, &Layout::Block>},
     {L"CopyFrom", &CopyFrom},
     {L"PlotType", &Prop<Layout, &Layout::PlotType, &Layout::SetPlotType>},
+    {L"TabOrder", &Prop<Layout, &Layout::TabOrder, &Layout::SetTabOrder>},
     {L"Delete", &Action<Layout, &Layout::Delete>},
 };
 constexpr Member kLayouts[] = {

@@ -133,6 +133,15 @@ Status Apply(CliOptions& o, std::string_view name, std::string_view value) {
         o.index_columns.emplace_back(value.substr(pos, comma - pos));
       pos = comma + 1;
     }
+  } else if (name == "--mark") {
+    if (value.empty()) return Status::InvalidArgument("--mark expects a file");
+    o.mark = std::string(value);
+  } else if (name == "--by") {
+    if (value.empty()) {
+      return Status::InvalidArgument(
+          "--by expects name, reverse, table or attribute:TAG");
+    }
+    o.by = std::string(value);
   } else if (name == "--sheets-per-file") {
     int count = 0;
     auto [ptr, ec] =
@@ -183,6 +192,8 @@ const std::vector<GlobalOption>& GlobalOptions() {
       {"--index-layout", 1},
       {"--index-at", 1},
       {"--index-columns", 1},
+      {"--mark", 1},
+      {"--by", 1},
       {"-h", 0},
       {"--help", 0},
       {"--version", 0},
@@ -333,6 +344,11 @@ std::string GlobalOptionsHelp() {
          "  --csv FILE             frames: also write the table with the "
          "title\n"
          "                         blocks' attributes as a CSV file\n"
+         "  --mark OUT             frames: also write the drawing with the "
+         "frames\n"
+         "                         outlined and numbered on layer AViewport\n"
+         "  --by ORDER             sort-layouts: name, reverse, table or "
+         "attribute:TAG\n"
          "  --dry-run              create-layouts: print the plan and its "
          "warnings,\n"
          "                         write nothing (no -o needed)\n"

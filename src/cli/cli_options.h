@@ -87,6 +87,9 @@ struct CliOptions {
   std::optional<std::string> index_layout;   // --index-layout NAME
   std::optional<Point2> index_at;            // --index-at X,Y
   std::vector<std::string> index_columns;    // --index-columns TAG,TAG
+  // frames: the drawing with the frames highlighted, written to this file.
+  std::optional<std::string> mark;
+  std::optional<std::string> by;  // sort-layouts: the order
 };
 
 // A handle option's text (1 to 16 hex digits) as the object id the host

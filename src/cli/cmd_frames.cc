@@ -1,7 +1,8 @@
 // layomat frames DRAWING [options] [--json] [--preview FILE.svg]: template
 // capture (with --template), the frame search (the whole model, or the
 // objects of --pick), ordering and naming on DRAWING in the embedded host;
-// prints the frame table. The drawing is only read.
+// prints the frame table. The drawing is only read; --mark OUT writes a copy
+// with the frames highlighted (utilities/frame_marks.h).
 #include <ostream>
 
 #include "cli/embedded_session.h"
@@ -11,6 +12,7 @@
 #include "cli/frame_search_run.h"
 #include "cli/registry.h"
 #include "frames/frame_commands.h"
+#include "utilities/frame_marks.h"
 
 namespace lmt::cli {
 namespace {
@@ -24,7 +26,9 @@ int RunFrames(CommandContext& context) {
   }
   const std::string& drawing = options.args[0];
   Result<std::unique_ptr<EmbeddedSession>> run =
-      EmbeddedSession::Open(context, drawing);
+      options.mark
+          ? EmbeddedSession::OpenToSave(context, drawing, *options.mark)
+          : EmbeddedSession::Open(context, drawing);
   if (!run.ok()) return ReportFileError(context, run.status());
   EmbeddedSession& embedded = **run;
   core::Windows& windows = context.addin.windows();
@@ -54,12 +58,28 @@ int RunFrames(CommandContext& context) {
       return kExitFileError;
     }
   }
+  if (options.mark) {
+    const utilities::MarkReport marked =
+        utilities::HighlightFrames(*embedded.document(), state.table);
+    Status saved = embedded.SaveOutput();
+    if (!saved.ok()) return ReportFileError(context, saved);
+    if (!options.quiet) {
+      context.err << "layomat: " << marked.frames << " of "
+                  << state.table.last_row() << " frames highlighted on layer "
+                  << utilities::kMarkLayer << " in " << *options.mark << "\n";
+    }
+    for (const utilities::Skip& skip : marked.skips.skips()) {
+      context.err << "layomat: " << skip.object << ": " << skip.step << ": "
+                  << skip.status.message() << "\n";
+    }
+  }
   return outcome == frames::Outcome::kDone ? kExitOk : kExitRefused;
 }
 
 const CommandRegistration kFrames({
     "frames",
-    "layomat frames DRAWING [options] [--json] [--preview FILE.svg]",
+    "layomat frames DRAWING [options] [--json] [--preview FILE.svg] "
+    "[--mark OUT]",
     "find the frames of DRAWING and print the frame table",
     &RunFrames,
 });

@@ -166,6 +166,10 @@ class ComLayout : public host::Layout, public ComObject {
     return Put("PlotType", I4Variant(plot_type));
   }
   Status DoDelete() override { return Do("Delete"); }
+  Result<int32_t> DoTabOrder() const override { return GetI4("TabOrder"); }
+  Status DoSetTabOrder(int32_t order) override {
+    return Put("TabOrder", I4Variant(order));
+  }
 };
 
 class ComLayer : public host::Layer, public ComObject {

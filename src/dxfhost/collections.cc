@@ -329,6 +329,30 @@ class DxfLayout : public host::Layout, public Holder {
     return static_cast<int32_t>(
         dxf::ParseInt(layout.tags()[at].value()).value_or(0));
   }
+  Result<int32_t> DoTabOrder() const override {
+    if (Status s = Present(); !s.ok()) return s;
+    dxf::Entity layout = Object();
+    if (!layout.valid()) return d_->IsModel(info_.block) ? 0 : 1;
+    return static_cast<int32_t>(dxf::Layout(layout).tab_order());
+  }
+  Status DoSetTabOrder(int32_t order) override {
+    if (Status s = Present(); !s.ok()) return s;
+    dxf::Entity layout = Object();
+    if (!layout.valid()) {
+      return Status::NotSupported("this drawing's release has one layout only");
+    }
+    if (d_->IsModel(info_.block) != (order == 0) || order < 0) {
+      return Status::InvalidArgument(
+          "tab order 0 is the model tab's and only its");
+    }
+    int at = layout.FindIn("AcDbLayout", 71);
+    if (at < 0) {
+      return Status::NotSupported("the layout has no tab order to change");
+    }
+    layout.SetValueAt(at, dxf::FormatInt(order));
+    d_->ForgetLayouts();
+    return Status();
+  }
   Status DoSetPlotType(int32_t plot_type) override {
     if (Status s = d_->Live(); !s.ok()) return s;
     if (plot_type < 0 || plot_type > 5) {

@@ -1,10 +1,13 @@
 #include "dxfhost/document.h"
 
+#include <cmath>
 #include <filesystem>
+#include <numbers>
 #include <optional>
 #include <string>
 #include <vector>
 
+#include "dxf/builders.h"
 #include "dxf/entity_copy.h"
 #include "dxf/version.h"
 #include "dxfhost/collections.h"
@@ -49,6 +52,76 @@ class DatabaseImpl : public Base {
   Result<host::LayersPtr> DoLayers() const override {
     if (Status s = Live(); !s.ok()) return s;
     return MakeLayers(d_);
+  }
+  Result<bool> DoHasView(std::string_view name) const override {
+    if (Status s = Live(); !s.ok()) return s;
+    return d_->doc->FindTableEntry("VIEW", d_->Encode(name)).valid();
+  }
+  Status DoSetView(const host::NamedView& view) override {
+    if (Status s = Live(); !s.ok()) return s;
+    dxf::Document& doc = *d_->doc;
+    const std::string name = d_->Encode(view.name);
+    if (!dxf::IsValidName(doc, name)) {
+      return Status::InvalidArgument("\"" + view.name +
+                                     "\" cannot name a view");
+    }
+    if (!(view.width > 0) || !(view.height > 0)) {
+      return Status::InvalidArgument("a view needs a positive size");
+    }
+    if (doc.table("VIEW") == nullptr) {
+      return Status::NotSupported("the drawing has no VIEW table");
+    }
+    // The view looks down at its target, the centre, so the centre in the
+    // view's own rotated axes is the origin whatever the twist.
+    double twist = std::fmod(view.twist * 180.0 / std::numbers::pi, 360.0);
+    if (twist < 0) twist += 360.0;
+    const bool r12 = doc.IsR12();
+    std::vector<dxf::Tag> tags;
+    auto add = [&](int code, std::string_view value) {
+      tags.push_back(doc.MakeTag(code, value));
+    };
+    auto number = [&](int code, double value) {
+      add(code, dxf::FormatDouble(value));
+    };
+    add(0, "VIEW");
+    if (!r12) {
+      add(100, "AcDbSymbolTableRecord");
+      add(100, "AcDbViewTableRecord");
+    }
+    add(2, name);
+    add(70, "0");
+    number(40, view.height);
+    number(10, 0);
+    number(20, 0);
+    number(41, view.width);
+    number(11, 0);
+    number(21, 0);
+    number(31, 1);
+    number(12, view.center.x);
+    number(22, view.center.y);
+    number(32, view.center.z);
+    number(42, 50);
+    number(43, 0);
+    number(44, 0);
+    number(50, twist);
+    add(71, "0");
+    if (!r12) {
+      add(281, "0");
+      add(72, "0");
+    }
+    if (dxf::Entity old = doc.FindTableEntry("VIEW", name); old.valid()) {
+      // Replaced in place: same handle, so references to it stay.
+      for (const dxf::Tag& tag : tags) {
+        if (tag.code != 0 && tag.code != 100 && tag.code != 2) {
+          old.Set(tag.code, tag.value());
+        }
+      }
+      return Status();
+    }
+    if (!doc.AddTableEntry("VIEW", std::move(tags)).valid()) {
+      return Status::Refused("the view could not be added");
+    }
+    return Status();
   }
   Result<host::LinetypesPtr> DoLinetypes() const override {
     if (Status s = Live(); !s.ok()) return s;

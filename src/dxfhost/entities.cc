@@ -216,6 +216,64 @@ class EntityImpl : public Base, public RecordHolder {
     return Status();
   }
   Status DoUpdate() override { return Live(); }
+  Result<std::vector<std::string>> DoGetXData(
+      std::string_view application) const override {
+    if (Status s = Live(); !s.ok()) return s;
+    std::vector<std::string> strings;
+    for (const dxf::Tag& tag : E().XData(D().Encode(application))) {
+      if (tag.code == 1000) strings.push_back(D().Decode(tag.value()));
+    }
+    return strings;
+  }
+  Status DoSetXData(std::string_view application,
+                    const std::vector<std::string>& strings) override {
+    if (Status s = Live(); !s.ok()) return s;
+    const std::string app = D().Encode(application);
+    if (app.empty()) {
+      return Status::InvalidArgument("an application name is needed");
+    }
+    dxf::Entity e = E();
+    // Drop the application's block of XDATA: from its 1001 to the next.
+    auto tags = e.tags();
+    for (size_t i = 1; i < tags.size(); ++i) {
+      if (tags[i].code != 1001 || !dxf::EqualsNoCase(tags[i].value(), app)) {
+        continue;
+      }
+      size_t end = i + 1;
+      while (end < tags.size() && tags[end].code != 1001) ++end;
+      e.EraseTags(static_cast<int>(i), static_cast<int>(end));
+      break;
+    }
+    if (strings.empty()) return Status();
+    if (Status s = RegisterApplication(app); !s.ok()) return s;
+    int at = static_cast<int>(e.tags().size());
+    e.InsertTag(at++, 1001, app);
+    for (const std::string& text : strings) {
+      e.InsertTag(at++, 1000, D().Encode(text));
+    }
+    return Status();
+  }
+  // XDATA names an application of the APPID table; a CAD program refuses
+  // a drawing whose XDATA names one that is not there.
+  Status RegisterApplication(const std::string& app) {
+    dxf::Document& doc = *D().doc;
+    if (doc.FindTableEntry("APPID", app).valid()) return Status();
+    if (doc.table("APPID") == nullptr) {
+      return Status::NotSupported("the drawing has no APPID table");
+    }
+    std::vector<dxf::Tag> tags;
+    tags.push_back(doc.MakeTag(0, "APPID"));
+    if (!doc.IsR12()) {
+      tags.push_back(doc.MakeTag(100, "AcDbSymbolTableRecord"));
+      tags.push_back(doc.MakeTag(100, "AcDbRegAppTableRecord"));
+    }
+    tags.push_back(doc.MakeTag(2, app));
+    tags.push_back(doc.MakeTag(70, "0"));
+    if (!doc.AddTableEntry("APPID", std::move(tags)).valid()) {
+      return Status::Refused("the application name could not be registered");
+    }
+    return Status();
+  }
 
   std::shared_ptr<Drawing> d_;
   dxf::RecordId id_;

@@ -9,6 +9,7 @@
 #include "frames/frame_ordering.h"
 #include "frames/frame_readers.h"
 #include "frames/frame_template.h"
+#include "frames/highlight_mark.h"
 #include "host/connection.h"
 #include "host/host_kind.h"
 
@@ -156,7 +157,9 @@ Outcome FrameCommands::Search(int mode) {
   bool interrupted = false;
   for (size_t i = 0; i < walk.size(); ++i) {
     if (counter >= table.row_count()) table.SetRowCount(counter + 1);
-    if (reader.Read(*walk[i], counter)) ++counter;
+    if (!IsHighlightMark(*walk[i]) && reader.Read(*walk[i], counter)) {
+      ++counter;
+    }
     user.SetProgressValue(static_cast<int32_t>(i + 1));
     user.PumpEvents();
     if (user.interrupted()) {

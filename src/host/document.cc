@@ -68,6 +68,14 @@ Result<ObjectPtr> Database::DoObjectIdToObject(uint64_t /*object_id*/) const {
   return Unsupported("Database.ObjectIdToObject");
 }
 
+Result<bool> Database::DoHasView(std::string_view /*name*/) const {
+  return Unsupported("Database.HasView");
+}
+
+Status Database::DoSetView(const NamedView& /*view*/) {
+  return Unsupported("Database.SetView");
+}
+
 Result<std::string> Document::DoName() const {
   return Unsupported("Document.Name");
 }

@@ -103,6 +103,18 @@ class Utility : public Object {
                                                bool displacement) const;
 };
 
+// A named view of model space in plan (the drawing's VIEW table): the world
+// point at the middle of the screen, the model extent shown, and the twist
+// (radians, counter-clockwise: a model direction at angle a shows at a +
+// twist).
+struct NamedView {
+  std::string name;
+  Point center;
+  double width = 0;
+  double height = 0;
+  double twist = 0;
+};
+
 // What every drawing holds.
 class Database : public Object {
  public:
@@ -149,6 +161,16 @@ class Database : public Object {
     if (Status s = Enter("Database.ObjectIdToObject"); !s.ok()) return s;
     return DoObjectIdToObject(object_id);
   }
+  // Whether a named view of that name exists (without regard to case).
+  Result<bool> HasView(std::string_view name) const {
+    if (Status s = Enter("Database.HasView"); !s.ok()) return s;
+    return DoHasView(name);
+  }
+  // Adds the named view, replacing one of the same name.
+  Status SetView(const NamedView& view) {
+    if (Status s = Enter("Database.SetView"); !s.ok()) return s;
+    return DoSetView(view);
+  }
 
  protected:
   using Object::Object;
@@ -164,6 +186,8 @@ class Database : public Object {
   virtual Result<std::vector<EntityPtr>> DoCopyObjects(
       const std::vector<EntityPtr>& objects, const BlockPtr& owner);
   virtual Result<ObjectPtr> DoObjectIdToObject(uint64_t object_id) const;
+  virtual Result<bool> DoHasView(std::string_view name) const;
+  virtual Status DoSetView(const NamedView& view);
 };
 
 // A drawing open in the CAD program.

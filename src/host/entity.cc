@@ -2,6 +2,16 @@
 
 namespace lmt::host {
 
+Result<std::vector<std::string>> Entity::DoGetXData(
+    std::string_view /*application*/) const {
+  return Unsupported("Entity.GetXData");
+}
+
+Status Entity::DoSetXData(std::string_view /*application*/,
+                          const std::vector<std::string>& /*strings*/) {
+  return Unsupported("Entity.SetXData");
+}
+
 Result<std::string> Entity::DoObjectName() const {
   return Unsupported("Entity.ObjectName");
 }

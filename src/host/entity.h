@@ -117,6 +117,21 @@ class Entity : public Object {
     if (Status s = Enter("Entity.Update"); !s.ok()) return s;
     return DoUpdate();
   }
+  // Extended data of one registered application: the strings (group 1000)
+  // stored under its name, in order; empty when the entity has none.
+  Result<std::vector<std::string>> GetXData(
+      std::string_view application) const {
+    if (Status s = Enter("Entity.GetXData"); !s.ok()) return s;
+    return DoGetXData(application);
+  }
+  // Replaces the application's extended data with `strings`, registering the
+  // application name in the drawing when it is not yet; an empty list
+  // removes the application's data. Other applications' data stay.
+  Status SetXData(std::string_view application,
+                  const std::vector<std::string>& strings) {
+    if (Status s = Enter("Entity.SetXData"); !s.ok()) return s;
+    return DoSetXData(application, strings);
+  }
 
  protected:
   using Object::Object;
@@ -141,6 +156,10 @@ class Entity : public Object {
   virtual Result<EntityPtr> DoCopy();
   virtual Status DoMove(const Point& from, const Point& to);
   virtual Status DoUpdate();
+  virtual Result<std::vector<std::string>> DoGetXData(
+      std::string_view application) const;
+  virtual Status DoSetXData(std::string_view application,
+                            const std::vector<std::string>& strings);
 };
 
 // A lightweight polyline ("AcDbPolyline", DXF LWPOLYLINE).

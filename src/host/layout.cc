@@ -24,6 +24,14 @@ Status Layout::DoSetPlotType(int32_t /*plot_type*/) {
   return Unsupported("Layout.SetPlotType");
 }
 
+Result<int32_t> Layout::DoTabOrder() const {
+  return Unsupported("Layout.TabOrder");
+}
+
+Status Layout::DoSetTabOrder(int32_t /*order*/) {
+  return Unsupported("Layout.SetTabOrder");
+}
+
 Status Layout::DoDelete() { return Unsupported("Layout.Delete"); }
 
 Result<int32_t> Layouts::DoCount() const {

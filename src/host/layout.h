@@ -54,6 +54,15 @@ class Layout : public Object {
     if (Status s = Enter("Layout.Delete"); !s.ok()) return s;
     return DoDelete();
   }
+  // The tab's place: 0 for "Model", 1.. for the paper layouts left to right.
+  Result<int32_t> TabOrder() const {
+    if (Status s = Enter("Layout.TabOrder"); !s.ok()) return s;
+    return DoTabOrder();
+  }
+  Status SetTabOrder(int32_t order) {
+    if (Status s = Enter("Layout.SetTabOrder"); !s.ok()) return s;
+    return DoSetTabOrder(order);
+  }
 
  protected:
   using Object::Object;
@@ -66,6 +75,8 @@ class Layout : public Object {
   virtual Result<int32_t> DoPlotType() const;
   virtual Status DoSetPlotType(int32_t plot_type);
   virtual Status DoDelete();
+  virtual Result<int32_t> DoTabOrder() const;
+  virtual Status DoSetTabOrder(int32_t order);
 };
 
 // Item by index (collection order, "Model" included) or by name.

@@ -1,0 +1,52 @@
+// layomat unmark DRAWING -o OUT: removes the highlighting that
+// `frames --mark` (or the add-in's highlight button) drew, and only that;
+// saves OUT. With nothing to remove, says so, exits 1 and writes nothing.
+#include <ostream>
+
+#include "cli/embedded_session.h"
+#include "cli/registry.h"
+#include "utilities/frame_marks.h"
+
+namespace lmt::cli {
+namespace {
+
+int RunUnmark(CommandContext& context) {
+  const CliOptions& options = context.options;
+  if (options.args.size() != 1) {
+    context.err << "layomat: unmark expects one DRAWING\n"
+                   "Try 'layomat unmark --help'.\n";
+    return kExitUsage;
+  }
+  Result<std::unique_ptr<EmbeddedSession>> run =
+      EmbeddedSession::OpenToSave(context, options.args[0], *options.output);
+  if (!run.ok()) return ReportFileError(context, run.status());
+  const utilities::MarkReport removed =
+      utilities::RemoveHighlighting(*(*run)->document());
+  for (const utilities::Skip& skip : removed.skips.skips()) {
+    context.err << "layomat: " << skip.object << ": " << skip.step << ": "
+                << skip.status.message() << "\n";
+  }
+  if (removed.erased == 0) {
+    context.err << "layomat: " << options.args[0]
+                << " has no frame highlighting to remove\n";
+    return kExitRefused;
+  }
+  Status saved = (*run)->SaveOutput();
+  if (!saved.ok()) return ReportFileError(context, saved);
+  if (!options.quiet) {
+    context.err << "layomat: " << removed.erased
+                << " highlighting objects removed\n";
+  }
+  return kExitOk;
+}
+
+const CommandRegistration kUnmark({
+    "unmark",
+    "layomat unmark DRAWING -o OUT [options]",
+    "remove the frame highlighting drawn by frames --mark",
+    &RunUnmark,
+    kRequiresOutput,
+});
+
+}  // namespace
+}  // namespace lmt::cli

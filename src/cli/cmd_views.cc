@@ -1,0 +1,74 @@
+// layomat views DRAWING [frame options] -o OUT: the frame search as
+// `frames` runs it, then one named view per row, named like its layout
+// (layouts/frame_views.h); saves OUT. A view of the same name is replaced
+// only with --yes.
+#include <ostream>
+
+#include "cli/embedded_session.h"
+#include "cli/frame_output.h"
+#include "cli/frame_search_run.h"
+#include "cli/registry.h"
+#include "frames/frame_commands.h"
+#include "layouts/frame_views.h"
+
+namespace lmt::cli {
+namespace {
+
+int RunViews(CommandContext& context) {
+  const CliOptions& options = context.options;
+  if (options.args.size() != 1) {
+    context.err << "layomat: views expects one DRAWING\n"
+                   "Try 'layomat views --help'.\n";
+    return kExitUsage;
+  }
+  Result<std::unique_ptr<EmbeddedSession>> run =
+      EmbeddedSession::OpenToSave(context, options.args[0], *options.output);
+  if (!run.ok()) return ReportFileError(context, run.status());
+  EmbeddedSession& embedded = **run;
+
+  frames::FrameState state;
+  frames::FrameCommands commands(embedded.session(), state,
+                                 MainWindowNamer(context.addin.windows()));
+  if (CaptureAndSearch(context, embedded, commands) != frames::Outcome::kDone) {
+    return kExitRefused;
+  }
+  const bool yes = options.yes;
+  const layouts::ViewsReport views = layouts::CreateFrameViews(
+      *embedded.document(), state.table, [&](std::string_view name) {
+        if (!yes) {
+          context.err << "layomat: view " << name
+                      << " exists; kept (--yes replaces it)\n";
+        }
+        return yes;
+      });
+  for (const utilities::Skip& skip : views.skips.skips()) {
+    context.err << "layomat: " << skip.object << ": " << skip.step << ": "
+                << skip.status.message() << "\n";
+  }
+  if (views.made + views.replaced == 0) {
+    context.err << "layomat: no view to make in " << options.args[0] << "\n";
+    return kExitRefused;
+  }
+  Status saved = embedded.SaveOutput();
+  if (!saved.ok()) return ReportFileError(context, saved);
+  if (!options.quiet) {
+    for (const std::string& name : views.names) {
+      context.out << "view " << name << "\n";
+    }
+    context.out << views.made << " views made, " << views.replaced
+                << " replaced, " << views.kept << " kept -> " << *options.output
+                << "\n";
+  }
+  return kExitOk;
+}
+
+const CommandRegistration kViews({
+    "views",
+    "layomat views DRAWING -o OUT [options] [--yes]",
+    "make a named view of each frame, named like its layout",
+    &RunViews,
+    kRequiresOutput,
+});
+
+}  // namespace
+}  // namespace lmt::cli
