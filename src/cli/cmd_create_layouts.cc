@@ -111,6 +111,11 @@ int RunCreateLayouts(CommandContext& context) {
                         ReportFileError(context, run.status()));
   }
   EmbeddedSession& embedded = **run;
+  if (Status ready =
+          embedded.PrepareForLayouts(context.err, context.options.quiet);
+      !ready.ok()) {
+    return FinishReport(context, nothing_done, ReportFileError(context, ready));
+  }
   core::Windows& windows = context.addin.windows();
 
   frames::FrameState state;

@@ -116,27 +116,66 @@ TEST_F(UtilityCommandsTest, BadCommandLinesExitTwo) {
   ExpectFiles({"sheets.dxf"});
 }
 
-TEST_F(UtilityCommandsTest, UnreadableOrUnwritableDrawingsExitThree) {
-  LMT_SKIP_WITHOUT_SHARED();
+TEST_F(UtilityCommandsTest, UnreadableDrawingsExitThree) {
   test::LayomatRun missing = Layomat("viewports on nothing.dxf -o out.dxf");
   EXPECT_EQ(missing.status, 3);
   EXPECT_NE(missing.all().find("nothing.dxf"), std::string::npos);
-  // The engine reads R12 but writes 2000 and later only.
-  test::LayomatRun r12 = Layomat("viewports on '" + SharedDir() +
-                                 "/dxf-samples/s_AC1009.dxf' -o out.dxf");
-  EXPECT_EQ(r12.status, 3);
-  EXPECT_NE(r12.all().find("out.dxf"), std::string::npos);
   ExpectFiles({"sheets.dxf"});
 }
 
-TEST_F(UtilityCommandsTest, OurR12DrawingIsReadButNotWritten) {
-  test::LayomatRun r12 = Layomat(
-      "viewports on " +
-      testing::ShellQuote(testing::TestdataPath("releases/sheets_r12.dxf")) +
-      " -o out.dxf");
-  EXPECT_EQ(r12.status, 3);
-  EXPECT_NE(r12.all().find("out.dxf"), std::string::npos);
-  ExpectFiles({"sheets.dxf"});
+// R12 keeps a viewport's view in extended data and says "off" with 68 = 0
+// alone: the edits keep to that form and to the release.
+TEST_F(UtilityCommandsTest, R12DrawingsAreEditedInTheirOwnRelease) {
+  LMT_SKIP_WITHOUT_SHARED();
+  // Written by a CAD program: the layout's own viewport 267 and 26B.
+  fs::copy_file(SharedDir() + "/dxf-corpus/files/024_sample_AC1009_ascii.dxf",
+                dir_ / "r12.dxf");
+  // The test drawing's viewport shows the frame at (0..42000, 0..29700);
+  // the circle far below it goes, the one inside stays.
+  fs::copy_file(std::string(LMT_TESTDATA_DIR) + "/cli/frames_r12.dxf",
+                dir_ / "frames.dxf");
+  ASSERT_EQ(Layomat("viewports off r12.dxf -o off.dxf").status, 0);
+  ASSERT_EQ(Layomat("viewports on off.dxf -o on.dxf").status, 0);
+  ASSERT_EQ(
+      Layomat("delete-outside frames.dxf --viewport 35 -o cut.dxf").status, 0);
+  testing::ShellRun read = testing::RunShell(
+      "/usr/bin/python3 - " + testing::ShellQuote(dir_.path().string()) +
+      " <<'EOF'\n"
+      "import ezdxf, sys, os\n"
+      "for name in ('off', 'on', 'cut'):\n"
+      "    doc = ezdxf.readfile(os.path.join(sys.argv[1], name + '.dxf'))\n"
+      "    vps = [(v.dxf.handle, v.dxf.status, v.dxf.hasattr('flags'))"
+      " for v in doc.layout().query('VIEWPORT')]\n"
+      "    circles = sorted(round(c.dxf.center.y) for c in"
+      " doc.modelspace().query('CIRCLE'))\n"
+      "    print(name, doc.dxfversion, vps, circles if name == 'cut' else '')\n"
+      "EOF\n");
+  ASSERT_EQ(read.status, 0) << read.out;
+  EXPECT_EQ(read.out,
+            "off AC1009 [('267', 1, False), ('26B', 0, False)] \n"
+            "on AC1009 [('267', 1, False), ('26B', 2, False)] \n"
+            "cut AC1009 [('35', 1, False)] [14850]\n");
+  // Off and on again gives back the input byte for byte, but for the
+  // viewport's status, written afresh.
+  const std::string before = Bytes(dir_ / "r12.dxf");
+  std::string after = Bytes(dir_ / "on.dxf");
+  const std::string fresh = "\n 68\n2\n";
+  const size_t at = after.find(fresh);
+  ASSERT_NE(at, std::string::npos);
+  after.replace(at, fresh.size(), "\n 68\n     2\n");
+  EXPECT_TRUE(after == before) << "the round trip changed more than 68";
+}
+
+TEST_F(UtilityCommandsTest, FilesWithoutAReleaseAreReadAndWrittenAsR12) {
+  // The smallest drawing a CAD program reads: entities only.
+  const std::string bare =
+      "0\nSECTION\n2\nENTITIES\n0\nLINE\n8\n0\n10\n0\n20\n0\n11\n"
+      "1\n21\n1\n0\nENDSEC\n0\nEOF\n";
+  ASSERT_TRUE(core::WriteFileAtomically(dir_ / "bare.dxf", bare).ok());
+  EXPECT_EQ(*DxfRelease((dir_ / "bare.dxf").string()), "AC1009");
+  test::LayomatRun run = Layomat("recover bare.dxf -o out.dxf");
+  ASSERT_EQ(run.status, 0) << run.all();
+  EXPECT_EQ(Bytes(dir_ / "out.dxf"), bare);
 }
 
 TEST(DxfReleaseTest, ReadsTheHeadersOfOurReleases) {
@@ -153,7 +192,8 @@ TEST(DxfReleaseTest, ReadsAsciiAndBinaryHeaders) {
   EXPECT_EQ(*DxfRelease(samples + "s_AC1032_bin.dxf"), "AC1032");
   EXPECT_EQ(*DxfRelease(samples + "s_AC1015.dxf"), "AC1015");
   EXPECT_EQ(*DxfSaveType("AC1015"), 13);
-  EXPECT_EQ(DxfSaveType("AC1009").status().code(), StatusCode::kNotSupported);
+  EXPECT_EQ(*DxfSaveType("AC1009"), 1);
+  EXPECT_EQ(DxfSaveType("AC1099").status().code(), StatusCode::kNotSupported);
   EXPECT_EQ(DxfRelease(samples + "missing.dxf").status().code(),
             StatusCode::kIOError);
 }

@@ -134,6 +134,36 @@ TEST_F(CreateLayoutsCommandTest, OutputEqualToDrawingReplacesIt) {
   EXPECT_FALSE(std::filesystem::exists(copy + ".lmt-tmp"));
 }
 
+// Layouts need DXF 2000: an R14 drawing becomes one, and the run says so;
+// R12 is refused with its reason and nothing is written.
+TEST_F(CreateLayoutsCommandTest, OlderReleasesBecomeDxf2000OrAreRefused) {
+  LMT_SKIP_WITHOUT_SHARED();
+  const std::string r14 =
+      lmt::testing::SharedDir() + "/dxf-corpus/files/394_Test2.dxf";
+  test::LayomatRun run =
+      Layomat("create-layouts '" + r14 +
+              "' --template layer:ENTREE__SORTIE -o '" + Out("r14.dxf") + "'");
+  ASSERT_EQ(run.status, 0) << run.all();
+  EXPECT_NE(run.err.find("is R14, which has no layouts: " + Out("r14.dxf") +
+                         " is written as DXF 2000"),
+            std::string::npos)
+      << run.err;
+  lmt::testing::ShellRun read = lmt::testing::RunShell(
+      "/usr/bin/python3 -c \"import ezdxf,sys; d = ezdxf.readfile(sys.argv[1]);"
+      " a = d.audit(); print(d.dxfversion, len(d.layouts), len(a.errors))\" " +
+      lmt::testing::ShellQuote(Out("r14.dxf")) + " 2>&1");
+  EXPECT_EQ(read.out, "AC1015 11 0\n");  // Model, Layout1 and 9 sheets
+
+  test::LayomatRun r12 =
+      Layomat("create-layouts '" + std::string(LMT_TESTDATA_DIR) +
+              "/cli/frames_r12.dxf' -o '" + Out("r12.dxf") + "'");
+  EXPECT_EQ(r12.status, 3) << r12.all();
+  EXPECT_NE(r12.err.find("R12 drawing cannot be given layouts"),
+            std::string::npos)
+      << r12.err;
+  EXPECT_FALSE(std::filesystem::exists(Out("r12.dxf")));
+}
+
 }  // namespace
 }  // namespace lmt::cli
 

@@ -177,6 +177,11 @@ int RunCreateLayoutsDryRun(CommandContext& context) {
       EmbeddedSession::Open(context, drawing);
   if (!run.ok()) return ReportFileError(context, run.status());
   EmbeddedSession& embedded = **run;
+  if (Status ready =
+          embedded.PrepareForLayouts(context.err, context.options.quiet);
+      !ready.ok()) {
+    return ReportFileError(context, ready);
+  }
 
   frames::FrameState state;
   frames::FrameCommands commands(embedded.session(), state,

@@ -15,8 +15,7 @@ namespace {
 // much finds it without loading a large drawing twice.
 constexpr size_t kHeadBytes = 64 * 1024;
 
-// The oldest release the embedded engine writes.
-constexpr std::string_view kOldestWritten = "AC1015";
+constexpr std::string_view kR12 = "AC1009";
 
 // A name for the temporary file beside `target` that no file has yet.
 // Hidden, and ending in ".dxf" so that the host adds no extension.
@@ -45,18 +44,24 @@ Result<std::string> DxfRelease(const std::string& path) {
   // In ASCII the value follows on the next line but one, in binary after a
   // group code; either way it is the next "AC" word.
   size_t value = name == std::string::npos ? name : head.find("AC", name + 8);
+  // Files without it, and releases before R12, are read as R12, as CAD
+  // programs read them; they are written as R12 too.
   if (value == std::string::npos || value > name + 40 ||
       value + 6 > head.size()) {
-    return Status::Corruption(path + ": no $ACADVER in the header");
+    return std::string(kR12);
   }
-  return head.substr(value, 6);
+  std::string release = head.substr(value, 6);
+  const bool numbered =
+      release.find_first_not_of("0123456789", 2) == std::string::npos;
+  if (!numbered || release < kR12) return std::string(kR12);  // "AC2.10"
+  return release;
 }
 
 Result<int> DxfSaveType(const std::string& release) {
   const host::Release* known = host::FindReleaseByAcadver(release);
-  if (known == nullptr || known->acadver < kOldestWritten) {
+  if (known == nullptr) {
     return Status::NotSupported("release " + release +
-                                " cannot be written (DXF 2000 and later only)");
+                                " is not one the engine writes");
   }
   return known->dxf_save_type;
 }
@@ -86,10 +91,11 @@ Status CheckOutput(const std::string& out) {
 }
 
 Status SaveDrawing(host::Document& document, const std::string& source,
-                   const std::string& out) {
+                   const std::string& out, std::string_view at_least) {
   if (Status usable = CheckOutput(out); !usable.ok()) return usable;
   Result<std::string> release = DxfRelease(source);
   if (!release.ok()) return release.status();
+  if (*release < at_least) release = std::string(at_least);
   Result<int> save_type = DxfSaveType(*release);
   if (!save_type.ok()) {
     return Status(save_type.status().code(),

@@ -9,6 +9,7 @@
 #define LMT_CLI_DRAWING_OUTPUT_H_
 
 #include <string>
+#include <string_view>
 
 #include "core/status.h"
 #include "host/document.h"
@@ -16,11 +17,12 @@
 namespace lmt::cli {
 
 // The $ACADVER of the DXF file `path` (ASCII or binary), e.g. "AC1032";
-// IOError when it cannot be read, Corruption when it names no release.
+// "AC1009" (R12) for a file without one or of a release before R12;
+// IOError when it cannot be read.
 Result<std::string> DxfRelease(const std::string& path);
 
-// The host's DXF save-as type of release `release` ("AC1015" 13 ...
-// "AC1032" 65); NotSupported for a release the add-in cannot save (R12).
+// The host's DXF save-as type of release `release` ("AC1009" 1 ...
+// "AC1032" 65); NotSupported for a word that names no release.
 Result<int> DxfSaveType(const std::string& release);
 
 // IOError naming `out` when it cannot be the output file: a folder, in a
@@ -28,11 +30,12 @@ Result<int> DxfSaveType(const std::string& release);
 // Commands check it before they change anything.
 Status CheckOutput(const std::string& out);
 
-// Saves `document` as `out` in the release of `source`. On failure OUT is
-// left as it was, no temporary file remains, and the status (IOError or
-// NotSupported) names OUT.
+// Saves `document` as `out` in the release of `source`, or in
+// `at_least` ("AC1015") when that is newer. On failure OUT is left as it
+// was, no temporary file remains, and the status (IOError or NotSupported)
+// names OUT.
 Status SaveDrawing(host::Document& document, const std::string& source,
-                   const std::string& out);
+                   const std::string& out, std::string_view at_least = {});
 
 }  // namespace lmt::cli
 

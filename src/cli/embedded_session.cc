@@ -16,6 +16,9 @@
 namespace lmt::cli {
 namespace {
 
+// The first release with layouts.
+constexpr char kLayoutRelease[] = "AC1015";
+
 std::shared_ptr<dxfhost::DxfApplication> MakeApplication(host::HostKind kind,
                                                          host::User* user,
                                                          bool recover) {
@@ -92,9 +95,24 @@ Result<std::unique_ptr<EmbeddedSession>> EmbeddedSession::OpenToSave(
 
 EmbeddedSession::~EmbeddedSession() { user_.ReleaseHeldMessages(); }
 
+Status EmbeddedSession::PrepareForLayouts(std::ostream& err, bool quiet) {
+  Result<std::string> converted = dxfhost::UpgradeForLayouts(*document_);
+  if (!converted.ok()) {
+    return Status::NotSupported(drawing_ + ": " + converted.status().message());
+  }
+  if (converted->empty()) return Status::Ok();
+  release_at_least_ = kLayoutRelease;
+  if (quiet) return Status::Ok();
+  err << "layomat: " << drawing_ << " is " << *converted
+      << ", which has no layouts: "
+      << (out_.empty() ? std::string("the result would be") : out_ + " is")
+      << " written as DXF 2000\n";
+  return Status::Ok();
+}
+
 Status EmbeddedSession::SaveOutput() {
   LMT_CHECK(!out_.empty());
-  Status saved = SaveDrawing(*document_, drawing_, out_);
+  Status saved = SaveDrawing(*document_, drawing_, out_, release_at_least_);
   if (saved.ok()) {
     user_.ReleaseHeldMessages();
   } else {
@@ -113,7 +131,8 @@ Status EmbeddedSession::SaveOutputSet(
   const std::string whole =
       core::PathToUtf8(std::filesystem::path(out).replace_filename(
           "." + core::PathToUtf8(out.filename()) + ".layomat-whole.dxf"));
-  Status saved = targets.size() > 1 ? SaveDrawing(*document_, drawing_, whole)
+  Status saved = targets.size() > 1 ? SaveDrawing(*document_, drawing_, whole,
+                                                  release_at_least_)
                                     : Status::Ok();
   Result<host::DocumentsPtr> documents = application_->Documents();
   if (saved.ok() && !documents.ok()) saved = documents.status();
@@ -126,7 +145,9 @@ Status EmbeddedSession::SaveOutputSet(
         copy = *opened;
       }
       Status written = DeleteLayouts(*copy, without[i]);
-      if (written.ok()) written = SaveDrawing(*copy, drawing_, temporary);
+      if (written.ok()) {
+        written = SaveDrawing(*copy, drawing_, temporary, release_at_least_);
+      }
       if (copy != document_) (void)copy->Close(false);
       if (!written.ok()) {
         return Status::IOError(targets[i] + ": " + written.message());

@@ -20,6 +20,7 @@
 #define LMT_CLI_EMBEDDED_SESSION_H_
 
 #include <memory>
+#include <ostream>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -87,6 +88,13 @@ class EmbeddedSession {
   Status SaveOutputSet(const std::vector<std::string>& targets,
                        const std::vector<std::vector<std::string>>& without);
 
+  // Layouts need DXF 2000: an R13 or R14 drawing is converted in memory,
+  // says so in one line on `err` (unless `quiet`), and is saved as DXF
+  // 2000. NotSupported, naming the drawing, for R12, which is not
+  // converted. Call it right after opening, before anything reads the
+  // drawing through the host.
+  Status PrepareForLayouts(std::ostream& err, bool quiet);
+
   CliUser& user() { return user_; }
   host::Session& session() { return session_; }
   const host::ApplicationPtr& application() const { return application_; }
@@ -105,6 +113,9 @@ class EmbeddedSession {
   host::DocumentPtr document_;
   std::string drawing_;
   std::string out_;  // empty: the command writes no drawing
+  // The release the output is written in when the drawing's own is older
+  // (empty: its own).
+  std::string release_at_least_;
 };
 
 // Writes "layomat: MESSAGE" for a drawing that could not be read or written

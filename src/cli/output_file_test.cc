@@ -70,6 +70,12 @@ class OutputFileTest : public ::testing::Test {
                        const std::string& out, const std::string& extra = "") {
     fs::copy_file(kInputs + input.file, dir_ / input.file,
                   fs::copy_options::overwrite_existing);
+    return RunOn(command, input, out, extra);
+  }
+  // The same on input.file as it already is in the scratch folder.
+  test::LayomatRun RunOn(const SavingCommand& command, const Input& input,
+                         const std::string& out,
+                         const std::string& extra = "") {
     std::string line = command.line;
     line.replace(line.find("IN"), 2, testing::ShellQuote(input.file));
     if (size_t vp = line.find("VP"); vp != std::string::npos) {
@@ -197,18 +203,23 @@ TEST_P(EveryCommandTest, UnwritableOutputIsAFileErrorLeavingNothing) {
 }
 
 TEST_P(EveryCommandTest, NoSuccessMessageWhenTheSaveIsRefused) {
-  // The engine reads R12 but writes 2000 and later only: the command runs,
+  // A release newer than any the engine writes: the command reads and runs,
   // then its save is refused.
-  // R12 has no "Pattern" layout to copy: empty layouts.
-  const Input r12{"frames_r12.dxf", "AC1009", false, "35"};
-  test::LayomatRun run = Run(GetParam(), r12, "out.dxf",
-                             " --set OknoLmt.OptionVidSozdatLayout0=True");
+  std::string future =
+      core::ReadFileBytes(kInputs + "frames_2018.dxf").value_or("");
+  const size_t at = future.find("AC1032");
+  ASSERT_NE(at, std::string::npos);
+  future.replace(at, 6, "AC1099");
+  ASSERT_TRUE(core::WriteFileAtomically(dir_ / "future.dxf", future).ok());
+  test::LayomatRun run =
+      RunOn(GetParam(), Input{"future.dxf", "AC1099", false, "A0"}, "out.dxf");
   ASSERT_EQ(run.status, 3) << run.all();
   EXPECT_NE(run.err.find("out.dxf"), std::string::npos) << run.err;
+  EXPECT_NE(run.err.find("AC1099"), std::string::npos) << run.err;
   EXPECT_EQ(run.err.find(": Ok"), std::string::npos) << run.err;
   EXPECT_EQ(run.err.find("Создание вкладок закончено"), std::string::npos)
       << run.err;
-  EXPECT_EQ(Names(), std::vector<std::string>{r12.file});
+  EXPECT_EQ(Names(), std::vector<std::string>{"future.dxf"});
 }
 
 INSTANTIATE_TEST_SUITE_P(SavingCommands, EveryCommandTest,

@@ -73,6 +73,8 @@ Status Document::Init(std::string_view data, ReadOptions options) {
   Status s = ReadTags(data, name_, &db_.arena(), &file, options.recover);
   if (!s.ok()) return s;
   binary_ = file.binary;
+  if (!binary_) ascii_source_ = data;
+  db_.SetSource(ascii_source_);
   one_byte_codes_ = file.one_byte_codes;
   crlf_ = file.crlf;
   recover_ = options.recover;
@@ -155,6 +157,7 @@ Status Document::Build(const std::vector<Tag>& tags,
     RecordId comment = comments();
     if (i >= n || tags[i].Is(0, "EOF")) {
       trailing_comments_ = comment;
+      if (i < n) eof_ = i;
       break;
     }
     if (!tags[i].Is(0, "SECTION")) {
@@ -195,7 +198,7 @@ Status Document::Build(const std::vector<Tag>& tags,
     if (std::find_if(section_order_.begin(), section_order_.end(),
                      [&](const auto& s) { return s.name == name; }) ==
         section_order_.end()) {
-      section_order_.push_back(SectionRef{name, head, comment});
+      section_order_.push_back(SectionRef{name, head, comment, j});
     }
     auto type_of = [&](size_t k) { return tags[recs[k].second].value(); };
     // Groups INSERT+ATTRIB+SEQEND and POLYLINE+VERTEX+SEQEND.
@@ -305,6 +308,7 @@ Status Document::Build(const std::vector<Tag>& tags,
   AssignBlockRoles();
   for (RecordId id : pending) Route(id);
   if (recover_) RepairHandles(repeated);
+  loaded_max_handle_ = db_.max_handle();
   if (!had_entities_section_) {
     auto it = std::find_if(section_order_.begin(), section_order_.end(),
                            [](const auto& s) { return s.name == "OBJECTS"; });
@@ -408,8 +412,13 @@ void Document::Route(RecordId id) {
 }
 
 std::string_view Document::version() const {
+  // Files without $ACADVER, and releases before R12 ("AC1006", "AC2.10"),
+  // are read as R12, as CAD programs read them.
   auto v = HeaderValue("$ACADVER");
-  return v ? *v : std::string_view("AC1009");
+  const bool release_word =
+      v && v->size() == 6 && v->starts_with("AC") &&
+      v->find_first_not_of("0123456789", 2) == std::string_view::npos;
+  return release_word && *v >= "AC1009" ? *v : std::string_view("AC1009");
 }
 
 std::span<const Tag> Document::HeaderTags(std::string_view name) const {
@@ -757,6 +766,8 @@ std::string Document::ToString() {
   std::string out;
   out.reserve(input_size_ + db_.arena().bytes_used() + 4096);
   TagWriter w(&out, crlf_);
+  w.SetSource(ascii_source_);
+  w.SetValues(&db_);
   Serialize(w);
   return out;
 }
@@ -767,6 +778,8 @@ Status Document::ToString(DxfFormat format, std::string* out) {
   TagWriter w = format == DxfFormat::kBinary
                     ? TagWriter::Binary(out, nullptr, one_byte_codes_)
                     : TagWriter(out, crlf_);
+  if (format == DxfFormat::kAscii) w.SetSource(ascii_source_);
+  w.SetValues(&db_);
   Serialize(w);
   if (!w.ok()) return Status::Corruption(name_ + ": " + w.error());
   return Status::Ok();
@@ -774,7 +787,9 @@ Status Document::ToString(DxfFormat format, std::string* out) {
 
 void Document::Serialize(TagWriter& w) {
   // Later tools allocate from $HANDSEED, so it must exceed every handle.
-  if (HeaderValue("$HANDSEED") || !IsR12()) {
+  // A drawing that gained no handle keeps its header as it was.
+  const bool grew = db_.max_handle() > loaded_max_handle_;
+  if ((grew || recover_) && (HeaderValue("$HANDSEED") || !IsR12())) {
     uint64_t seed = HandSeed();
     if (seed <= db_.max_handle()) {
       SetHeader("$HANDSEED", 5, FormatHandle(db_.max_handle() + 1));
@@ -785,7 +800,8 @@ void Document::Serialize(TagWriter& w) {
       if (!db_.erased(id)) w.Write(db_.tags(id));
     }
   };
-  for (const auto& [sec, head, comment] : section_order_) {
+  for (const auto& [sec, head, comment, end] : section_order_) {
+    if (head == kNoRecord && sec == "ENTITIES" && SpacesEmpty()) continue;
     if (comment != kNoRecord) w.Write(db_.tags(comment));
     if (head != kNoRecord) {
       w.Write(db_.tags(head));
@@ -838,10 +854,32 @@ void Document::Serialize(TagWriter& w) {
         if (r.name == sec) write_ids(r.records);
       }
     }
-    w.Write(0, "ENDSEC");
+    if (end != kNoTag) {
+      w.Write(db_.base()[end]);
+    } else {
+      w.Write(0, "ENDSEC");
+    }
   }
   if (trailing_comments_ != kNoRecord) w.Write(db_.tags(trailing_comments_));
-  w.Write(0, "EOF");
+  if (eof_ != kNoTag) {
+    w.Write(db_.base()[eof_]);
+    // What follows EOF (an old end-of-file mark, say) goes along too.
+    const Tag& eof = db_.base()[eof_];
+    if (!ascii_source_.empty()) {
+      size_t rest = ascii_source_.find(
+          '\n', static_cast<size_t>(eof.data() - ascii_source_.data()));
+      if (rest != std::string_view::npos) {
+        w.WriteVerbatim(ascii_source_.substr(rest + 1));
+      }
+    }
+  } else {
+    w.Write(0, "EOF");
+  }
+}
+
+bool Document::SpacesEmpty() const {
+  return (model_ == nullptr || model_->entities.empty()) &&
+         (paper_ == nullptr || paper_->entities.empty());
 }
 
 Status Document::Save(const std::string& path) { return Save(path, format()); }
@@ -855,6 +893,8 @@ Status Document::Save(const std::string& path, DxfFormat format) {
   TagWriter w = format == DxfFormat::kBinary
                     ? TagWriter::Binary(&buffer, f, one_byte_codes_)
                     : TagWriter(&buffer, crlf_, f);
+  if (format == DxfFormat::kAscii) w.SetSource(ascii_source_);
+  w.SetValues(&db_);
   Serialize(w);
   bool ok = w.Flush() && std::fflush(f) == 0;
   ok = std::fclose(f) == 0 && ok;

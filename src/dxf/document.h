@@ -122,7 +122,8 @@ class Document {
   void SetHeader(std::string_view name, int code, std::string_view value);
   // Removes the variable with its values; false when absent.
   bool RemoveHeader(std::string_view name);
-  // "AC1032"; "AC1009" when absent (R12 files may omit it).
+  // "AC1032"; "AC1009" when absent (R12 files may omit it) and for releases
+  // before R12, which are read as R12.
   std::string_view version() const;
   bool IsR12() const { return version() <= "AC1009"; }
   // Names of all header variables in file order.
@@ -245,6 +246,9 @@ class Document {
   // Drops `block` from block_by_name_ (before a rename or removal).
   void UnindexName(Block* block);
   uint64_t HandSeed() const;
+  // True when neither model space nor the active paper space holds an
+  // entity (erased ones still count until they are forgotten).
+  bool SpacesEmpty() const;
 
   std::string name_;
   // The whole file (one of the two); base tags point into it.
@@ -265,7 +269,17 @@ class Document {
     std::string name;
     RecordId head = kNoRecord;
     RecordId comments = kNoRecord;
+    // Index of its `0 ENDSEC` among the base tags, so that it is written
+    // back as it was read; kNoTag when made up.
+    size_t end = kNoTag;
   };
+  static constexpr size_t kNoTag = static_cast<size_t>(-1);
+  // The text an ASCII file was read from (empty for binary), and its
+  // `0 EOF` tag's index, for writing untouched tags back as read.
+  std::string_view ascii_source_;
+  size_t eof_ = kNoTag;
+  // The largest handle once read, to tell whether the drawing gained any.
+  uint64_t loaded_max_handle_ = 0;
   std::vector<SectionRef> section_order_;
   RecordId trailing_comments_ = kNoRecord;
   RecordId header_ = kNoRecord;

@@ -147,7 +147,7 @@ Vec3 Entity::GetPoint(int code, Vec3 fallback) const {
 void Entity::SetValueAt(int index, std::string_view value) {
   std::span<Tag> t = db_->mutable_tags(id_);
   DXF_CHECK(index >= 0 && index < static_cast<int>(t.size()));
-  std::string_view v = db_->StoreValue(value);
+  std::string_view v = db_->StoreValueLike(t[index], value);
   DXF_CHECK(v.size() <= Tag::kMaxSize);
   t[index].SetValue(v);
 }

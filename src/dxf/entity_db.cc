@@ -176,6 +176,35 @@ std::string_view EntityDb::StoreValue(std::string_view value) {
   return arena_.Store(value);
 }
 
+std::string_view EntityDb::StoreValueLike(const Tag& old,
+                                          std::string_view value) {
+  if (!IsNumericCode(static_cast<int>(old.code))) return StoreValue(value);
+  size_t pad = PaddingBefore(old.data());
+  const char* begin = source_.data();
+  const char* at = old.data();
+  if (pad == 0 && begin != nullptr && at > begin &&
+      at <= begin + source_.size()) {
+    const char* line = at;
+    while (line > begin && line[-1] == ' ') --line;
+    if (line == begin || line[-1] == '\n') pad = static_cast<size_t>(at - line);
+  }
+  const size_t width = pad + old.size();
+  if (pad == 0 || value.size() >= width || width > 32) {
+    return StoreValue(value);
+  }
+  const size_t spaces = width - value.size();
+  std::string field(spaces, ' ');
+  field.append(value);
+  std::string_view stored = arena_.Store(field).substr(spaces);
+  padded_[stored.data()] = static_cast<uint8_t>(spaces);
+  return stored;
+}
+
+size_t EntityDb::PaddingBefore(const char* value) const {
+  auto it = padded_.find(value);
+  return it == padded_.end() ? 0 : it->second;
+}
+
 Tag EntityDb::MakeTag(int code, std::string_view value) {
   std::string_view v = StoreValue(value);
   DXF_CHECK(v.size() <= Tag::kMaxSize && code >= 0 && code <= kMaxGroupCode);

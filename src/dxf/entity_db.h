@@ -93,6 +93,17 @@ class EntityDb {
   // A tag whose value is copied into the arena.
   Tag MakeTag(int code, std::string_view value);
 
+  // The text an ASCII file was read from, for the padding of its numbers.
+  void SetSource(std::string_view ascii) { source_ = ascii; }
+  // The new value of tag `old`, stored like StoreValue. A number replacing
+  // a number that was right-aligned in its line keeps the field's width:
+  // the padding sits in the arena just before the returned view (see
+  // PaddingBefore), so the value itself stays trimmed.
+  std::string_view StoreValueLike(const Tag& old, std::string_view value);
+  // How many spaces to write before a value StoreValueLike padded; 0 for
+  // any other value.
+  size_t PaddingBefore(const char* value) const;
+
  private:
   struct Record {
     uint32_t begin = 0;
@@ -119,6 +130,8 @@ class EntityDb {
   std::unordered_map<RecordId, RecordId> parents_;
   uint64_t max_handle_ = 0;
   Arena arena_;
+  std::string_view source_;
+  std::unordered_map<const char*, uint8_t> padded_;
 };
 
 }  // namespace lmt::dxf

@@ -168,7 +168,83 @@ Status NotFreeName(std::string_view name) {
                                  "\" is not a free layout name");
 }
 
+// The LAYOUT object of `block` with page setup `plot`, entered in the
+// layout dictionary `dict` and linked both ways with the block record.
+Layout LinkLayout(Document& doc, Entity dict, Block* block,
+                  std::string_view name, int tab, std::vector<Tag> plot) {
+  std::vector<Tag> t = {doc.MakeTag(0, "LAYOUT"),
+                        doc.MakeTag(100, "AcDbPlotSettings")};
+  t.insert(t.end(), plot.begin(), plot.end());
+  auto add = [&](int code, std::string_view v) {
+    t.push_back(doc.MakeTag(code, v));
+  };
+  add(100, "AcDbLayout");
+  add(1, name);
+  add(70, "1");
+  add(71, FormatInt(tab));
+  for (int code : {10, 20, 11, 21, 12, 22, 32}) add(code, "0.0");
+  for (int code : {14, 24, 34}) add(code, "1e+20");
+  for (int code : {15, 25, 35}) add(code, "-1e+20");
+  add(146, "0.0");
+  for (int code : {13, 23, 33}) add(code, "0.0");
+  add(16, "1.0");
+  add(26, "0.0");
+  add(36, "0.0");
+  add(17, "0.0");
+  add(27, "1.0");
+  add(37, "0.0");
+  add(76, "0");
+  add(330, FormatHandle(block->record_handle));
+  add(331, "0");
+  Layout layout(doc.AddObject(std::move(t), dict.handle()));
+  layout.AddReactor(dict.handle());
+  SetLimits(layout);
+  Entity record = doc.FindByHandle(block->record_handle);
+  if (record.valid()) record.Set(340, FormatHandle(layout.handle()));
+  doc.AddToDictionary(dict, name, layout.handle());
+  return layout;
+}
+
 }  // namespace
+
+Status AddLayoutsOfSpaces(Document& doc) {
+  Entity root = doc.root_dictionary();
+  Block* model = doc.model_space();
+  if (!root.valid() || model == nullptr) {
+    return Status::InvalidArgument(
+        "the drawing has no root dictionary or no model space");
+  }
+  Entity dict = LayoutDictionary(doc);
+  if (!dict.valid()) {
+    dict = doc.AddObject(
+        {doc.MakeTag(0, "DICTIONARY"), doc.MakeTag(100, "AcDbDictionary"),
+         doc.MakeTag(281, "1")},
+        root.handle());
+    dict.AddReactor(root.handle());
+    doc.AddToDictionary(root, "ACAD_LAYOUT", dict.handle());
+  }
+  if (!doc.FindByHandle(doc.DictionaryLookup(dict, "Model")).valid()) {
+    std::vector<Tag> plot = DefaultPlotSettings(doc);
+    for (Tag& tag : plot) {
+      // Plot settings flag 1024: the page setup of model space.
+      if (tag.code == 70) tag = doc.MakeTag(70, "1712");
+    }
+    LinkLayout(doc, dict, model, "Model", 0, std::move(plot));
+  }
+  Block* paper = doc.paper_space();
+  const std::vector<Layout> all = Layouts(doc);
+  if (paper == nullptr ||
+      std::any_of(all.begin(), all.end(),
+                  [](const Layout& l) { return !l.is_model(); })) {
+    return Status::Ok();
+  }
+  Layout layout =
+      LinkLayout(doc, dict, paper, "Layout1", 1, DefaultPlotSettings(doc));
+  if (Entity main = MainViewport(doc, layout); main.valid()) {
+    SetField(layout, "AcDbLayout", 331, FormatHandle(main.handle()));
+  }
+  return Status::Ok();
+}
 
 Layout FindLayout(Document& doc, std::string_view name) {
   for (const Layout& l : Layouts(doc)) {
@@ -219,40 +295,9 @@ Status AddLayout(Document& doc, std::string_view name, Layout* out,
   std::string block_name =
       doc.paper_space() == nullptr ? "*Paper_Space" : FreePaperBlockName(doc);
   Block* block = doc.AddBlock(block_name);
-  Entity record = doc.FindByHandle(block->record_handle);
-
-  std::vector<Tag> t = {doc.MakeTag(0, "LAYOUT"),
-                        doc.MakeTag(100, "AcDbPlotSettings")};
   std::vector<Tag> plot = first_paper.valid() ? PlotSettingsOf(doc, first_paper)
                                               : DefaultPlotSettings(doc);
-  t.insert(t.end(), plot.begin(), plot.end());
-  auto add = [&](int code, std::string_view v) {
-    t.push_back(doc.MakeTag(code, v));
-  };
-  add(100, "AcDbLayout");
-  add(1, name);
-  add(70, "1");
-  add(71, FormatInt(tab + 1));
-  for (int code : {10, 20, 11, 21, 12, 22, 32}) add(code, "0.0");
-  for (int code : {14, 24, 34}) add(code, "1e+20");
-  for (int code : {15, 25, 35}) add(code, "-1e+20");
-  add(146, "0.0");
-  for (int code : {13, 23, 33}) add(code, "0.0");
-  add(16, "1.0");
-  add(26, "0.0");
-  add(36, "0.0");
-  add(17, "0.0");
-  add(27, "1.0");
-  add(37, "0.0");
-  add(76, "0");
-  add(330, FormatHandle(block->record_handle));
-  add(331, "0");
-  Layout layout(doc.AddObject(std::move(t), dict.handle()));
-  layout.AddReactor(dict.handle());
-  SetLimits(layout);
-  if (record.valid()) record.Set(340, FormatHandle(layout.handle()));
-  doc.AddToDictionary(dict, name, layout.handle());
-
+  Layout layout = LinkLayout(doc, dict, block, name, tab + 1, std::move(plot));
   Viewport vp = AddViewport(doc, block, MainViewportSettings(layout));
   SetField(layout, "AcDbLayout", 331, FormatHandle(vp.handle()));
   if (out != nullptr) *out = layout;

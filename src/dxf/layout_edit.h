@@ -43,6 +43,12 @@ struct KnownLayouts {
 Status AddLayout(Document& doc, std::string_view name, Layout* out,
                  const KnownLayouts* known = nullptr);
 
+// Gives a drawing that has model space and one paper space but no layouts
+// (an R13 or R14 drawing being made DXF 2000) its layout dictionary, a
+// "Model" layout and a "Layout1" layout for the paper space, each linked
+// with its block record. Layouts already there are kept.
+Status AddLayoutsOfSpaces(Document& doc);
+
 // Renames: LAYOUT code 1 and the ACAD_LAYOUT key. The block keeps its name.
 Status RenameLayout(Document& doc, Layout layout, std::string_view name);
 

@@ -1,6 +1,7 @@
 #include "dxf/tag_writer.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cstring>
 #include <optional>
 
@@ -155,6 +156,50 @@ bool TagWriter::Flush() {
   return ok();
 }
 
-void TagWriter::Write(const Tag& t) { Write(t.code, t.value()); }
+void TagWriter::Write(const Tag& t) {
+  if (!binary_ && WriteAsRead(t)) {
+    if (file_ && out_->size() >= kFlushAt) Flush();
+    return;
+  }
+  if (!binary_ && db_ != nullptr) {
+    if (size_t pad = db_->PaddingBefore(t.data())) {
+      Write(t.code, std::string_view(t.data() - pad, t.size() + pad));
+      return;
+    }
+  }
+  Write(t.code, t.value());
+}
+
+bool TagWriter::WriteAsRead(const Tag& t) {
+  const char* begin = source_.data();
+  const char* end = begin + source_.size();
+  const char* value = t.data();
+  if (begin == nullptr || value < begin || value > end) return false;
+  auto blank = [](char c) { return c == ' ' || c == '\t' || c == '\r'; };
+  // The value line: only padding before the value, only padding and the
+  // line end after it. Anything else means the tag was edited to text that
+  // merely lies in the file.
+  const char* line = value;
+  while (line > begin && line[-1] != '\n') --line;
+  if (line == begin || !std::all_of(line, value, blank)) return false;
+  const char* after = value + t.size();
+  while (after < end && blank(*after)) ++after;
+  if (after < end && *after++ != '\n') return false;
+  // The code line before it must hold the tag's own code.
+  const char* code_end = line - 1;
+  const char* code = code_end;
+  while (code > begin && code[-1] != '\n') --code;
+  const char* digits = code;
+  while (digits < code_end && blank(*digits)) ++digits;
+  const char* digits_end = code_end;
+  while (digits_end > digits && blank(digits_end[-1])) --digits_end;
+  int read = 0;
+  if (std::from_chars(digits, digits_end, read).ptr != digits_end ||
+      read != static_cast<int>(t.code)) {
+    return false;
+  }
+  out_->append(code, static_cast<size_t>(after - code));
+  return true;
+}
 
 }  // namespace lmt::dxf

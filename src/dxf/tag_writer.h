@@ -1,8 +1,8 @@
 // Writes Tags as ASCII or binary DXF.
 //
 // ASCII: codes are right-aligned to three columns as CAD programs write
-// them; values go out exactly as stored, so an untouched tag is written back
-// as it was read (string values byte for byte, numbers trimmed).
+// them; values go out exactly as stored. With the source text given, an
+// untouched tag is written back exactly as it was read.
 //
 // Binary: the 22-byte sentinel, then each tag as its code (two bytes, or
 // one for R12 files that used one) and its value in the code's type: raw
@@ -17,6 +17,7 @@
 #include <span>
 #include <string>
 
+#include "dxf/entity_db.h"
 #include "dxf/tag.h"
 
 namespace lmt::dxf {
@@ -36,7 +37,18 @@ class TagWriter {
   static TagWriter Binary(std::string* out, std::FILE* file = nullptr,
                           bool one_byte_codes = false);
 
+  // ASCII only: the text the tags were read from. A tag whose value still
+  // lies in it, on its own line after a line with its code, is copied as
+  // it was (padding, line end, number text), so that untouched records
+  // come back byte for byte.
+  void SetSource(std::string_view source) { source_ = source; }
+  // ASCII only: numbers edited in place keep the width of their field
+  // (EntityDb::StoreValueLike).
+  void SetValues(const EntityDb* db) { db_ = db; }
+
   void Write(const Tag& t);
+  // Bytes that are no tag, copied as they are (ASCII only).
+  void WriteVerbatim(std::string_view bytes) { out_->append(bytes); }
   void Write(int code, std::string_view value);
   void Write(std::span<const Tag> tags) {
     for (const Tag& t : tags) Write(t);
@@ -49,6 +61,7 @@ class TagWriter {
   const std::string& error() const { return error_; }
 
  private:
+  bool WriteAsRead(const Tag& t);
   void WriteBinary(int code, std::string_view value);
   void BinaryCode(int code);
   void Fail(int code, std::string_view expected, std::string_view value);
@@ -62,6 +75,8 @@ class TagWriter {
   bool ok_ = true;
   std::string error_;
   std::string scratch_;
+  std::string_view source_;
+  const EntityDb* db_ = nullptr;
 };
 
 }  // namespace lmt::dxf

@@ -2,6 +2,7 @@
 
 #include <initializer_list>
 #include <string>
+#include <utility>
 
 #include "dxf/encoding.h"
 #include "dxf/insert.h"
@@ -226,6 +227,17 @@ std::string_view AcadVerOfYear(int year) {
   }
 }
 
+std::string_view ReleaseName(std::string_view acadver) {
+  static constexpr std::pair<std::string_view, std::string_view> kNames[] = {
+      {"AC1009", "R12"},    {"AC1012", "R13"},    {"AC1014", "R14"},
+      {kR2000, "DXF 2000"}, {kR2004, "DXF 2004"}, {kR2007, "DXF 2007"},
+      {kR2010, "DXF 2010"}, {kR2013, "DXF 2013"}, {kR2018, "DXF 2018"}};
+  for (const auto& [word, name] : kNames) {
+    if (word == acadver) return name;
+  }
+  return acadver;
+}
+
 Status CheckTargetVersion(std::string_view v) {
   if (v == kR2000 || v == kR2004 || v == kR2007 || v == kR2010 || v == kR2013 ||
       v == kR2018) {
@@ -239,8 +251,9 @@ Status CheckTargetVersion(std::string_view v) {
   }
   if (v == "AC1012" || v == "AC1014") {
     return Status::InvalidArgument(
-        "R13 and R14 DXF are not written by current CAD programs and are not "
-        "supported; save as DXF 2000 or later");
+        std::string(ReleaseName(v)) +
+        " DXF has a single paper space and no layouts, so the layouts would "
+        "be lost; save as DXF 2000 or later");
   }
   return Status::InvalidArgument("unknown DXF release \"" + std::string(v) +
                                  "\"; use AC1015 (2000) to AC1032 (2018)");

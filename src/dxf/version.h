@@ -13,8 +13,9 @@
 // single-line value (lossy: line breaks become spaces). ACDSDATA goes before
 // 2013. Nothing is added when moving to a newer release.
 //
-// R12, R13 and R14 are refused: those files have no layouts (R12) or are
-// not written by current CAD programs, and layouts would be lost.
+// Converting to R12, R13 or R14 is refused: those releases have one paper
+// space and no layouts, so layouts would be lost. A drawing of those
+// releases is written in its own release (see Document::Save).
 #ifndef LMT_DXF_VERSION_H_
 #define LMT_DXF_VERSION_H_
 
@@ -32,6 +33,10 @@ Status CheckTargetVersion(std::string_view acadver);
 // Converts `doc` in place to `acadver` (see CheckTargetVersion). The source
 // must be 2000 or later too.
 Status ConvertVersion(Document& doc, std::string_view acadver);
+
+// "R12", "R14", "DXF 2000" ... for a release word; the word itself when it
+// names no release.
+std::string_view ReleaseName(std::string_view acadver);
 
 // "AC1015" for 2000, ... "AC1032" for 2018; "" for anything else.
 std::string_view AcadVerOfYear(int year);

@@ -121,13 +121,9 @@ std::string ViewportAnnotationScale(Document& doc, const Entity& viewport) {
   return std::string(Scale(scale).name());
 }
 
-Viewport AddViewport(Document& doc, Block* block,
-                     const ViewportSettings& entry) {
+std::vector<Tag> ViewportViewTags(Document& doc,
+                                  const ViewportSettings& entry) {
   double view_height = entry.view_height > 0 ? entry.view_height : entry.height;
-  if (doc.IsR12() || block == nullptr || !(entry.width > 0) ||
-      !(entry.height > 0) || !(view_height > 0)) {
-    return Viewport(Entity());
-  }
   std::string_view v = doc.version();
   std::vector<Tag> t;
   auto add = [&](int code, std::string_view value) {
@@ -139,17 +135,6 @@ Viewport AddViewport(Document& doc, Block* block,
               entry.extra_flags;
   if (entry.locked) flags |= Viewport::kFlagLocked;
   if (!entry.on) flags |= Viewport::kFlagOff;
-  add(0, "VIEWPORT");
-  add(100, "AcDbEntity");
-  add(8, entry.layer.empty() ? "0" : entry.layer);
-  add(100, "AcDbViewport");
-  num(10, entry.center.x);
-  num(20, entry.center.y);
-  num(30, entry.center.z);
-  num(40, entry.width);
-  num(41, entry.height);
-  integer(68, entry.on ? (entry.status > 0 ? entry.status : entry.id) : 0);
-  integer(69, entry.id);
   num(12, entry.view_center_x);
   num(22, entry.view_center_y);
   for (int code : {13, 23}) num(code, 0);
@@ -200,6 +185,35 @@ Viewport AddViewport(Document& doc, Block* block,
     integer(63, 250);
     integer(421, 3355443);
   }
+  return t;
+}
+
+Viewport AddViewport(Document& doc, Block* block,
+                     const ViewportSettings& entry) {
+  double view_height = entry.view_height > 0 ? entry.view_height : entry.height;
+  if (doc.IsR12() || block == nullptr || !(entry.width > 0) ||
+      !(entry.height > 0) || !(view_height > 0)) {
+    return Viewport(Entity());
+  }
+  std::vector<Tag> t;
+  auto add = [&](int code, std::string_view value) {
+    t.push_back(doc.MakeTag(code, value));
+  };
+  auto num = [&](int code, double value) { add(code, FormatDouble(value)); };
+  auto integer = [&](int code, int64_t value) { add(code, FormatInt(value)); };
+  add(0, "VIEWPORT");
+  add(100, "AcDbEntity");
+  add(8, entry.layer.empty() ? "0" : entry.layer);
+  add(100, "AcDbViewport");
+  num(10, entry.center.x);
+  num(20, entry.center.y);
+  num(30, entry.center.z);
+  num(40, entry.width);
+  num(41, entry.height);
+  integer(68, entry.on ? (entry.status > 0 ? entry.status : entry.id) : 0);
+  integer(69, entry.id);
+  std::vector<Tag> view = ViewportViewTags(doc, entry);
+  t.insert(t.end(), view.begin(), view.end());
   Viewport vp(doc.AddEntity(block, std::move(t)));
   std::string scale = entry.annotation_scale.empty()
                           ? ScaleName(entry.height / view_height)

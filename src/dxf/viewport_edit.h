@@ -11,6 +11,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "dxf/document.h"
 #include "dxf/viewport.h"
@@ -39,6 +40,11 @@ struct ViewportSettings {
 // width, height or view height is not positive.
 Viewport AddViewport(Document& doc, Block* block,
                      const ViewportSettings& entry);
+
+// The AcDbViewport codes after 69 (view, snap and grid, flags, UCS...) for
+// `entry` in the drawing's release: what AddViewport writes, and what an
+// R13 or R14 viewport gains when its drawing becomes DXF 2000.
+std::vector<Tag> ViewportViewTags(Document& doc, const ViewportSettings& entry);
 
 // Points the viewport's annotation-scale XRECORD at the SCALE named `name`
 // ("1:50", "2:1"), creating both when absent. False when the name is not of

@@ -9,6 +9,7 @@
 
 #include "dxf/builders.h"
 #include "dxf/entity_copy.h"
+#include "dxf/upgrade.h"
 #include "dxf/version.h"
 #include "dxfhost/collections.h"
 #include "dxfhost/entities.h"
@@ -29,6 +30,7 @@ class DatabaseImpl : public Base {
       : Base(d->gate), d_(std::move(d)) {}
 
   const Drawing* drawing() const { return d_.get(); }
+  Drawing* drawing() { return d_.get(); }
 
  protected:
   Status Live() const { return d_->Live(); }
@@ -165,6 +167,14 @@ class DatabaseImpl : public Base {
   Result<host::ObjectPtr> DoObjectIdToObject(
       uint64_t object_id) const override {
     if (Status s = Live(); !s.ok()) return s;
+    if (IsStandInBlockId(object_id)) {
+      for (auto& b : d_->doc->blocks()) {
+        if (b->begin != dxf::kNoRecord &&
+            StandInBlockId(b->begin) == object_id) {
+          return host::ObjectPtr(MakeBlock(d_, b.get()));
+        }
+      }
+    }
     dxf::Entity e =
         object_id != 0 ? d_->doc->FindByHandle(object_id) : dxf::Entity();
     if (!e.valid() || e.erased()) {
@@ -407,7 +417,8 @@ class DxfDocument : public DatabaseImpl<host::Document> {
     }
     if (d_->doc->version() < "AC1015") {
       return Status::NotSupported(
-          "a drawing older than DXF 2000 is saved in its own release only");
+          "a drawing in " + std::string(dxf::ReleaseName(d_->doc->version())) +
+          " is saved in its own release only; layouts make it DXF 2000");
     }
     std::unique_ptr<dxf::Document> copy;
     if (Status s =
@@ -520,16 +531,31 @@ const Drawing* DrawingOf(const host::Document& document) {
   return doc != nullptr ? doc->drawing() : nullptr;
 }
 
+Result<std::string> UpgradeForLayouts(host::Document& document) {
+  auto* doc = dynamic_cast<DxfDocument*>(&document);
+  Drawing* d = doc != nullptr ? doc->drawing() : nullptr;
+  if (d == nullptr || d->closed || d->doc->version() >= "AC1015") {
+    return std::string();
+  }
+  std::string release(dxf::ReleaseName(d->doc->version()));
+  if (dxf::Status s = dxf::UpgradeForLayouts(*d->doc); !s.ok()) {
+    return Status::NotSupported(s.message());
+  }
+  d->ForgetLayouts();
+  return release;
+}
+
 Result<std::string> ReleaseOfSaveType(int32_t save_type) {
   std::optional<host::SaveTypeMatch> match = host::FindSaveType(save_type);
   if (!match) {
     return Status::InvalidArgument("unknown save type " +
                                    std::to_string(save_type));
   }
-  if (!match->dxf || match->release->acadver < "AC1015") {
+  if (!match->dxf) {
     return Status::NotSupported(
-        "save type " + std::to_string(save_type) +
-        ": the embedded engine writes DXF 2000 and later only");
+        "save type " + std::to_string(save_type) + " (" +
+        std::string(match->release->name) +
+        " DWG): the embedded engine writes DXF only, not DWG");
   }
   return std::string(match->release->acadver);
 }

@@ -30,6 +30,11 @@ host::DbxDocumentPtr MakeDbxDocument(std::shared_ptr<host::CallGate> gate,
 // The drawing of a document made by MakeDocument, or nullptr.
 const Drawing* DrawingOf(const host::Document& document);
 
+// Layouts need DXF 2000: converts the drawing of an R13 or R14 document in
+// memory (dxf/upgrade.h) and returns the release it had ("R14"); "" when
+// nothing needed doing. NotSupported for R12, unchanged.
+Result<std::string> UpgradeForLayouts(host::Document& document);
+
 // The extension-less check of the save type: the DXF release text
 // ("AC1015".."AC1032") of a type number, kNotSupported for DWG and releases
 // before 2000, kInvalidArgument for a number no table has.

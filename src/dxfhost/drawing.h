@@ -49,6 +49,15 @@ struct SelectionData {
   bool deleted = false;
 };
 
+// R12 blocks may have no handle, yet the object model needs an id for an
+// entity's owner. Such a block is named by its BLOCK record's index with the
+// top bit set, which no handle in a real drawing reaches.
+inline constexpr uint64_t kStandInIdBit = uint64_t{1} << 63;
+inline uint64_t StandInBlockId(dxf::RecordId begin) {
+  return kStandInIdBit | begin;
+}
+inline bool IsStandInBlockId(uint64_t id) { return (id & kStandInIdBit) != 0; }
+
 struct Drawing {
   std::unique_ptr<dxf::Document> doc;
   std::string path;  // full path; empty for a drawing never saved

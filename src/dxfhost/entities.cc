@@ -67,6 +67,7 @@ class EntityImpl : public Base, public RecordHolder {
       dxf::Block* b = D().BlockOfEntity(id_);
       if (b != nullptr && b->begin != dxf::kNoRecord) {
         owner = D().entity(b->begin).handle();
+        if (owner == 0) owner = StandInBlockId(b->begin);
       }
     }
     return owner;

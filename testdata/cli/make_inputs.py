@@ -2,7 +2,7 @@
 """Writes the command line's round-trip inputs: one small drawing in three
 files, frames_2000.dxf (DXF 2000, AC1015, ASCII), frames_2018.dxf (DXF 2018,
 AC1032, ASCII) and frames_2018_bin.dxf (the same, binary DXF); and
-frames_r12.dxf, a release the commands read but cannot save.
+frames_r12.dxf, the drawing in R12, which the commands write as R12.
 
 The drawing: block "FRAME" holding an A3 frame at 1:100 (a closed
 polyline) referenced twice on layer FRAMES, the second reference turned by
