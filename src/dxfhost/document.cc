@@ -415,16 +415,17 @@ class DxfDocument : public DatabaseImpl<host::Document> {
     if (dxf::Status s = dxf::CheckTargetVersion(release); !s.ok()) {
       return Status::NotSupported(s.message());
     }
-    if (d_->doc->version() < "AC1015") {
-      return Status::NotSupported(
-          "a drawing in " + std::string(dxf::ReleaseName(d_->doc->version())) +
-          " is saved in its own release only; layouts make it DXF 2000");
-    }
     std::unique_ptr<dxf::Document> copy;
     if (Status s =
             FromDxf(dxf::Document::Parse(d_->doc->ToString(), path, &copy));
         !s.ok()) {
       return s;
+    }
+    // R13 and R14 reach the newer releases through DXF 2000; R12 does not.
+    if (dxf::Status s = dxf::UpgradeForLayouts(*copy); !s.ok()) {
+      return Status::NotSupported(
+          "an R12 drawing is saved as R12 only, not as " +
+          std::string(dxf::ReleaseName(release)));
     }
     if (dxf::Status s = dxf::ConvertVersion(*copy, release); !s.ok()) {
       return Status::NotSupported(s.message());

@@ -207,6 +207,30 @@ TEST(DocumentTest, SaveAsTakesDxfTypesAndRefusesTheRest) {
   EXPECT_EQ(test::CheckDxf(dir + "/t13.dxf", test::kExampleProblems), "");
 }
 
+// The batch windows offer every release: an old drawing is saved in its
+// own, R14 also in the newer ones (through DXF 2000), R12 only as R12.
+TEST(DocumentTest, OldReleasesAreSavedWhereTheyFit) {
+  std::string dir = test::ScratchDir();
+  {
+    test::Session r12(std::string(LMT_TESTDATA_DIR) + "/cli/frames_r12.dxf");
+    EXPECT_TRUE(r12.doc->SaveAs(dir + "/r12.dxf", 1).ok());
+    Status newer = r12.doc->SaveAs(dir + "/r12-2018.dxf", 65);
+    EXPECT_EQ(newer.code(), StatusCode::kNotSupported);
+    EXPECT_NE(newer.message().find("DXF 2018"), std::string::npos)
+        << newer.message();
+    EXPECT_FALSE(std::filesystem::exists(dir + "/r12-2018.dxf"));
+  }
+  const std::string r14 =
+      lmt::testing::SharedDir() + "/dxf-corpus/files/394_Test2.dxf";
+  LMT_SKIP_WITHOUT_SHARED_FOR(r14);
+  test::Session s(r14);
+  ASSERT_TRUE(s.doc->SaveAs(dir + "/r14-2018.dxf", 65).ok());
+  ASSERT_TRUE(s.doc->SaveAs(dir + "/r14.dxf", 9).ok());
+  Status r13 = s.doc->SaveAs(dir + "/r13.dxf", 5);
+  EXPECT_NE(r13.message().find("R13"), std::string::npos) << r13.message();
+  EXPECT_EQ(test::CheckDxf(dir + "/r14-2018.dxf", 0), "");
+}
+
 TEST(DocumentTest, CommandsTheAddInSends) {
   test::Session s(test::TestdataPath("example.dxf"));
   std::string dir = test::ScratchDir();
