@@ -155,15 +155,9 @@ TEST_F(UtilityCommandsTest, R12DrawingsAreEditedInTheirOwnRelease) {
             "off AC1009 [('267', 1, False), ('26B', 0, False)] \n"
             "on AC1009 [('267', 1, False), ('26B', 2, False)] \n"
             "cut AC1009 [('35', 1, False)] [14850]\n");
-  // Off and on again gives back the input byte for byte, but for the
-  // viewport's status, written afresh.
-  const std::string before = Bytes(dir_ / "r12.dxf");
-  std::string after = Bytes(dir_ / "on.dxf");
-  const std::string fresh = "\n 68\n2\n";
-  const size_t at = after.find(fresh);
-  ASSERT_NE(at, std::string::npos);
-  after.replace(at, fresh.size(), "\n 68\n     2\n");
-  EXPECT_TRUE(after == before) << "the round trip changed more than 68";
+  // Off and on again gives back the input byte for byte: the status number
+  // given out again is the same, and keeps the width of its field.
+  EXPECT_TRUE(Bytes(dir_ / "on.dxf") == Bytes(dir_ / "r12.dxf"));
 }
 
 TEST_F(UtilityCommandsTest, FilesWithoutAReleaseAreReadAndWrittenAsR12) {

@@ -786,6 +786,7 @@ Status Document::ToString(DxfFormat format, std::string* out) {
 }
 
 void Document::Serialize(TagWriter& w) {
+  ForgetErasedReferences();
   // Later tools allocate from $HANDSEED, so it must exceed every handle.
   // A drawing that gained no handle keeps its header as it was.
   const bool grew = db_.max_handle() > loaded_max_handle_;

@@ -239,6 +239,11 @@ class Document {
   // handles in `gone`; groups it empties are erased and added to `gone`.
   void ForgetErased(const std::vector<RecordId>& erased,
                     std::unordered_set<uint64_t>* gone);
+  // Before writing: what names an erased record without being reached from
+  // it forgets it too, in one pass however many erases there were: draw
+  // order tables drop its entry, a LAYOUT's last active viewport is cleared,
+  // and extended-data handles (1005) to it become the null handle.
+  void ForgetErasedReferences();
   // model_ and paper_ from the block names.
   void AssignSpaces();
   // The key of block_by_name_: ASCII letters upper-cased.
@@ -278,6 +283,8 @@ class Document {
   // `0 EOF` tag's index, for writing untouched tags back as read.
   std::string_view ascii_source_;
   size_t eof_ = kNoTag;
+  // Handles erased since the last write (ForgetErasedReferences).
+  std::unordered_set<uint64_t> erased_since_write_;
   // The largest handle once read, to tell whether the drawing gained any.
   uint64_t loaded_max_handle_ = 0;
   std::vector<SectionRef> section_order_;

@@ -76,6 +76,46 @@ void Document::EraseAll(std::span<const Entity> entities) {
             v.end());
   }
   if (!gone.empty()) ForgetErased(erased, &gone);
+  erased_since_write_.insert(gone.begin(), gone.end());
+}
+
+void Document::ForgetErasedReferences() {
+  if (erased_since_write_.empty()) return;
+  auto gone = [&](const Tag& t) {
+    return erased_since_write_.count(ParseHandle(t.value()).value_or(0)) != 0;
+  };
+  for (RecordId id : objects_) {
+    if (db_.erased(id)) continue;
+    Entity o = entity(id);
+    if (o.type() == "SORTENTSTABLE") {
+      // Pairs of 331 entity and 5 sort handle after the block record.
+      std::span<const Tag> t = o.tags();
+      std::vector<Tag> kept;
+      kept.reserve(t.size());
+      for (size_t i = 0; i < t.size(); ++i) {
+        if (t[i].code == 331 && gone(t[i]) && i + 1 < t.size() &&
+            t[i + 1].code == 5) {
+          ++i;
+          continue;
+        }
+        kept.push_back(t[i]);
+      }
+      if (kept.size() != t.size()) db_.Detach(id) = std::move(kept);
+    } else if (o.type() == "LAYOUT") {
+      int last = o.FindIn("AcDbLayout", 331);
+      if (last >= 0 && gone(o.tags()[last])) o.EraseTags(last, last + 1);
+    }
+  }
+  for (RecordId id = 0; id < db_.size(); ++id) {
+    if (db_.erased(id)) continue;
+    Entity e = entity(id);
+    const int x = e.XDataBegin();
+    if (x < 0) continue;
+    for (int i = x; i < static_cast<int>(e.tags().size()); ++i) {
+      if (e.tags()[i].code == 1005 && gone(e.tags()[i])) e.SetValueAt(i, "0");
+    }
+  }
+  erased_since_write_.clear();
 }
 
 void Document::ForgetErased(const std::vector<RecordId>& erased,

@@ -100,6 +100,39 @@ TEST_F(EraseTest, GroupsLoseErasedMembersAndGoWhenEmpty) {
 }
 
 // A whole model space at once, as erasing outside a viewport may do.
+// What names an erased entity without being reached from it: the draw
+// order table, a layout's last active viewport, another entity's XDATA.
+TEST_F(EraseTest, ReferencesFromElsewhereForgetTheErased) {
+  constexpr uint64_t kSorted = 0x353, kSortTable = 0x355, kOther = 0x35A;
+  Entity other = doc_->FindByHandle(kOther);
+  ASSERT_TRUE(other.valid());
+  const Tag link[] = {doc_->MakeTag(1001, "ACAD"), doc_->MakeTag(1005, "353")};
+  other.InsertTags(static_cast<int>(other.tags().size()), link);
+  Layout layout{Entity()};
+  uint64_t last_viewport = 0;
+  for (const Layout& l : Layouts(*doc_)) {
+    int at = l.FindIn("AcDbLayout", 331);
+    uint64_t h = at >= 0 ? ParseHandle(l.tags()[at].value()).value_or(0) : 0;
+    Entity vp = doc_->FindByHandle(h);
+    if (vp.valid() && vp.type() == "VIEWPORT") {
+      layout = l;
+      last_viewport = h;
+      break;
+    }
+  }
+  ASSERT_NE(last_viewport, 0u);
+  EraseHandles({kSorted, last_viewport});
+  // The layout has lost its own viewport: that problem is this test's.
+  const std::string path = testing::TempPath("forgotten.dxf");
+  ASSERT_TRUE(doc_->Save(path).ok());
+  EXPECT_EQ(testing::Problems(path, 1), "");
+  auto sorted = doc_->FindByHandle(kSortTable).GetAll(331);
+  EXPECT_EQ(std::count(sorted.begin(), sorted.end(), "353"), 0);
+  EXPECT_EQ(std::count(sorted.begin(), sorted.end(), "35A"), 1);
+  EXPECT_EQ(other.tags().back().value(), "0");
+  EXPECT_LT(layout.FindIn("AcDbLayout", 331), 0);
+}
+
 TEST_F(EraseTest, EverythingInModelSpaceLeavesACleanFile) {
   std::vector<Entity> all;
   for (RecordId id : doc_->model_space()->entities) {
