@@ -10,7 +10,7 @@
 // report (cli/creation_report.h) instead. --dry-run only plans
 // (cli/create_layouts_plan.h). --register FILE takes the sheets, their
 // order, names and title-block values from an edited `frames --csv` file
-// (cli/frame_register.h); --index-layout and --index-at draw a table of the
+// (layouts/frame_register.h); --index-layout and --index-at draw a table of the
 // sheets made (cli/sheet_index.h).
 #include <map>
 #include <ostream>
@@ -42,8 +42,8 @@ IndexCells IndexRows(host::Document& document, const frames::FrameTable& table,
   cells.push_back({"No.", "Layout"});
   for (const std::string& tag : tags) cells.front().push_back(tag);
   cells.front().push_back("Scale");
-  const std::vector<FrameAttributes> attributes =
-      ReadFrameAttributes(document, table);
+  const std::vector<layouts::FrameAttributes> attributes =
+      layouts::ReadFrameAttributes(document, table);
   std::map<std::string, const layouts::FramePlan*> by_name;
   for (const layouts::FramePlan& frame : plan.frames) {
     by_name.emplace(frame.layout_name, &frame);  // the first wins, as made
@@ -93,10 +93,12 @@ int RunCreateLayouts(CommandContext& context) {
                    "Try 'layomat create-layouts --help'.\n";
     return kExitUsage;
   }
-  const RunReport nothing_done("create-layouts");
-  std::optional<Register> sheet_register;
+  // Warnings found before a refusal still reach the JSON document.
+  RunReport nothing_done("create-layouts");
+  std::optional<layouts::Register> sheet_register;
   if (options.register_file) {
-    Result<Register> read = ReadRegister(*options.register_file);
+    Result<layouts::Register> read =
+        layouts::ReadRegister(*options.register_file);
     if (!read.ok()) {
       return FinishReport(context, nothing_done,
                           ReportRegisterError(context, read.status()));
@@ -119,14 +121,22 @@ int RunCreateLayouts(CommandContext& context) {
   if (CaptureAndSearch(context, embedded, commands) != frames::Outcome::kDone) {
     return FinishReport(context, nothing_done, kExitRefused);
   }
-  std::vector<RegisteredFrame> registered;
+  std::vector<layouts::RegisteredFrame> registered;
+  std::vector<std::string> warnings;
   if (sheet_register) {
-    registered = MatchRegister(context, *sheet_register, state.table);
-    for (const RegisteredFrame& frame : registered) {
-      WriteFrameValues(*embedded.document(), frame);
+    MatchedRegister matched =
+        MatchRegister(context, *sheet_register, state.table);
+    registered = std::move(matched.frames);
+    warnings = std::move(matched.warnings);
+    for (const layouts::RegisteredFrame& frame : registered) {
+      layouts::WriteFrameValues(*embedded.document(), frame);
     }
   }
-  WarnAboutPlan(context, embedded, state.table, *per_file);
+  for (std::string& warning :
+       WarnAboutPlan(context, embedded, state.table, *per_file)) {
+    warnings.push_back(std::move(warning));
+  }
+  for (const std::string& warning : warnings) nothing_done.AddWarning(warning);
   std::optional<layouts::CreationPlan> index_plan;
   if (options.index_layout) {
     index_plan = layouts::PlanLayouts(embedded.session(), state.table);
@@ -138,8 +148,8 @@ int RunCreateLayouts(CommandContext& context) {
       report.outcome == layouts::CreationOutcome::kNotConnected) {
     return FinishReport(context, nothing_done, kExitRefused);
   }
-  for (const RegisteredFrame& frame : registered) {
-    WriteLayoutValues(*embedded.document(), frame);
+  for (const layouts::RegisteredFrame& frame : registered) {
+    layouts::WriteLayoutValues(*embedded.document(), frame);
   }
   if (index_plan) {
     const IndexCells cells =
@@ -170,6 +180,7 @@ int RunCreateLayouts(CommandContext& context) {
   }
   RunReport run_report =
       CreationRunReport(report, state.table, *embedded.document(), outputs);
+  for (const std::string& warning : warnings) run_report.AddWarning(warning);
   for (const SplitFile& file : files) {
     const std::string count = std::to_string(file.layouts.size());
     run_report.Add({"file",

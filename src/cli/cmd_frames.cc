@@ -6,12 +6,12 @@
 #include <ostream>
 
 #include "cli/embedded_session.h"
-#include "cli/frame_csv.h"
 #include "cli/frame_output.h"
 #include "cli/frame_preview.h"
 #include "cli/frame_search_run.h"
 #include "cli/registry.h"
 #include "frames/frame_commands.h"
+#include "layouts/frame_csv.h"
 #include "utilities/frame_marks.h"
 
 namespace lmt::cli {
@@ -45,8 +45,8 @@ int RunFrames(CommandContext& context) {
     WriteFramesText(state.table, context.out);
   }
   if (options.csv) {
-    Status written =
-        WriteFramesCsv(*embedded.document(), state.table, *options.csv);
+    Status written = layouts::WriteFramesCsv(*embedded.document(), state.table,
+                                             *options.csv);
     if (!written.ok()) return ReportFileError(context, written);
   }
   if (options.preview) {

@@ -152,6 +152,33 @@ TEST_F(RegisterCommandTest, AnEditedRegisterGivesExactlyItsSheets) {
             "audit errors 0\n");
 }
 
+// The JSON documents of the run and of the dry run carry the warnings the
+// text output prints on standard error, the register's among them.
+TEST_F(RegisterCommandTest, JsonReportsCarryTheWarnings) {
+  ASSERT_EQ(
+      Python(kEdit, "'" + Out("f.csv") + "' '" + Out("r.csv") + "'").status, 0);
+  constexpr char kSameWarnings[] = R"(
+import json, sys
+r = json.load(open(sys.argv[1], encoding='utf-8'))
+err = [l[len('warning: '):] for l in
+       open(sys.argv[2], encoding='utf-8').read().splitlines()
+       if l.startswith('warning: ')]
+assert r['warnings'] == err, (r['warnings'], err)
+assert any('matches no frame: ID 99999' in w for w in err), err
+assert any('4 frames have no register row' in w for w in err), err
+print(len(err))
+)";
+  for (const std::string mode : {" --json", " --dry-run --json"}) {
+    test::LayomatRun run = Layomat(Run(Out("r.csv"), Out("j.dxf")) + mode);
+    ASSERT_EQ(run.status, 0) << mode << run.err;
+    ASSERT_TRUE(core::WriteFileAtomically(Out("out.json"), run.out).ok());
+    ASSERT_TRUE(core::WriteFileAtomically(Out("err.txt"), run.err).ok());
+    testing::ShellRun check = Python(
+        kSameWarnings, "'" + Out("out.json") + "' '" + Out("err.txt") + "'");
+    EXPECT_EQ(check.status, 0) << mode << "\n" << check.out;
+  }
+}
+
 TEST_F(RegisterCommandTest, RegistersThatCannotBeUsedWriteNothing) {
   // Missing: a file error naming it.
   test::LayomatRun missing = Layomat(Run(Out("none.csv"), Out("a.dxf")));

@@ -49,7 +49,11 @@ void RunReport::WriteJson(std::ostream& out, int status) const {
   for (size_t i = 0; i < outputs_.size(); ++i) {
     out << (i ? ", " : "") << JsonString(outputs_[i]);
   }
-  out << "]}\n";
+  out << "],\n \"warnings\": [";
+  for (size_t i = 0; i < warnings_.size(); ++i) {
+    out << (i ? ",\n  " : "\n  ") << JsonString(warnings_[i]);
+  }
+  out << (warnings_.empty() ? "]}\n" : "\n ]}\n");
 }
 
 std::string JsonNumber(double value) {
