@@ -18,7 +18,6 @@
 #include "cli/create_layouts_plan.h"
 #include "cli/creation_report.h"
 #include "cli/embedded_session.h"
-#include "cli/frame_output.h"
 #include "cli/frame_search_run.h"
 #include "cli/plot_run.h"
 #include "cli/register_run.h"
@@ -106,21 +105,13 @@ int RunCreateLayouts(CommandContext& context) {
     sheet_register = std::move(*read);
   }
   const std::string& drawing = options.args[0];
-  Result<std::unique_ptr<EmbeddedSession>> run =
-      EmbeddedSession::OpenToSave(context, drawing, *options.output);
-  if (!run.ok()) {
-    return FinishReport(context, nothing_done,
-                        ReportFileError(context, run.status()));
+  OpenedDrawing opened =
+      OpenDrawing(context, drawing, &*options.output, FrameSearch::kRequired);
+  if (opened.exit != kExitOk) {
+    return FinishReport(context, nothing_done, opened.exit);
   }
-  EmbeddedSession& embedded = **run;
-  core::Windows& windows = context.addin.windows();
-
-  frames::FrameState state;
-  frames::FrameCommands commands(embedded.session(), state,
-                                 MainWindowNamer(windows));
-  if (CaptureAndSearch(context, embedded, commands) != frames::Outcome::kDone) {
-    return FinishReport(context, nothing_done, kExitRefused);
-  }
+  EmbeddedSession& embedded = *opened.embedded;
+  frames::FrameState& state = opened.state;
   std::vector<layouts::RegisteredFrame> registered;
   std::vector<std::string> warnings;
   if (sheet_register) {

@@ -25,19 +25,13 @@ int RunFrames(CommandContext& context) {
     return kExitUsage;
   }
   const std::string& drawing = options.args[0];
-  Result<std::unique_ptr<EmbeddedSession>> run =
-      options.mark
-          ? EmbeddedSession::OpenToSave(context, drawing, *options.mark)
-          : EmbeddedSession::Open(context, drawing);
-  if (!run.ok()) return ReportFileError(context, run.status());
-  EmbeddedSession& embedded = **run;
-  core::Windows& windows = context.addin.windows();
-
-  frames::FrameState state;
-  frames::FrameCommands commands(embedded.session(), state,
-                                 MainWindowNamer(windows));
-  const frames::Outcome outcome = CaptureAndSearch(context, embedded, commands);
-  if (outcome == frames::Outcome::kRefused) return kExitRefused;
+  // An interrupted search still prints the rows found so far.
+  OpenedDrawing opened =
+      OpenDrawing(context, drawing, options.mark ? &*options.mark : nullptr,
+                  FrameSearch::kKeepInterrupted);
+  if (opened.exit != kExitOk) return opened.exit;
+  EmbeddedSession& embedded = *opened.embedded;
+  const frames::FrameState& state = opened.state;
 
   if (options.json) {
     WriteFramesJson(state.table, context.out);
@@ -73,7 +67,7 @@ int RunFrames(CommandContext& context) {
                   << skip.status.message() << "\n";
     }
   }
-  return outcome == frames::Outcome::kDone ? kExitOk : kExitRefused;
+  return opened.outcome == frames::Outcome::kDone ? kExitOk : kExitRefused;
 }
 
 const CommandRegistration kFrames({

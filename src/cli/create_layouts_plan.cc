@@ -148,17 +148,11 @@ int RunCreateLayoutsDryRun(CommandContext& context) {
     return kExitUsage;
   }
   const std::string& drawing = options.args[0];
-  Result<std::unique_ptr<EmbeddedSession>> run =
-      EmbeddedSession::Open(context, drawing);
-  if (!run.ok()) return ReportFileError(context, run.status());
-  EmbeddedSession& embedded = **run;
-
-  frames::FrameState state;
-  frames::FrameCommands commands(embedded.session(), state,
-                                 MainWindowNamer(context.addin.windows()));
-  if (CaptureAndSearch(context, embedded, commands) != frames::Outcome::kDone) {
-    return kExitRefused;
-  }
+  OpenedDrawing opened =
+      OpenDrawing(context, drawing, nullptr, FrameSearch::kRequired);
+  if (opened.exit != kExitOk) return opened.exit;
+  EmbeddedSession& embedded = *opened.embedded;
+  frames::FrameState& state = opened.state;
   std::vector<std::string> register_warnings;
   if (options.register_file) {  // the plan of the sheets it lists
     Result<layouts::Register> read =

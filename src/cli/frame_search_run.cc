@@ -1,14 +1,19 @@
 #include "cli/frame_search_run.h"
 
+#include "cli/frame_output.h"
 #include "cli/template_choice.h"
 #include "frames/frame_ordering.h"
 
 namespace lmt::cli {
+namespace {
 
+// kRefused when the capture was refused; otherwise the search's outcome.
 frames::Outcome CaptureAndSearch(CommandContext& context,
                                  EmbeddedSession& embedded,
-                                 frames::FrameCommands& commands) {
+                                 frames::FrameState& state) {
   const CliOptions& options = context.options;
+  frames::FrameCommands commands(embedded.session(), state,
+                                 MainWindowNamer(context.addin.windows()));
   if (options.template_handle) {
     Result<std::string> handle = ResolveTemplateHandle(context, embedded);
     if (!handle.ok()) return frames::Outcome::kRefused;
@@ -27,6 +32,37 @@ frames::Outcome CaptureAndSearch(CommandContext& context,
     embedded.user().QueueSortPolylinePick();
   }
   return commands.Search(mode);
+}
+
+}  // namespace
+
+OpenedDrawing OpenDrawing(CommandContext& context, const std::string& drawing,
+                          const std::string* out, FrameSearch search,
+                          const AfterOpen& after_open) {
+  OpenedDrawing opened;
+  Result<std::unique_ptr<EmbeddedSession>> run =
+      out != nullptr ? EmbeddedSession::OpenToSave(context, drawing, *out)
+                     : EmbeddedSession::Open(context, drawing);
+  if (!run.ok()) {
+    opened.exit = ReportFileError(context, run.status());
+    return opened;
+  }
+  opened.embedded = std::move(*run);
+  if (after_open) {
+    const Status prepared = after_open(*opened.embedded);
+    if (!prepared.ok()) {
+      opened.exit = ReportFileError(context, prepared);
+      return opened;
+    }
+  }
+  if (search == FrameSearch::kNone) return opened;
+  opened.outcome = CaptureAndSearch(context, *opened.embedded, opened.state);
+  const bool kept = search == FrameSearch::kKeepInterrupted &&
+                    opened.outcome == frames::Outcome::kInterrupted;
+  if (opened.outcome != frames::Outcome::kDone && !kept) {
+    opened.exit = kExitRefused;
+  }
+  return opened;
 }
 
 }  // namespace lmt::cli
