@@ -279,8 +279,8 @@ void Commands::CreateLayouts() {
   }
   const layouts::CreationReport report =
       layouts::CreateLayouts(session_, state_.table);
-  if (report.outcome == layouts::CreationOutcome::kRefused ||
-      report.outcome == layouts::CreationOutcome::kNotConnected) {
+  if (report.outcome == host::Outcome::kRefused ||
+      report.outcome == host::Outcome::kNotConnected) {
     return;
   }
   for (const layouts::RegisteredFrame& frame : listed)

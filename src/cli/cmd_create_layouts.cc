@@ -135,9 +135,10 @@ int RunCreateLayouts(CommandContext& context) {
 
   const layouts::CreationReport report =
       layouts::CreateLayouts(embedded.session(), state.table);
-  if (report.outcome == layouts::CreationOutcome::kRefused ||
-      report.outcome == layouts::CreationOutcome::kNotConnected) {
-    return FinishReport(context, nothing_done, kExitRefused);
+  // An interrupted run keeps and saves what it made.
+  if (report.outcome == host::Outcome::kRefused ||
+      report.outcome == host::Outcome::kNotConnected) {
+    return FinishReport(context, nothing_done, ExitStatusOf(report.outcome));
   }
   for (const layouts::RegisteredFrame& frame : registered) {
     layouts::WriteLayoutValues(*embedded.document(), frame);
@@ -185,10 +186,7 @@ int RunCreateLayouts(CommandContext& context) {
   if (const int plotted = PlotNewLayouts(context, report.created)) {
     return FinishReport(context, run_report, plotted);
   }
-  return FinishReport(context, run_report,
-                      report.outcome == layouts::CreationOutcome::kDone
-                          ? kExitOk
-                          : kExitRefused);
+  return FinishReport(context, run_report, ExitStatusOf(report.outcome));
 }
 
 const CommandRegistration kCreateLayouts({

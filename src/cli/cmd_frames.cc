@@ -67,7 +67,7 @@ int RunFrames(CommandContext& context) {
                   << skip.status.message() << "\n";
     }
   }
-  return opened.outcome == frames::Outcome::kDone ? kExitOk : kExitRefused;
+  return ExitStatusOf(opened.outcome);
 }
 
 const CommandRegistration kFrames({

@@ -8,18 +8,18 @@ namespace lmt::cli {
 namespace {
 
 // kRefused when the capture was refused; otherwise the search's outcome.
-frames::Outcome CaptureAndSearch(CommandContext& context,
-                                 EmbeddedSession& embedded,
-                                 frames::FrameState& state) {
+host::Outcome CaptureAndSearch(CommandContext& context,
+                               EmbeddedSession& embedded,
+                               frames::FrameState& state) {
   const CliOptions& options = context.options;
   frames::FrameCommands commands(embedded.session(), state,
                                  MainWindowNamer(context.addin.windows()));
   if (options.template_handle) {
     Result<std::string> handle = ResolveTemplateHandle(context, embedded);
-    if (!handle.ok()) return frames::Outcome::kRefused;
+    if (!handle.ok()) return host::Outcome::kRefused;
     embedded.user().QueuePick({*handle});
-    frames::Outcome captured = commands.GetObrazec();
-    if (captured != frames::Outcome::kDone) return frames::Outcome::kRefused;
+    host::Outcome captured = commands.GetObrazec();
+    if (captured != host::Outcome::kDone) return host::Outcome::kRefused;
     context.ReapplyFilterSets();
   }
   // The picks come in this order: the objects on screen, then the
@@ -58,10 +58,8 @@ OpenedDrawing OpenDrawing(CommandContext& context, const std::string& drawing,
   if (search == FrameSearch::kNone) return opened;
   opened.outcome = CaptureAndSearch(context, *opened.embedded, opened.state);
   const bool kept = search == FrameSearch::kKeepInterrupted &&
-                    opened.outcome == frames::Outcome::kInterrupted;
-  if (opened.outcome != frames::Outcome::kDone && !kept) {
-    opened.exit = kExitRefused;
-  }
+                    opened.outcome == host::Outcome::kInterrupted;
+  if (!kept) opened.exit = ExitStatusOf(opened.outcome);
   return opened;
 }
 

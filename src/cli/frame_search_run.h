@@ -38,7 +38,7 @@ struct OpenedDrawing {
   std::unique_ptr<EmbeddedSession> embedded;
   frames::FrameState state;
   // The search's outcome; kDone when there was no search.
-  frames::Outcome outcome = frames::Outcome::kDone;
+  host::Outcome outcome = host::Outcome::kDone;
 };
 
 // Opens `drawing` to be written to `out` (EmbeddedSession::OpenToSave), or

@@ -193,11 +193,11 @@ Result<ModelWindow> ViewportModelWindow(const host::Point& view_center,
       {view_center.x + half_width, view_center.y + half_height, z2}};
 }
 
-Outcome DeleteOutsideViewport(host::Session& session,
-                              DeleteOutsideReport* report) {
+host::Outcome DeleteOutsideViewport(host::Session& session,
+                                    DeleteOutsideReport* report) {
   DeleteOutsideReport local;
   DeleteOutsideReport& run = report != nullptr ? *report : local;
-  if (!session.Connect()) return Outcome::kNotConnected;
+  if (!session.Connect()) return host::Outcome::kNotConnected;
   BringCadForward(session);
   host::Document& document = session.document();
   host::User& user = session.user();
@@ -205,7 +205,7 @@ Outcome DeleteOutsideViewport(host::Session& session,
   if (ModelTabCurrent(document)) {
     session.ShowMessage(core::kMsgImpossibleInModel,
                         host::MessageIcon::kCritical);
-    return Outcome::kRefused;
+    return host::Outcome::kRefused;
   }
 
   Note(run.skips, kSetKeep, "delete set",
@@ -228,7 +228,7 @@ Outcome DeleteOutsideViewport(host::Session& session,
   user.BringToFront();
   if (members.empty()) {
     session.ShowMessage(core::kMsgNoObjects, host::MessageIcon::kCritical);
-    return Outcome::kRefused;
+    return host::Outcome::kRefused;
   }
 
   Result<host::SelectionSetPtr> keep = RecreateSelectionSet(document, kSetKeep);
@@ -256,7 +256,7 @@ Outcome DeleteOutsideViewport(host::Session& session,
 
   user.ShowMessage(kOkText, host::MessageIcon::kInformation,
                    host::MessageButtons::kOk, session.globals().product_name);
-  return Outcome::kDone;
+  return host::Outcome::kDone;
 }
 
 }  // namespace lmt::utilities

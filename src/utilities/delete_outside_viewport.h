@@ -68,8 +68,8 @@ struct DeleteOutsideReport {
 // be processed and ends with "Ok" (information, titled with the add-in
 // window's title), also when no picked object was a usable viewport.
 // `report`, when given, receives what was done.
-Outcome DeleteOutsideViewport(host::Session& session,
-                              DeleteOutsideReport* report = nullptr);
+host::Outcome DeleteOutsideViewport(host::Session& session,
+                                    DeleteOutsideReport* report = nullptr);
 
 }  // namespace lmt::utilities
 

@@ -11,15 +11,9 @@
 #include <vector>
 
 #include "core/status.h"
+#include "host/outcome.h"
 
 namespace lmt::utilities {
-
-// How a command ended.
-enum class Outcome {
-  kDone,          // ran to its end (its final message was shown)
-  kRefused,       // stopped with one of its own refusal messages
-  kNotConnected,  // no host or drawing; the connection already told the user
-};
 
 // One host call that failed and what was passed over because of it.
 struct Skip {

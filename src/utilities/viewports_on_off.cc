@@ -243,8 +243,9 @@ SwitchReport ViewportOffOn(host::Session& session, bool on) {
                        session.user(), on);
 }
 
-Outcome StartViewportsOnOff(host::Session& session, SwitchReport* report) {
-  if (!session.Connect()) return Outcome::kNotConnected;
+host::Outcome StartViewportsOnOff(host::Session& session,
+                                  SwitchReport* report) {
+  if (!session.Connect()) return host::Outcome::kNotConnected;
   const core::OknoFunctionOnOffViewport& window =
       session.windows().okno_function_on_off_viewport;
   if (window.check_viewport_on_off.checked()) {
@@ -256,7 +257,7 @@ Outcome StartViewportsOnOff(host::Session& session, SwitchReport* report) {
   session.user().ShowMessage(kOkText, host::MessageIcon::kInformation,
                              host::MessageButtons::kOk,
                              session.globals().product_name);
-  return Outcome::kDone;
+  return host::Outcome::kDone;
 }
 
 }  // namespace lmt::utilities

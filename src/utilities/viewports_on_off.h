@@ -78,8 +78,8 @@ SwitchReport ViewportOffOn(host::Session& session, bool on);
 // Option_ViewportOnOff(0) is selected, otherwise off; then shows "Ok" as an
 // information box titled with the add-in window's title, also when nothing
 // was done. `report`, when given, receives what the switching did.
-Outcome StartViewportsOnOff(host::Session& session,
-                            SwitchReport* report = nullptr);
+host::Outcome StartViewportsOnOff(host::Session& session,
+                                  SwitchReport* report = nullptr);
 
 }  // namespace lmt::utilities
 
