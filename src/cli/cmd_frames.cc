@@ -62,7 +62,7 @@ int RunFrames(CommandContext& context) {
                   << state.table.last_row() << " frames highlighted on layer "
                   << utilities::kMarkLayer << " in " << *options.mark << "\n";
     }
-    for (const utilities::Skip& skip : marked.skips.skips()) {
+    for (const host::Skip& skip : marked.skips.skips()) {
       context.err << "layomat: " << skip.object << ": " << skip.step << ": "
                   << skip.status.message() << "\n";
     }

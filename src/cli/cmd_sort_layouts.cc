@@ -34,7 +34,7 @@ int RunSortLayouts(CommandContext& context) {
   EmbeddedSession& embedded = *opened.embedded;
   const layouts::SortReport sorted =
       layouts::SortLayouts(*embedded.document(), *sort, opened.state.table);
-  for (const utilities::Skip& skip : sorted.skips.skips()) {
+  for (const host::Skip& skip : sorted.skips.skips()) {
     context.err << "layomat: " << skip.object << ": " << skip.step << ": "
                 << skip.status.message() << "\n";
   }

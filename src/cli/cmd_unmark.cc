@@ -23,7 +23,7 @@ int RunUnmark(CommandContext& context) {
   if (opened.exit != kExitOk) return opened.exit;
   const utilities::MarkReport removed =
       utilities::RemoveHighlighting(*opened.embedded->document());
-  for (const utilities::Skip& skip : removed.skips.skips()) {
+  for (const host::Skip& skip : removed.skips.skips()) {
     context.err << "layomat: " << skip.object << ": " << skip.step << ": "
                 << skip.status.message() << "\n";
   }

@@ -32,7 +32,7 @@ int RunViews(CommandContext& context) {
         }
         return yes;
       });
-  for (const utilities::Skip& skip : views.skips.skips()) {
+  for (const host::Skip& skip : views.skips.skips()) {
     context.err << "layomat: " << skip.object << ": " << skip.step << ": "
                 << skip.status.message() << "\n";
   }

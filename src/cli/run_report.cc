@@ -65,8 +65,8 @@ std::string JsonNumber(double value) {
 }
 
 void AddSkips(RunReport& report, std::string_view kind,
-              const utilities::SkipLog& skips) {
-  for (const utilities::Skip& skip : skips.skips()) {
+              const host::SkipLog& skips) {
+  for (const host::Skip& skip : skips.skips()) {
     report.Add({std::string(kind),
                 skip.object,
                 std::string(kSkipped),

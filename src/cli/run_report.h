@@ -27,7 +27,8 @@
 #include <vector>
 
 #include "cli/registry.h"
-#include "utilities/run_report.h"
+#include "host/outcome.h"
+#include "host/skip_log.h"
 
 namespace lmt::cli {
 
@@ -83,7 +84,7 @@ std::string JsonNumber(double value);
 // One kSkipped item of `kind` per host refusal in `skips`, its reason
 // naming the step ("switch: ...").
 void AddSkips(RunReport& report, std::string_view kind,
-              const utilities::SkipLog& skips);
+              const host::SkipLog& skips);
 
 // One line per item, "RESULT<TAB>KIND<TAB>NAME", with the reason or the
 // detail after another tab; for --verbose where a command has no item

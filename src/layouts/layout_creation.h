@@ -32,10 +32,11 @@
 #include <vector>
 
 #include "frames/frame_table.h"
+#include "host/outcome.h"
 #include "host/session.h"
+#include "host/skip_log.h"
 #include "layouts/run_plan.h"
 #include "layouts/run_settings.h"
-#include "utilities/run_report.h"
 
 namespace lmt::layouts {
 
@@ -54,7 +55,7 @@ struct CreationReport {
   host::Outcome outcome = host::Outcome::kDone;
   int rows = 0;                      // rows to make a layout for
   std::vector<std::string> created;  // layout names, in order
-  utilities::SkipLog skipped;        // rows passed over (kSkipLayout)
+  host::SkipLog skipped;             // rows passed over (kSkipLayout)
   std::vector<std::string> deleted;  // earlier layouts (Check_UdalitListi)
   int viewports = 0;                 // viewports made, copies included
 };

@@ -412,7 +412,7 @@ TEST_F(CreationTest, RowsWhoseLayoutTheHostRefusesAreReportedSkipped) {
   EXPECT_EQ(report.created,
             (std::vector<std::string>{"Sheet-1", "Sheet-3", "Sheet-4"}));
   ASSERT_EQ(report.skipped.skips().size(), 1u);
-  const utilities::Skip& skip = report.skipped.skips()[0];
+  const host::Skip& skip = report.skipped.skips()[0];
   EXPECT_EQ(skip.object, "Sheet-2");
   EXPECT_EQ(skip.step, kSkipLayout);
   EXPECT_EQ(skip.status.code(), StatusCode::kRefused);

@@ -20,7 +20,7 @@ namespace {
 constexpr std::string_view kViewportObjectName = "AcDbViewport";
 
 // Records a refusal; true when `status` is ok.
-bool Note(SkipLog& skips, std::string_view object, std::string_view step,
+bool Note(host::SkipLog& skips, std::string_view object, std::string_view step,
           const Status& status) {
   if (status.ok()) return true;
   skips.Add(std::string(object), std::string(step), status);
@@ -44,7 +44,7 @@ void BringCadForward(host::Session& session) {
 // The z of a bounding-box corner in the viewport's display coordinates;
 // only the z is used, so a refusal falls back to the paper z.
 double DisplayZ(const host::Utility* utility, const host::Point& corner,
-                std::string_view handle, SkipLog& skips) {
+                std::string_view handle, host::SkipLog& skips) {
   if (utility == nullptr) return corner.z;
   Result<host::Point> translated = utility->TranslateCoordinates(
       corner, host::CoordinateSystem::kPaperSpaceDisplay,
@@ -67,7 +67,7 @@ struct PaperValues {
 std::optional<PaperValues> ReadAndEnter(host::Document& document,
                                         const host::PViewportPtr& viewport,
                                         std::string_view handle,
-                                        SkipLog& skips) {
+                                        host::SkipLog& skips) {
   Note(skips, handle, "paper space", document.SetMSpace(false));
   Note(skips, handle, "activate", document.SetActivePViewport(viewport));
   // The centre is read as the host expects the sequence; the window is built
@@ -98,7 +98,7 @@ std::optional<PaperValues> ReadAndEnter(host::Document& document,
 bool SelectWindow(host::Document& document, const PaperValues& paper,
                   std::string_view handle, host::SelectionSet& keep,
                   DeleteOutsideReport& report) {
-  SkipLog& skips = report.skips;
+  host::SkipLog& skips = report.skips;
   // A refused UCS command would leave a rotated view's window misplaced.
   if (!Note(skips, handle, "view ucs", document.SendCommand(kViewUcsCommand))) {
     return false;
@@ -154,7 +154,7 @@ bool ProcessViewport(host::Document& document,
 // the host refuses to take a kept object out of the erase set.
 void EraseOutside(host::Document& document, const host::SelectionSet& keep,
                   DeleteOutsideReport& report) {
-  SkipLog& skips = report.skips;
+  host::SkipLog& skips = report.skips;
   Result<host::SelectionSetPtr> model =
       RecreateSelectionSet(document, kSetModel);
   if (!Note(skips, kSetModel, "create set", model.status())) return;

@@ -25,9 +25,10 @@
 #include <string_view>
 
 #include "core/status.h"
+#include "host/outcome.h"
 #include "host/point.h"
 #include "host/session.h"
-#include "utilities/run_report.h"
+#include "host/skip_log.h"
 
 namespace lmt::utilities {
 
@@ -58,7 +59,7 @@ struct DeleteOutsideReport {
   ModelWindow window;
   int32_t kept = 0;    // objects the window selection found
   int32_t erased = 0;  // model-space objects erased
-  SkipLog skips;
+  host::SkipLog skips;
 };
 
 // Command_SelViewpost. Connects (kNotConnected when that fails) and brings

@@ -249,7 +249,7 @@ TEST(ViewportsOnOffTest, RefusedViewportIsSkippedAndTheRestSwitched) {
   EXPECT_EQ(run.outcome, host::Outcome::kDone);
   EXPECT_EQ(run.report.switched, 2);
   ASSERT_EQ(run.report.skips.skips().size(), 1u);
-  const Skip& skip = run.report.skips.skips()[0];
+  const host::Skip& skip = run.report.skips.skips()[0];
   EXPECT_EQ(skip.step, "switch");
   EXPECT_EQ(skip.status.code(), StatusCode::kRefused);
   EXPECT_TRUE(run.saved.viewports.at(skip.object).on) << skip.object;
