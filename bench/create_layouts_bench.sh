@@ -7,29 +7,15 @@
 #
 # Usage: bench/create_layouts_bench.sh [RUNS]   (after building build/)
 set -euo pipefail
-cd "$(dirname "$0")/.."
 runs=${1:-5}
-data=build/bench_data
-mkdir -p "$data"
-drawing=$data/frames.dxf
-[[ -f $drawing ]] || /usr/bin/python3 bench/make_bench_drawing.py "$drawing"
-settings=$(mktemp)
-trap 'rm -f "$settings"' EXIT
+source "$(dirname "$0")/common.sh"
 
 # best_of OUT [OPTIONS...]: the best time of RUNS runs into OUT.
 best_of() {
-  local out=$1 best= start end
+  local out=$1
   shift
-  for ((i = 0; i < runs; i++)); do
-    start=$EPOCHREALTIME
-    build/layomat create-layouts "$drawing" -o "$out" \
-      --settings "$settings" --set OknoLmt.TextStrokaNameFile=20 "$@" \
-      >/dev/null 2>&1
-    end=$EPOCHREALTIME
-    best=$(awk -v s="$start" -v e="$end" -v b="$best" \
-      'BEGIN { t = e - s; print (b == "" || t < b) ? t : b }')
-  done
-  echo "$best"
+  best_of_runs "$runs" build/layomat create-layouts "$drawing" -o "$out" \
+    --settings "$settings" --set OknoLmt.TextStrokaNameFile=20 "$@"
 }
 
 best=$(best_of "$data/layomat-out.dxf")

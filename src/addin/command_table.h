@@ -41,6 +41,9 @@ enum class Action {
   kHighlightFrames,  // Command_VidelitRamki: outline the table's frames
   kUnhighlight,      // Command_NeVidelitRamki: remove the outlines
   kCreateViews,      // Command_SozdatVidi: a named view per frame
+  kCheckPlan,        // mnuProveritPlan: the creation plan shown as text
+  kExportRegister,   // Command_EksportReestr: the frame table as CSV
+  kImportRegister,   // Command_ImportReestr: an edited CSV applied
   kBatchStart,       // Command_Start of a batch window
   kBatchInterrupt,   // Command_Prervat of a batch window
   kBatchAddFiles,    // Command_VibratFaili

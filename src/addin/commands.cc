@@ -15,10 +15,14 @@
 #include "core/file_util.h"
 #include "core/settings.h"
 #include "core/text_case.h"
+#include "layouts/frame_csv.h"
 #include "layouts/frame_length_pick.h"
 #include "layouts/frame_views.h"
 #include "layouts/layout_creation.h"
 #include "layouts/layout_naming.h"
+#include "layouts/plan_checks.h"
+#include "layouts/plan_text.h"
+#include "layouts/register_values.h"
 #include "utilities/delete_outside_viewport.h"
 #include "utilities/frame_marks.h"
 #include "utilities/viewports_on_off.h"
@@ -28,6 +32,8 @@ namespace {
 
 constexpr std::string_view kLispFileFilter =
     "Lisp Files(*.lsp)|*.lsp*|All Files(*.*)|*.*";
+constexpr std::string_view kRegisterFileFilter =
+    "CSV Files(*.csv)|*.csv|All Files(*.*)|*.*";
 
 frames::RowNamer MainWindowNamer(core::Windows& windows) {
   return [&windows](frames::FrameTable& table) {
@@ -72,6 +78,14 @@ std::optional<core::SettingsBlock> ConfirmedBlockOf(core::Windows& w,
   return std::nullopt;
 }
 
+// A fresh table holds an empty row; a searched one a frame per row.
+bool HasFrames(const frames::FrameTable& table) {
+  for (int r = 1; r < table.row_count(); ++r) {
+    if (!table.Cell(r, frames::Column::kId).empty()) return true;
+  }
+  return false;
+}
+
 core::BatchFile RowOf(const std::string& path) {
   return {core::PathToUtf8(core::PathFromUtf8(path).filename()), path};
 }
@@ -107,15 +121,27 @@ void Commands::Run(const CommandEntry& entry) {
       frames_changed();
       return;
     case Action::kSearchAll:
+      registered_.clear();  // a new table: the register matched the old one
       frame_commands_.Search(frames::kSearchAll);
       frames_changed();
       return;
     case Action::kSearchOnScreen:
+      registered_.clear();
       frame_commands_.Search(frames::kSearchOnScreen);
       frames_changed();
       return;
     case Action::kCreateLayouts:
-      layouts::CreateLayouts(session_, state_.table);
+      CreateLayouts();
+      return;
+    case Action::kCheckPlan:
+      CheckPlan();
+      return;
+    case Action::kExportRegister:
+      ExportRegister();
+      return;
+    case Action::kImportRegister:
+      ImportRegister();
+      frames_changed();
       return;
     case Action::kUpdate:
       frame_commands_.Update();
@@ -227,6 +253,105 @@ void Commands::FrameTools(Action action) {
                ? std::string("No view made.")
                : std::to_string(views.made + views.replaced) + " views made.";
   }
+  user.ShowMessage(text, host::MessageIcon::kInformation,
+                   host::MessageButtons::kOk, title);
+}
+
+void Commands::CreateLayouts() {
+  // The user may have moved, deleted or renamed rows since the import: the
+  // values follow their frame's ID to its row and layout name now.
+  std::vector<layouts::RegisteredFrame> listed;
+  for (const layouts::RegisteredFrame& frame : registered_) {
+    for (int r = 1; r < state_.table.row_count(); ++r) {
+      if (frame.id.empty() ||
+          state_.table.Cell(r, frames::Column::kId) != frame.id) {
+        continue;
+      }
+      listed.push_back(frame);
+      listed.back().table_row = r;
+      listed.back().layout = state_.table.Cell(r, frames::Column::kLayoutName);
+      break;
+    }
+  }
+  if (!listed.empty() && session_.Connect()) {
+    for (const layouts::RegisteredFrame& frame : listed)
+      layouts::WriteFrameValues(session_.document(), frame);
+  }
+  const layouts::CreationReport report =
+      layouts::CreateLayouts(session_, state_.table);
+  if (report.outcome == host::Outcome::kRefused ||
+      report.outcome == host::Outcome::kNotConnected) {
+    return;
+  }
+  for (const layouts::RegisteredFrame& frame : listed)
+    layouts::WriteLayoutValues(session_.document(), frame);
+}
+
+void Commands::CheckPlan() {
+  std::optional<layouts::CreationPlan> plan =
+      layouts::PlanLayouts(session_, state_.table);
+  if (!plan) return;
+  const std::vector<std::string> warnings =
+      layouts::CheckPlan(plan->frames, state_.table, plan->existing_layouts);
+  shell_.ShowText(session_.windows().okno_lmt.caption("mnuProveritPlan"),
+                  layouts::PlanText(*plan, state_.table, warnings));
+}
+
+void Commands::ExportRegister() {
+  host::User& user = session_.user();
+  const std::string& title = session_.globals().product_name;
+  const int rows = state_.table.row_count() - 1;
+  if (!HasFrames(state_.table)) {
+    user.ShowMessage("The frame table is empty: find the frames first.",
+                     host::MessageIcon::kInformation, host::MessageButtons::kOk,
+                     title);
+    return;
+  }
+  if (!session_.Connect()) return;  // the attributes come from the drawing
+  std::optional<std::string> path =
+      shell_.PickSaveFile(kRegisterFileFilter, "frames.csv");
+  if (!path) return;
+  const Status written =
+      layouts::WriteFramesCsv(session_.document(), state_.table, *path);
+  if (!written.ok()) {
+    user.ShowMessage(written.message(), host::MessageIcon::kCritical,
+                     host::MessageButtons::kOk, title);
+    return;
+  }
+  user.ShowMessage(std::to_string(rows) + " frames written to " + *path + ".",
+                   host::MessageIcon::kInformation, host::MessageButtons::kOk,
+                   title);
+}
+
+void Commands::ImportRegister() {
+  host::User& user = session_.user();
+  const std::string& title = session_.globals().product_name;
+  if (!HasFrames(state_.table)) {
+    user.ShowMessage(
+        "The frame table is empty: find the frames first; the register is "
+        "matched to them.",
+        host::MessageIcon::kInformation, host::MessageButtons::kOk, title);
+    return;
+  }
+  const std::vector<std::string> chosen =
+      shell_.PickFiles(kRegisterFileFilter, false);
+  if (chosen.empty()) return;
+  Result<layouts::Register> read = layouts::ReadRegister(chosen.front());
+  if (!read.ok()) {
+    user.ShowMessage(read.status().message(), host::MessageIcon::kCritical,
+                     host::MessageButtons::kOk, title);
+    return;
+  }
+  layouts::RegisterOutcome outcome =
+      layouts::ApplyRegister(*read, state_.table);
+  state_.table = std::move(outcome.table);
+  registered_ = std::move(outcome.frames);
+  const int rows = state_.table.row_count() - 1;
+  session_.windows().okno_lmt.found_count = std::to_string(rows);
+  std::string text = "Register applied: " + std::to_string(rows) +
+                     (rows == 1 ? " frame" : " frames") +
+                     " in its order and with its names.";
+  for (const std::string& warning : outcome.warnings) text += "\n" + warning;
   user.ShowMessage(text, host::MessageIcon::kInformation,
                    host::MessageButtons::kOk, title);
 }

@@ -10,11 +10,13 @@
 #define LMT_ADDIN_COMMANDS_H_
 
 #include <string_view>
+#include <vector>
 
 #include "addin/command_table.h"
 #include "addin/shell.h"
 #include "frames/frame_commands.h"
 #include "host/session.h"
+#include "layouts/frame_register.h"
 
 namespace lmt::addin {
 
@@ -39,6 +41,15 @@ class Commands {
   // Highlighting, its removal and the named views over the frame table,
   // each ending with an information message.
   void FrameTools(Action action);
+  // Layout creation; an imported register's values go into the title
+  // blocks of its frames before and of their new layouts after.
+  void CreateLayouts();
+  // The plan of the next creation and its warnings in the text window.
+  void CheckPlan();
+  // The frame table with the title blocks' attributes to a CSV file, and
+  // an edited one applied to the table: its order, names and values.
+  void ExportRegister();
+  void ImportRegister();
   void Batch(core::Window& window, Action action);
   void BatchStart(core::Window& window);
   void ShowNameLayouts();
@@ -47,6 +58,8 @@ class Commands {
   Shell& shell_;
   frames::FrameState state_;
   frames::FrameCommands frame_commands_;
+  // The frames of the last imported register, until the next search.
+  std::vector<layouts::RegisteredFrame> registered_;
 };
 
 }  // namespace lmt::addin

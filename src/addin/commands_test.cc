@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "batch/file_table.h"
+#include "core/file_util.h"
 #include "core/globals.h"
 #include "core/ini_unicode.h"
 #include "core/settings.h"
@@ -20,6 +21,7 @@
 #include "dxfhost/application.h"
 #include "dxfhost/test_support.h"
 #include "frames/frame_commands.h"
+#include "host/entity.h"
 #include "host/host_kind.h"
 #include "testing/fake_runtime.h"
 #include "testing/scripted_user.h"
@@ -49,8 +51,16 @@ class RecordingShell : public Shell {
     file_filters.push_back(std::string(filter) + (multiple ? " *" : ""));
     return picked_files;
   }
+  std::optional<std::string> PickSaveFile(std::string_view filter,
+                                          std::string_view name) override {
+    file_filters.push_back(std::string(filter) + " > " + std::string(name));
+    return save_path;
+  }
   std::optional<std::string> PickFolder(std::string_view) override {
     return picked_folder;
+  }
+  void ShowText(std::string_view title, std::string_view text) override {
+    texts.push_back(std::string(title) + "\n" + std::string(text));
   }
   std::string ClipboardText() override { return clipboard; }
   void OpenWebPage(std::string_view address) override {
@@ -58,13 +68,15 @@ class RecordingShell : public Shell {
   }
   void ShowAbout() override { ++about; }
 
-  std::vector<std::string> shown, hidden, refreshed, web_pages, file_filters;
+  std::vector<std::string> shown, hidden, refreshed, web_pages, file_filters,
+      texts;
   int table_changes = 0;
   int about = 0;
   int selected_frame_row = 0;
   int selected_file_row = 0;
   std::vector<std::string> picked_files;
   std::optional<std::string> picked_folder;
+  std::optional<std::string> save_path;
   std::string clipboard;
 };
 
@@ -158,7 +170,7 @@ TEST(CommandTableTest, EveryMenuItemHasACaptionAndAllButSortingACommand) {
     ++items;
     EXPECT_TRUE(FindCommand("OknoLmt", entry.name).has_value()) << entry.name;
   }
-  EXPECT_EQ(items, 13);
+  EXPECT_EQ(items, 14);
 }
 
 TEST(CommandTableTest, ButtonNamesAndLookUp) {
@@ -273,6 +285,119 @@ TEST_F(CommandsTest, HighlightAndViewButtonsWorkOnTheTable) {
   for (int r = 1; r < rows; ++r) user_.QueueAnswer(host::Answer::kNo);
   commands_->Run("OknoLmt", "Command_SozdatVidi");
   EXPECT_EQ(user_.message_texts().back(), "No view made.");
+}
+
+TEST_F(CommandsTest, CheckPlanShowsThePlanAndItsWarningsMakingNothing) {
+  Open(dxfhost::test::TestdataPath("frames/polylines.dxf"));
+  CaptureAndSearch("30", "Command_GetAll");
+  Result<host::DocumentPtr> doc = app_->ActiveDocument();
+  ASSERT_TRUE(doc.ok());
+  auto layout_count = [&] {
+    Result<host::LayoutsPtr> layouts = (*doc)->Layouts();
+    return layouts.ok() ? (*layouts)->Count().value_or(-1) : -1;
+  };
+  const int before = layout_count();
+  frames::FrameTable& table = commands_->frame_state().table;
+  ASSERT_GE(table.row_count(), 3);
+  const std::string first = table.Cell(1, Column::kLayoutName);
+  table.SetCell(2, Column::kLayoutName, first);  // a name used twice
+
+  const size_t messages = user_.messages().size();
+  commands_->Run("OknoLmt", "mnuProveritPlan");
+  ASSERT_EQ(shell_.texts.size(), 1u);
+  const std::string& shown = shell_.texts.front();
+  EXPECT_TRUE(shown.starts_with(windows_.okno_lmt.caption("mnuProveritPlan") +
+                                "\nLayout\tFrame\t"))
+      << shown;
+  EXPECT_NE(shown.find("\n" + first + "\tpolyline\t"), std::string::npos)
+      << shown;
+  EXPECT_NE(shown.find("\nWarnings:\n- "), std::string::npos) << shown;
+  EXPECT_NE(shown.find(first), shown.rfind(first)) << shown;
+  EXPECT_EQ(layout_count(), before);
+  EXPECT_EQ(user_.messages().size(), messages);
+}
+
+// Export writes the register, the user edits it, import applies it: the
+// table takes the register's rows, order and names, and the next creation
+// writes its values into the frames' title blocks.
+TEST_F(CommandsTest, RegisterExportAndImportDriveTheNextCreation) {
+  testing::TempDir dir;
+  auto import = [&](const std::string& text) {
+    const std::string path = (dir / "edited.csv").string();
+    EXPECT_TRUE(core::WriteFileAtomically(dir / "edited.csv", text).ok());
+    shell_.picked_files = {path};
+    commands_->Run("OknoLmt", "Command_ImportReestr");
+  };
+  // Before a search there is nothing to match the register to.
+  import("ID,Layout Name\n148,X\n");
+  EXPECT_TRUE(shell_.file_filters.empty());
+  EXPECT_EQ(user_.messages().back().icon, host::MessageIcon::kInformation);
+
+  Open(dxfhost::test::TestdataPath("example.dxf"));
+  windows_.okno_lmt.option_block_poisk.Select(1);  // by size
+  CaptureAndSearch("94", "Command_GetAll");
+  std::vector<std::string> found = Ids();
+  std::sort(found.begin(), found.end());
+  ASSERT_EQ(found, (std::vector<std::string>{"148", "155", "162", "169", "176",
+                                             "183"}));
+  shell_.save_path = (dir / "frames.csv").string();
+  commands_->Run("OknoLmt", "Command_EksportReestr");
+  Result<std::string> written = core::ReadFileBytes(dir / "frames.csv");
+  ASSERT_TRUE(written.ok());
+  EXPECT_TRUE(written->starts_with("\xEF\xBB\xBF№,Layout Name,"));
+  EXPECT_NE(written->find(",SHEET,TITLE\r\n"), std::string::npos);
+  EXPECT_NE(written->find(",A-03,First floor\r\n"), std::string::npos);
+  EXPECT_EQ(user_.message_texts().back(),
+            "6 frames written to " + *shell_.save_path + ".");
+
+  // Refused registers leave the table as it was.
+  found = Ids();
+  import("No,Name\n1,x\n");
+  EXPECT_EQ(user_.messages().back().icon, host::MessageIcon::kCritical);
+  EXPECT_NE(user_.message_texts().back().find("no \"Layout Name\" column"),
+            std::string::npos);
+  shell_.picked_files.clear();
+  commands_->Run("OknoLmt", "Command_ImportReestr");  // cancelled
+  EXPECT_EQ(Ids(), found);
+
+  import(
+      "ID;Layout Name;sheet\r\n162;Лист 1;Л-1\r\n148;Лист 2;Л-2\r\n"
+      "99999;Призрак;x\r\n");
+  EXPECT_EQ(Ids(), (std::vector<std::string>{"162", "148"}));
+  EXPECT_EQ(commands_->frame_table().Cell(1, Column::kLayoutName), "Лист 1");
+  EXPECT_EQ(windows_.okno_lmt.found_count, "2");
+  const std::string said = user_.message_texts().back();
+  EXPECT_TRUE(said.starts_with("Register applied: 2 frames")) << said;
+  EXPECT_NE(said.find("register row 3 (line 4) matches no frame"),
+            std::string::npos)
+      << said;
+  EXPECT_NE(said.find("4 frames have no register row"), std::string::npos)
+      << said;
+
+  // Rows moved after the import keep their values with their frame.
+  shell_.selected_frame_row = 2;
+  commands_->Run("OknoLmt", "Command_PeremestitStrokuNaPervii");
+  ASSERT_EQ(Ids(), (std::vector<std::string>{"148", "162"}));
+  user_.AllowUnusedAnswers();
+  commands_->Run("OknoLmt", "mnuSozdat");
+  Result<host::DocumentPtr> doc = app_->ActiveDocument();
+  ASSERT_TRUE(doc.ok());
+  Result<host::LayoutsPtr> layouts = (*doc)->Layouts();
+  ASSERT_TRUE(layouts.ok());
+  EXPECT_TRUE((*layouts)->Item("Лист 1").ok());
+  EXPECT_TRUE((*layouts)->Item("Лист 2").ok());
+  auto sheet_of = [&](uint64_t id) {
+    Result<host::ObjectPtr> object = (*doc)->ObjectIdToObject(id);
+    if (!object.ok()) return std::string("?");
+    host::BlockReferencePtr block = host::As<host::BlockReference>(*object);
+    if (block == nullptr) return std::string("?");
+    Result<std::vector<host::AttributePtr>> attributes = block->GetAttributes();
+    if (!attributes.ok() || attributes->empty()) return std::string("?");
+    return attributes->front()->TextString().value_or("?");
+  };
+  EXPECT_EQ(sheet_of(162), "Л-1");
+  EXPECT_EQ(sheet_of(148), "Л-2");
+  EXPECT_EQ(sheet_of(155), "A-02");  // not in the register
 }
 
 TEST_F(CommandsTest, CancelWithoutARunningCommandStillSaysSo) {

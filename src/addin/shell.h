@@ -1,6 +1,7 @@
 // What the add-in's commands ask of the window system: showing and hiding
 // windows, refreshing what a command changed, the rows the user selected,
-// the file and folder dialogs, the clipboard and the web browser. The Win32
+// the file and folder dialogs, a text window, the clipboard and the web
+// browser. The Win32
 // user interface implements it over real windows; tests record the calls.
 #ifndef LMT_ADDIN_SHELL_H_
 #define LMT_ADDIN_SHELL_H_
@@ -34,12 +35,20 @@ class Shell {
   // paths (UTF-8), empty when cancelled.
   virtual std::vector<std::string> PickFiles(std::string_view filter,
                                              bool multiple) = 0;
+  // The save-file dialog with such a filter, proposing `default_name`; the
+  // chosen path (UTF-8), nullopt when cancelled. The dialog asks before a
+  // file that exists is replaced.
+  virtual std::optional<std::string> PickSaveFile(
+      std::string_view filter, std::string_view default_name) = 0;
   // The folder browser; nullopt when cancelled.
   virtual std::optional<std::string> PickFolder(std::string_view title) = 0;
   // The clipboard's text (UTF-8); empty when it holds none.
   virtual std::string ClipboardText() = 0;
   // Opens `address` in the default browser.
   virtual void OpenWebPage(std::string_view address) = 0;
+  // A read-only window of many lines titled `title` (lines end with "\n"),
+  // its text selectable for copying; showing another text replaces it.
+  virtual void ShowText(std::string_view title, std::string_view text) = 0;
   // The about window (product, version, support address).
   virtual void ShowAbout() = 0;
 };

@@ -1,6 +1,7 @@
 #include "batch/batch_run.h"
 
 #include "batch/batch_messages.h"
+#include "core/messages.h"
 
 namespace lmt::batch {
 
@@ -33,7 +34,7 @@ bool PollInterrupt(BatchUi& ui) {
   Pump(ui.user, kPumpsBeforePoll);
   if (ui.user.interrupted()) {
     ui.running = false;
-    ShowNumbered(ui, kMsgInterrupted, host::MessageIcon::kInformation);
+    ShowNumbered(ui, core::kMsgInterrupted, host::MessageIcon::kInformation);
     return true;
   }
   Pump(ui.user, kPumpsAfterPoll);

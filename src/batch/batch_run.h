@@ -23,10 +23,6 @@
 
 namespace lmt::batch {
 
-// The message numbers the runs show.
-inline constexpr int kMsgInterrupted = 5;       // MSG0005
-inline constexpr int kMsgStopBeforeClose = 19;  // MSG0019
-
 // Events pumped at the poll points between files.
 inline constexpr int kPumpsBeforePoll = 12;
 inline constexpr int kPumpsAfterPoll = 4;

@@ -221,8 +221,9 @@ TEST_F(HostBatchTest, InterruptAfterFirstFileShowsMessageFiveThenCount) {
   EXPECT_TRUE(report.interrupted);
   EXPECT_EQ(report.processed, 1);
   EXPECT_EQ(Count("open"), 1);
-  EXPECT_EQ(user_.message_texts(),
-            (std::vector<std::string>{messages_.Get(kMsgInterrupted), "1"}));
+  EXPECT_EQ(
+      user_.message_texts(),
+      (std::vector<std::string>{messages_.Get(core::kMsgInterrupted), "1"}));
   EXPECT_FALSE(user_.interrupted());
   EXPECT_FALSE(ui_.running);
 }
@@ -284,9 +285,9 @@ TEST_F(HostBatchTest, LispLoadsStartsAndStopsBeforeClosing) {
   EXPECT_EQ(report.processed, 1);
   EXPECT_EQ(Sends(),
             (std::vector<std::string>{LispLoadCommand(s.lisp_file), "GO\r"}));
-  EXPECT_EQ(
-      user_.message_texts(),
-      (std::vector<std::string>{messages_.Get(kMsgStopBeforeClose), "1"}));
+  EXPECT_EQ(user_.message_texts(),
+            (std::vector<std::string>{
+                messages_.Get(core::kMsgStopBeforeClosing), "1"}));
   EXPECT_EQ(rec_.log.back(), "close");
 }
 

@@ -341,8 +341,9 @@ TEST_F(ReplaceRunTest, InterruptStopsBeforeTheNextFile) {
   EXPECT_TRUE(report.interrupted);
   EXPECT_EQ(report.processed, 1);
   EXPECT_EQ(report.written.size(), 1u);
-  EXPECT_EQ(user_.message_texts(),
-            (std::vector<std::string>{messages_.Get(kMsgInterrupted), "1"}));
+  EXPECT_EQ(
+      user_.message_texts(),
+      (std::vector<std::string>{messages_.Get(core::kMsgInterrupted), "1"}));
 }
 
 TEST_F(ReplaceRunTest, TextGroupsKeepMTextFormatting) {

@@ -5,6 +5,7 @@
 #include "batch/batch_messages.h"
 #include "batch/lisp_commands.h"
 #include "batch/paths.h"
+#include "core/messages.h"
 
 namespace lmt::batch {
 
@@ -64,7 +65,8 @@ BatchReport RunLispFiles(host::Application& application, BatchUi& ui,
       result.status = document.SendCommand(start);
       ui.user.Wait(kHostWait);
       if (settings.stop_before_close) {
-        ShowNumbered(ui, kMsgStopBeforeClose, host::MessageIcon::kInformation);
+        ShowNumbered(ui, core::kMsgStopBeforeClosing,
+                     host::MessageIcon::kInformation);
       }
     }
     if (secure.ok()) document.SetVariable("SECURELOAD", *secure).IgnoreError();

@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "core/status.h"
+#include "host/outcome.h"
 
 namespace lmt::cli {
 
@@ -24,6 +25,12 @@ enum ExitStatus : int {
   kExitUsage = 2,      // bad command line
   kExitFileError = 3,  // a file could not be read, parsed or written
 };
+
+// The exit status of a command that ended with `outcome`: only a run to
+// its end is a success.
+constexpr ExitStatus ExitStatusOf(host::Outcome outcome) {
+  return outcome == host::Outcome::kDone ? kExitOk : kExitRefused;
+}
 
 // One --set SECTION.KEY=VALUE.
 struct SetAssignment {

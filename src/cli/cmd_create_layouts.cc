@@ -10,7 +10,7 @@
 // report (cli/creation_report.h) instead. --dry-run only plans
 // (cli/create_layouts_plan.h). --register FILE takes the sheets, their
 // order, names and title-block values from an edited `frames --csv` file
-// (cli/frame_register.h); --index-layout and --index-at draw a table of the
+// (layouts/frame_register.h); --index-layout and --index-at draw a table of the
 // sheets made (cli/sheet_index.h).
 #include <map>
 #include <ostream>
@@ -18,7 +18,6 @@
 #include "cli/create_layouts_plan.h"
 #include "cli/creation_report.h"
 #include "cli/embedded_session.h"
-#include "cli/frame_output.h"
 #include "cli/frame_search_run.h"
 #include "cli/plot_run.h"
 #include "cli/register_run.h"
@@ -42,8 +41,8 @@ IndexCells IndexRows(host::Document& document, const frames::FrameTable& table,
   cells.push_back({"No.", "Layout"});
   for (const std::string& tag : tags) cells.front().push_back(tag);
   cells.front().push_back("Scale");
-  const std::vector<FrameAttributes> attributes =
-      ReadFrameAttributes(document, table);
+  const std::vector<layouts::FrameAttributes> attributes =
+      layouts::ReadFrameAttributes(document, table);
   std::map<std::string, const layouts::FramePlan*> by_name;
   for (const layouts::FramePlan& frame : plan.frames) {
     by_name.emplace(frame.layout_name, &frame);  // the first wins, as made
@@ -93,10 +92,12 @@ int RunCreateLayouts(CommandContext& context) {
                    "Try 'layomat create-layouts --help'.\n";
     return kExitUsage;
   }
-  const RunReport nothing_done("create-layouts");
-  std::optional<Register> sheet_register;
+  // Warnings found before a refusal still reach the JSON document.
+  RunReport nothing_done("create-layouts");
+  std::optional<layouts::Register> sheet_register;
   if (options.register_file) {
-    Result<Register> read = ReadRegister(*options.register_file);
+    Result<layouts::Register> read =
+        layouts::ReadRegister(*options.register_file);
     if (!read.ok()) {
       return FinishReport(context, nothing_done,
                           ReportRegisterError(context, read.status()));
@@ -104,34 +105,30 @@ int RunCreateLayouts(CommandContext& context) {
     sheet_register = std::move(*read);
   }
   const std::string& drawing = options.args[0];
-  Result<std::unique_ptr<EmbeddedSession>> run =
-      EmbeddedSession::OpenToSave(context, drawing, *options.output);
-  if (!run.ok()) {
-    return FinishReport(context, nothing_done,
-                        ReportFileError(context, run.status()));
+  OpenedDrawing opened =
+      OpenDrawing(context, drawing, &*options.output, FrameSearch::kRequired,
+                  PrepareForLayouts(context));
+  if (opened.exit != kExitOk) {
+    return FinishReport(context, nothing_done, opened.exit);
   }
-  EmbeddedSession& embedded = **run;
-  if (Status ready =
-          embedded.PrepareForLayouts(context.err, context.options.quiet);
-      !ready.ok()) {
-    return FinishReport(context, nothing_done, ReportFileError(context, ready));
-  }
-  core::Windows& windows = context.addin.windows();
-
-  frames::FrameState state;
-  frames::FrameCommands commands(embedded.session(), state,
-                                 MainWindowNamer(windows));
-  if (CaptureAndSearch(context, embedded, commands) != frames::Outcome::kDone) {
-    return FinishReport(context, nothing_done, kExitRefused);
-  }
-  std::vector<RegisteredFrame> registered;
+  EmbeddedSession& embedded = *opened.embedded;
+  frames::FrameState& state = opened.state;
+  std::vector<layouts::RegisteredFrame> registered;
+  std::vector<std::string> warnings;
   if (sheet_register) {
-    registered = MatchRegister(context, *sheet_register, state.table);
-    for (const RegisteredFrame& frame : registered) {
-      WriteFrameValues(*embedded.document(), frame);
+    MatchedRegister matched =
+        MatchRegister(context, *sheet_register, state.table);
+    registered = std::move(matched.frames);
+    warnings = std::move(matched.warnings);
+    for (const layouts::RegisteredFrame& frame : registered) {
+      layouts::WriteFrameValues(*embedded.document(), frame);
     }
   }
-  WarnAboutPlan(context, embedded, state.table, *per_file);
+  for (std::string& warning :
+       WarnAboutPlan(context, embedded, state.table, *per_file)) {
+    warnings.push_back(std::move(warning));
+  }
+  for (const std::string& warning : warnings) nothing_done.AddWarning(warning);
   std::optional<layouts::CreationPlan> index_plan;
   if (options.index_layout) {
     index_plan = layouts::PlanLayouts(embedded.session(), state.table);
@@ -139,12 +136,13 @@ int RunCreateLayouts(CommandContext& context) {
 
   const layouts::CreationReport report =
       layouts::CreateLayouts(embedded.session(), state.table);
-  if (report.outcome == layouts::CreationOutcome::kRefused ||
-      report.outcome == layouts::CreationOutcome::kNotConnected) {
-    return FinishReport(context, nothing_done, kExitRefused);
+  // An interrupted run keeps and saves what it made.
+  if (report.outcome == host::Outcome::kRefused ||
+      report.outcome == host::Outcome::kNotConnected) {
+    return FinishReport(context, nothing_done, ExitStatusOf(report.outcome));
   }
-  for (const RegisteredFrame& frame : registered) {
-    WriteLayoutValues(*embedded.document(), frame);
+  for (const layouts::RegisteredFrame& frame : registered) {
+    layouts::WriteLayoutValues(*embedded.document(), frame);
   }
   if (index_plan) {
     const IndexCells cells =
@@ -175,6 +173,7 @@ int RunCreateLayouts(CommandContext& context) {
   }
   RunReport run_report =
       CreationRunReport(report, state.table, *embedded.document(), outputs);
+  for (const std::string& warning : warnings) run_report.AddWarning(warning);
   for (const SplitFile& file : files) {
     const std::string count = std::to_string(file.layouts.size());
     run_report.Add({"file",
@@ -188,10 +187,7 @@ int RunCreateLayouts(CommandContext& context) {
   if (const int plotted = PlotNewLayouts(context, report.created)) {
     return FinishReport(context, run_report, plotted);
   }
-  return FinishReport(context, run_report,
-                      report.outcome == layouts::CreationOutcome::kDone
-                          ? kExitOk
-                          : kExitRefused);
+  return FinishReport(context, run_report, ExitStatusOf(report.outcome));
 }
 
 const CommandRegistration kCreateLayouts({

@@ -107,9 +107,10 @@ int RunDeleteOutside(CommandContext& context) {
   embedded.user().QueueViewportPick();
   const std::vector<std::string> before = ModelHandles(*embedded.document());
   utilities::DeleteOutsideReport done;
-  if (utilities::DeleteOutsideViewport(embedded.session(), &done) !=
-      utilities::Outcome::kDone) {
-    return FinishReport(context, nothing_done, kExitRefused);
+  if (const int status = ExitStatusOf(
+          utilities::DeleteOutsideViewport(embedded.session(), &done));
+      status != kExitOk) {
+    return FinishReport(context, nothing_done, status);
   }
   Status saved = embedded.SaveOutput();
   if (!saved.ok()) {

@@ -6,12 +6,12 @@
 #include <ostream>
 
 #include "cli/embedded_session.h"
-#include "cli/frame_csv.h"
 #include "cli/frame_output.h"
 #include "cli/frame_preview.h"
 #include "cli/frame_search_run.h"
 #include "cli/registry.h"
 #include "frames/frame_commands.h"
+#include "layouts/frame_csv.h"
 #include "utilities/frame_marks.h"
 
 namespace lmt::cli {
@@ -25,19 +25,13 @@ int RunFrames(CommandContext& context) {
     return kExitUsage;
   }
   const std::string& drawing = options.args[0];
-  Result<std::unique_ptr<EmbeddedSession>> run =
-      options.mark
-          ? EmbeddedSession::OpenToSave(context, drawing, *options.mark)
-          : EmbeddedSession::Open(context, drawing);
-  if (!run.ok()) return ReportFileError(context, run.status());
-  EmbeddedSession& embedded = **run;
-  core::Windows& windows = context.addin.windows();
-
-  frames::FrameState state;
-  frames::FrameCommands commands(embedded.session(), state,
-                                 MainWindowNamer(windows));
-  const frames::Outcome outcome = CaptureAndSearch(context, embedded, commands);
-  if (outcome == frames::Outcome::kRefused) return kExitRefused;
+  // An interrupted search still prints the rows found so far.
+  OpenedDrawing opened =
+      OpenDrawing(context, drawing, options.mark ? &*options.mark : nullptr,
+                  FrameSearch::kKeepInterrupted);
+  if (opened.exit != kExitOk) return opened.exit;
+  EmbeddedSession& embedded = *opened.embedded;
+  const frames::FrameState& state = opened.state;
 
   if (options.json) {
     WriteFramesJson(state.table, context.out);
@@ -45,8 +39,8 @@ int RunFrames(CommandContext& context) {
     WriteFramesText(state.table, context.out);
   }
   if (options.csv) {
-    Status written =
-        WriteFramesCsv(*embedded.document(), state.table, *options.csv);
+    Status written = layouts::WriteFramesCsv(*embedded.document(), state.table,
+                                             *options.csv);
     if (!written.ok()) return ReportFileError(context, written);
   }
   if (options.preview) {
@@ -68,12 +62,12 @@ int RunFrames(CommandContext& context) {
                   << state.table.last_row() << " frames highlighted on layer "
                   << utilities::kMarkLayer << " in " << *options.mark << "\n";
     }
-    for (const utilities::Skip& skip : marked.skips.skips()) {
+    for (const host::Skip& skip : marked.skips.skips()) {
       context.err << "layomat: " << skip.object << ": " << skip.step << ": "
                   << skip.status.message() << "\n";
     }
   }
-  return outcome == frames::Outcome::kDone ? kExitOk : kExitRefused;
+  return ExitStatusOf(opened.outcome);
 }
 
 const CommandRegistration kFrames({

@@ -5,10 +5,8 @@
 #include <ostream>
 
 #include "cli/embedded_session.h"
-#include "cli/frame_output.h"
 #include "cli/frame_search_run.h"
 #include "cli/registry.h"
-#include "frames/frame_commands.h"
 #include "layouts/layout_sorting.h"
 
 namespace lmt::cli {
@@ -27,23 +25,16 @@ int RunSortLayouts(CommandContext& context) {
     context.err << "layomat: " << sort.status().message() << "\n";
     return kExitUsage;
   }
-  Result<std::unique_ptr<EmbeddedSession>> run =
-      EmbeddedSession::OpenToSave(context, options.args[0], *options.output);
-  if (!run.ok()) return ReportFileError(context, run.status());
-  EmbeddedSession& embedded = **run;
-
-  frames::FrameState state;
-  if (sort->order == layouts::LayoutOrder::kTable) {
-    frames::FrameCommands commands(embedded.session(), state,
-                                   MainWindowNamer(context.addin.windows()));
-    if (CaptureAndSearch(context, embedded, commands) !=
-        frames::Outcome::kDone) {
-      return kExitRefused;
-    }
-  }
+  // Only the table's order needs the frames.
+  OpenedDrawing opened = OpenDrawing(context, options.args[0], &*options.output,
+                                     sort->order == layouts::LayoutOrder::kTable
+                                         ? FrameSearch::kRequired
+                                         : FrameSearch::kNone);
+  if (opened.exit != kExitOk) return opened.exit;
+  EmbeddedSession& embedded = *opened.embedded;
   const layouts::SortReport sorted =
-      layouts::SortLayouts(*embedded.document(), *sort, state.table);
-  for (const utilities::Skip& skip : sorted.skips.skips()) {
+      layouts::SortLayouts(*embedded.document(), *sort, opened.state.table);
+  for (const host::Skip& skip : sorted.skips.skips()) {
     context.err << "layomat: " << skip.object << ": " << skip.step << ": "
                 << skip.status.message() << "\n";
   }

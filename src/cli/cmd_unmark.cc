@@ -4,6 +4,7 @@
 #include <ostream>
 
 #include "cli/embedded_session.h"
+#include "cli/frame_search_run.h"
 #include "cli/registry.h"
 #include "utilities/frame_marks.h"
 
@@ -17,12 +18,12 @@ int RunUnmark(CommandContext& context) {
                    "Try 'layomat unmark --help'.\n";
     return kExitUsage;
   }
-  Result<std::unique_ptr<EmbeddedSession>> run =
-      EmbeddedSession::OpenToSave(context, options.args[0], *options.output);
-  if (!run.ok()) return ReportFileError(context, run.status());
+  OpenedDrawing opened = OpenDrawing(context, options.args[0], &*options.output,
+                                     FrameSearch::kNone);
+  if (opened.exit != kExitOk) return opened.exit;
   const utilities::MarkReport removed =
-      utilities::RemoveHighlighting(*(*run)->document());
-  for (const utilities::Skip& skip : removed.skips.skips()) {
+      utilities::RemoveHighlighting(*opened.embedded->document());
+  for (const host::Skip& skip : removed.skips.skips()) {
     context.err << "layomat: " << skip.object << ": " << skip.step << ": "
                 << skip.status.message() << "\n";
   }
@@ -31,7 +32,7 @@ int RunUnmark(CommandContext& context) {
                 << " has no frame highlighting to remove\n";
     return kExitRefused;
   }
-  Status saved = (*run)->SaveOutput();
+  Status saved = opened.embedded->SaveOutput();
   if (!saved.ok()) return ReportFileError(context, saved);
   if (!options.quiet) {
     context.err << "layomat: " << removed.erased

@@ -40,9 +40,10 @@ int RunViewports(CommandContext& context) {
   window.check_viewport_on_off.set_checked(true);
   window.option_viewport_on_off.Select(on ? 0 : 1);
   utilities::SwitchReport switched;
-  if (utilities::StartViewportsOnOff((*run)->session(), &switched) !=
-      utilities::Outcome::kDone) {
-    return FinishReport(context, report, kExitRefused);
+  if (const int status = ExitStatusOf(
+          utilities::StartViewportsOnOff((*run)->session(), &switched));
+      status != kExitOk) {
+    return FinishReport(context, report, status);
   }
   Status saved = (*run)->SaveOutput();
   if (!saved.ok()) {

@@ -5,10 +5,8 @@
 #include <ostream>
 
 #include "cli/embedded_session.h"
-#include "cli/frame_output.h"
 #include "cli/frame_search_run.h"
 #include "cli/registry.h"
-#include "frames/frame_commands.h"
 #include "layouts/frame_views.h"
 
 namespace lmt::cli {
@@ -21,27 +19,20 @@ int RunViews(CommandContext& context) {
                    "Try 'layomat views --help'.\n";
     return kExitUsage;
   }
-  Result<std::unique_ptr<EmbeddedSession>> run =
-      EmbeddedSession::OpenToSave(context, options.args[0], *options.output);
-  if (!run.ok()) return ReportFileError(context, run.status());
-  EmbeddedSession& embedded = **run;
-
-  frames::FrameState state;
-  frames::FrameCommands commands(embedded.session(), state,
-                                 MainWindowNamer(context.addin.windows()));
-  if (CaptureAndSearch(context, embedded, commands) != frames::Outcome::kDone) {
-    return kExitRefused;
-  }
+  OpenedDrawing opened = OpenDrawing(context, options.args[0], &*options.output,
+                                     FrameSearch::kRequired);
+  if (opened.exit != kExitOk) return opened.exit;
+  EmbeddedSession& embedded = *opened.embedded;
   const bool yes = options.yes;
   const layouts::ViewsReport views = layouts::CreateFrameViews(
-      *embedded.document(), state.table, [&](std::string_view name) {
+      *embedded.document(), opened.state.table, [&](std::string_view name) {
         if (!yes) {
           context.err << "layomat: view " << name
                       << " exists; kept (--yes replaces it)\n";
         }
         return yes;
       });
-  for (const utilities::Skip& skip : views.skips.skips()) {
+  for (const host::Skip& skip : views.skips.skips()) {
     context.err << "layomat: " << skip.object << ": " << skip.step << ": "
                 << skip.status.message() << "\n";
   }

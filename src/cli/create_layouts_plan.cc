@@ -1,8 +1,5 @@
 #include "cli/create_layouts_plan.h"
 
-#include <cmath>
-#include <cstdio>
-#include <numbers>
 #include <optional>
 #include <ostream>
 #include <set>
@@ -13,35 +10,11 @@
 #include "cli/split_output.h"
 #include "frames/frame_commands.h"
 #include "layouts/plan_checks.h"
+#include "layouts/plan_text.h"
 #include "layouts/sheet_texts.h"
 
 namespace lmt::cli {
 namespace {
-
-// Enough digits for a drawing's coordinates without the noise of the last
-// bits of a double.
-std::string Number(double value) {
-  if (std::abs(value) < 1e-9) value = 0;  // no "-0"
-  char buffer[64];
-  std::snprintf(buffer, sizeof buffer, "%.10g", value);
-  return buffer;
-}
-
-// The viewport's twist as a host shows it: degrees in [0, 360).
-double TwistDegrees(double radians) {
-  double degrees = radians * 180 / std::numbers::pi;
-  if (std::abs(degrees - 360) < 1e-9) degrees = 0;
-  return degrees;
-}
-
-// "polyline", "block" or "xref" from the table's "Typ" cell.
-std::string FrameKind(const frames::FrameTable& table, int row) {
-  const std::string& typ = table.Cell(row, frames::Column::kTyp);
-  if (typ == frames::kTypBlock) return "block";
-  if (typ == frames::kTypXRef) return "xref";
-  if (typ == frames::kTypPolyline) return "polyline";
-  return typ;
-}
 
 bool PatternMissing(const layouts::CreationPlan& plan) {
   if (plan.settings.mode != layouts::CreationMode::kPattern) return false;
@@ -75,18 +48,11 @@ std::vector<std::string> FilesOf(const layouts::CreationPlan& plan,
 void WriteText(const layouts::CreationPlan& plan,
                const frames::FrameTable& table,
                const std::vector<std::string>& files, std::ostream& out) {
-  for (size_t i = 0; i < plan.frames.size(); ++i) {
-    const layouts::FramePlan& frame = plan.frames[i];
-    out << "plan\t" << frame.layout_name << "\t" << FrameKind(table, frame.row);
-    if (const std::optional<layouts::ViewportPlan>& vp = frame.viewport) {
-      out << "\t" << Number(vp->frame_centre.x) << ","
-          << Number(vp->frame_centre.y) << "\t" << Number(vp->viewport.width)
-          << "x" << Number(vp->viewport.height) << "\t"
-          << layouts::ScaleRatioText(vp->scale) << "\t"
-          << Number(TwistDegrees(vp->viewport.twist));
-    } else {
-      out << "\t-\t-\t-\t-";  // a layout without viewport
-    }
+  const std::vector<layouts::PlanRow> rows = layouts::PlanRows(plan, table);
+  for (size_t i = 0; i < rows.size(); ++i) {
+    const layouts::PlanRow& row = rows[i];
+    out << "plan\t" << row.name << "\t" << row.kind << "\t" << row.centre
+        << "\t" << row.size << "\t" << row.scale << "\t" << row.twist;
     if (!files[i].empty()) out << "\t" << files[i];
     out << "\n";
   }
@@ -102,14 +68,16 @@ void WriteJson(const layouts::CreationPlan& plan,
     const layouts::FramePlan& frame = plan.frames[i];
     out << (i == 0 ? "\n" : ",\n") << "  {\"row\": " << frame.row
         << ", \"name\": " << JsonString(frame.layout_name)
-        << ", \"kind\": " << JsonString(FrameKind(table, frame.row));
+        << ", \"kind\": " << JsonString(layouts::FrameKind(table, frame.row));
     if (const std::optional<layouts::ViewportPlan>& vp = frame.viewport) {
-      out << ", \"centre\": [" << Number(vp->frame_centre.x) << ", "
-          << Number(vp->frame_centre.y) << "], \"size\": ["
-          << Number(vp->viewport.width) << ", " << Number(vp->viewport.height)
-          << "], \"scale\": " << Number(vp->scale) << ", \"scale_text\": "
-          << JsonString(layouts::ScaleRatioText(vp->scale))
-          << ", \"twist\": " << Number(TwistDegrees(vp->viewport.twist));
+      out << ", \"centre\": [" << layouts::PlanNumber(vp->frame_centre.x)
+          << ", " << layouts::PlanNumber(vp->frame_centre.y) << "], \"size\": ["
+          << layouts::PlanNumber(vp->viewport.width) << ", "
+          << layouts::PlanNumber(vp->viewport.height)
+          << "], \"scale\": " << layouts::PlanNumber(vp->scale)
+          << ", \"scale_text\": "
+          << JsonString(layouts::ScaleRatioText(vp->scale)) << ", \"twist\": "
+          << layouts::PlanNumber(layouts::TwistDegrees(vp->viewport.twist));
     } else {
       out << ", \"centre\": null, \"size\": null, \"scale\": null, "
              "\"scale_text\": null, \"twist\": null";
@@ -151,15 +119,22 @@ std::vector<std::string> PlanWarnings(const layouts::CreationPlan& plan,
   return warnings;
 }
 
-void WarnAboutPlan(CommandContext& context, EmbeddedSession& embedded,
-                   const frames::FrameTable& table, int per_file) {
-  if (context.options.quiet) return;  // only errors then
+std::vector<std::string> WarnAboutPlan(CommandContext& context,
+                                       EmbeddedSession& embedded,
+                                       const frames::FrameTable& table,
+                                       int per_file) {
+  // Only errors with --quiet; the plan is still worth its time for --json.
+  if (context.options.quiet && !context.options.json) return {};
   std::optional<layouts::CreationPlan> plan =
       layouts::PlanLayouts(embedded.session(), table);
-  if (!plan) return;
-  for (const std::string& warning : PlanWarnings(*plan, table, per_file)) {
-    context.err << "warning: " << warning << "\n";
+  if (!plan) return {};
+  std::vector<std::string> warnings = PlanWarnings(*plan, table, per_file);
+  if (!context.options.quiet) {
+    for (const std::string& warning : warnings) {
+      context.err << "warning: " << warning << "\n";
+    }
   }
+  return warnings;
 }
 
 int RunCreateLayoutsDryRun(CommandContext& context) {
@@ -173,35 +148,31 @@ int RunCreateLayoutsDryRun(CommandContext& context) {
     return kExitUsage;
   }
   const std::string& drawing = options.args[0];
-  Result<std::unique_ptr<EmbeddedSession>> run =
-      EmbeddedSession::Open(context, drawing);
-  if (!run.ok()) return ReportFileError(context, run.status());
-  EmbeddedSession& embedded = **run;
-  if (Status ready =
-          embedded.PrepareForLayouts(context.err, context.options.quiet);
-      !ready.ok()) {
-    return ReportFileError(context, ready);
-  }
-
-  frames::FrameState state;
-  frames::FrameCommands commands(embedded.session(), state,
-                                 MainWindowNamer(context.addin.windows()));
-  if (CaptureAndSearch(context, embedded, commands) != frames::Outcome::kDone) {
-    return kExitRefused;
-  }
+  OpenedDrawing opened =
+      OpenDrawing(context, drawing, nullptr, FrameSearch::kRequired,
+                  PrepareForLayouts(context));
+  if (opened.exit != kExitOk) return opened.exit;
+  EmbeddedSession& embedded = *opened.embedded;
+  frames::FrameState& state = opened.state;
+  std::vector<std::string> register_warnings;
   if (options.register_file) {  // the plan of the sheets it lists
-    Result<Register> read = ReadRegister(*options.register_file);
+    Result<layouts::Register> read =
+        layouts::ReadRegister(*options.register_file);
     if (!read.ok()) return ReportRegisterError(context, read.status());
-    MatchRegister(context, *read, state.table);
+    register_warnings = MatchRegister(context, *read, state.table).warnings;
   }
   std::optional<layouts::CreationPlan> plan =
       layouts::PlanLayouts(embedded.session(), state.table);
   if (!plan) return kExitRefused;
   const std::vector<std::string> warnings =
       PlanWarnings(*plan, state.table, *per_file);
+  // The JSON document holds every warning; the register's were written to
+  // standard error as they were found.
+  std::vector<std::string> all_warnings = register_warnings;
+  all_warnings.insert(all_warnings.end(), warnings.begin(), warnings.end());
   const std::vector<std::string> files = FilesOf(*plan, options, *per_file);
   if (options.json) {
-    WriteJson(*plan, state.table, files, warnings, context.out);
+    WriteJson(*plan, state.table, files, all_warnings, context.out);
   } else {
     WriteText(*plan, state.table, files, context.out);
   }

@@ -27,11 +27,14 @@ std::vector<std::string> PlanWarnings(const layouts::CreationPlan& plan,
                                       const frames::FrameTable& table,
                                       int per_file);
 
-// Plans the run in `embedded` over `table` and writes its warnings to
-// standard error, "warning: " and one line each. Writes nothing when the
-// session cannot be connected (the run then says why).
-void WarnAboutPlan(CommandContext& context, EmbeddedSession& embedded,
-                   const frames::FrameTable& table, int per_file);
+// Plans the run in `embedded` over `table`, writes its warnings to
+// standard error, "warning: " and one line each (unless --quiet), and
+// returns them. Nothing when the session cannot be connected (the run then
+// says why).
+std::vector<std::string> WarnAboutPlan(CommandContext& context,
+                                       EmbeddedSession& embedded,
+                                       const frames::FrameTable& table,
+                                       int per_file);
 
 // create-layouts --dry-run [--json]: the frame search and the plan, printed
 // as text (one "plan" line per layout) or as JSON, the warnings on

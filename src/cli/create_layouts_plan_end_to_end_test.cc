@@ -10,6 +10,7 @@
 #include <set>
 #include <sstream>
 #include <string>
+#include <vector>
 
 #include "cli/layomat_run_test_support.h"
 #include "core/file_util.h"
@@ -20,74 +21,10 @@
 namespace lmt::cli {
 namespace {
 
-// The example drawing with a title block in its pattern layout, so that the
-// attribute change has something to change on every new layout.
-constexpr char kAddTitleBlock[] = R"(
-import ezdxf, sys
-d = ezdxf.readfile(sys.argv[1])
-d.layouts.get('Pattern').add_blockref('FRAME_A3', (0, 0)).add_auto_attribs(
-    {'SHEET': 'x', 'TITLE': 'pattern'})
-d.saveas(sys.argv[2])
-)";
-
-// Prints, per layout whose name starts with argv[2]: the name, its texts
-// and SHEET attributes, and for its viewport (not the layout's own) the
-// scale, twist and the model point at its centre; then the audit's errors.
-constexpr char kReadBack[] = R"(
-import ezdxf, sys, math
-d = ezdxf.readfile(sys.argv[1])
-for layout in d.layouts:
-    if not layout.name.startswith(sys.argv[2]):
-        continue
-    texts = [t.text for t in layout.query('MTEXT')]
-    sheets = [a.dxf.text for i in layout.query('INSERT') for a in i.attribs
-              if a.dxf.tag == 'SHEET']
-    print('%s|%s|%s' % (layout.name, ';'.join(texts), ';'.join(sheets)))
-    for v in layout.query('VIEWPORT'):
-        if v.dxf.id == 1:
-            continue
-        t = -math.radians(v.dxf.view_twist_angle)
-        dx, dy = v.dxf.view_center_point[0], v.dxf.view_center_point[1]
-        cx = v.dxf.view_target_point[0] + dx * math.cos(t) - dy * math.sin(t)
-        cy = v.dxf.view_target_point[1] + dx * math.sin(t) + dy * math.cos(t)
-        print('  viewport %.6g %.6g %.6g %.4f %.4f %.6g %.6g' % (
-            v.dxf.height / v.dxf.view_height, v.dxf.view_twist_angle % 360,
-            v.dxf.width, cx, cy, v.dxf.center[0], v.dxf.center[1]))
-print('release', d.dxfversion)
-print('audit errors', len(d.audit().errors))
-)";
-
-// Compares the --json plan argv[1] with the viewports of drawing argv[3]
-// for the layouts starting with argv[2]: name, scale, twist, size and the
-// model point at the viewport's centre. Prints one line per difference,
-// then how many layouts were compared and the planned ones not made.
-constexpr char kComparePlan[] = R"(
-import ezdxf, json, math, sys
-plan = {row['name']: row for row in json.load(open(sys.argv[1]))['layouts']}
-d = ezdxf.readfile(sys.argv[3])
-def near(a, b):
-    return abs(a - b) <= 1e-6 * max(1.0, abs(a), abs(b))
-compared = 0
-for layout in d.layouts:
-    if not layout.name.startswith(sys.argv[2]):
-        continue
-    row = plan.pop(layout.name)
-    v = [v for v in layout.query('VIEWPORT') if v.dxf.id != 1][0]
-    t = -math.radians(v.dxf.view_twist_angle)
-    dx, dy = v.dxf.view_center_point[0], v.dxf.view_center_point[1]
-    cx = v.dxf.view_target_point[0] + dx * math.cos(t) - dy * math.sin(t)
-    cy = v.dxf.view_target_point[1] + dx * math.sin(t) + dy * math.cos(t)
-    pairs = [('scale', row['scale'], v.dxf.height / v.dxf.view_height),
-             ('twist', row['twist'] % 360, v.dxf.view_twist_angle % 360),
-             ('width', row['size'][0], v.dxf.width),
-             ('height', row['size'][1], v.dxf.height),
-             ('x', row['centre'][0], cx), ('y', row['centre'][1], cy)]
-    for what, planned, made in pairs:
-        if not near(planned, made):
-            print(layout.name, what, planned, made)
-    compared += 1
-print('compared', compared, 'not made', sorted(plan))
-)";
+// testdata/cli/sheets.py: the word of its job, then that job's arguments.
+testing::ShellRun Sheets(const std::vector<std::string>& args) {
+  return test::RunTestScript("sheets.py", args);
+}
 
 std::string WarningLines(const std::string& err) {
   std::istringstream lines(err);
@@ -102,10 +39,6 @@ class CreateLayoutsPlanTest : public ::testing::Test {
  protected:
   void SetUp() override {
     ASSERT_TRUE(core::WriteFileAtomically(Out("empty.ini"), "").ok());
-    ASSERT_TRUE(core::WriteFileAtomically(Out("add.py"), kAddTitleBlock).ok());
-    ASSERT_TRUE(core::WriteFileAtomically(Out("read.py"), kReadBack).ok());
-    ASSERT_TRUE(
-        core::WriteFileAtomically(Out("compare.py"), kComparePlan).ok());
   }
   test::LayomatRun Layomat(const std::string& args) {
     return test::RunLayomat(
@@ -113,10 +46,6 @@ class CreateLayoutsPlanTest : public ::testing::Test {
         dir_.path());
   }
   std::string Out(const std::string& name) { return (dir_ / name).string(); }
-  testing::ShellRun Python(const std::string& script, const std::string& args) {
-    return testing::RunShell(testing::PythonCommand() + "'" + Out(script) +
-                             "' " + args + " 2>&1");
-  }
   std::set<std::string> Files() const {
     std::set<std::string> names;
     for (const auto& entry : std::filesystem::directory_iterator(dir_.path())) {
@@ -134,15 +63,13 @@ class CreateLayoutsPlanTest : public ::testing::Test {
 };
 
 TEST_F(CreateLayoutsPlanTest, SheetXOfNOnEverySheetTextAndAttribute) {
-  ASSERT_EQ(
-      Python("add.py", "'" + example_ + "' '" + Out("titled.dxf") + "'").status,
-      0);
+  ASSERT_EQ(Sheets({"add-title-block", example_, Out("titled.dxf")}).status, 0);
   test::LayomatRun run = Layomat(
       "'" + Out("titled.dxf") + "' -o '" + Out("out.dxf") + "'" + sheets_ +
       " --text 'Sheet ##1 of ##N' --text-at 300,20 --text-height 5"
       " --attribute-block FRAME_A3 --attribute 'SHEET=##1/##N'");
   ASSERT_EQ(run.status, 0) << run.err;
-  testing::ShellRun back = Python("read.py", "'" + Out("out.dxf") + "' Sheet-");
+  testing::ShellRun back = Sheets({"layouts", Out("out.dxf"), "Sheet-"});
   ASSERT_EQ(back.status, 0) << back.out;
   for (int i = 1; i <= 9; ++i) {
     const std::string n = std::to_string(i);
@@ -176,8 +103,7 @@ TEST_F(CreateLayoutsPlanTest, DryRunWritesNothingAndPlansWhatTheRunMakes) {
       << real.err;
 
   testing::ShellRun compared =
-      Python("compare.py",
-             "'" + Out("plan.json") + "' Sheet- '" + Out("real.dxf") + "'");
+      Sheets({"compare-plan", Out("plan.json"), "Sheet-", Out("real.dxf")});
   EXPECT_EQ(compared.out, "compared 9 not made []\n");
   EXPECT_NE(dry.out.find("\"scale_text\": \"1:137\""), std::string::npos);
   // The turned polyline frame is planned with its twist.
@@ -211,27 +137,7 @@ TEST_F(CreateLayoutsPlanTest, DryRunTextNeedsNoOutputAndRefusesOtherCommands) {
 
 // Each warning on a drawing that has it; the run goes on regardless.
 TEST_F(CreateLayoutsPlanTest, WarningsOfNamesFramesAndLayoutCount) {
-  constexpr char kFrames[] = R"(
-import ezdxf, sys
-d = ezdxf.readfile(sys.argv[1])
-msp = d.modelspace()
-def box(x, y, w, h):
-    msp.add_lwpolyline([(x, y), (x + w, y), (x + w, y + h), (x, y + h)],
-                       close=True)
-box(-10000, -10000, 2000, 1000)  # a frame
-box(-9000, -9500, 2000, 1000)    # across it
-box(-9900, -9900, 500, 300)      # inside the first
-d.saveas(sys.argv[2])
-many = ezdxf.new('R2010')
-for i in range(260):
-    many.modelspace().add_lwpolyline(
-        [(i * 50, 0), (i * 50 + 42, 0), (i * 50 + 42, 29.7), (i * 50, 29.7)],
-        close=True)
-many.saveas(sys.argv[3])
-)";
-  ASSERT_TRUE(core::WriteFileAtomically(Out("frames.py"), kFrames).ok());
-  ASSERT_EQ(Python("frames.py", "'" + example_ + "' '" + Out("busy.dxf") +
-                                    "' '" + Out("many.dxf") + "'")
+  ASSERT_EQ(Sheets({"busy-frames", example_, Out("busy.dxf"), Out("many.dxf")})
                 .status,
             0);
   const std::string busy = "'" + Out("busy.dxf") + "' --dry-run";
@@ -292,7 +198,7 @@ TEST_F(CreateLayoutsPlanTest, SplitDrawingsHoldTheirShareEach) {
   const char* expected[] = {"1234", "5678", "9"};
   for (int part = 1; part <= 3; ++part) {
     const std::string file = Out("set-" + std::to_string(part) + ".dxf");
-    testing::ShellRun back = Python("read.py", "'" + file + "' ''");
+    testing::ShellRun back = Sheets({"layouts", file, ""});
     ASSERT_EQ(back.status, 0) << back.out;
     std::string sheets;
     for (size_t at = back.out.find("Sheet-"); at != std::string::npos;
@@ -332,33 +238,13 @@ TEST_F(CreateLayoutsPlanTest, FailedSplitLeavesNoFileOfTheSet) {
 // frames --csv: the title blocks' Cyrillic values (one with a comma and
 // quotes) read back by Python's csv module, one column per tag.
 TEST_F(CreateLayoutsPlanTest, FramesCsvCarriesEveryAttributeTag) {
-  constexpr char kCyrillic[] = R"(
-import ezdxf, sys
-d = ezdxf.readfile(sys.argv[1])
-for i, ref in enumerate(d.modelspace().query('INSERT')):
-    ref.get_attrib('TITLE').dxf.text = 'Разрез %d, "эскиз"' % (i + 1)
-d.saveas(sys.argv[2])
-)";
-  constexpr char kReadCsv[] = R"(
-import csv, sys
-raw = open(sys.argv[1], 'rb').read()
-assert raw.startswith(b'\xef\xbb\xbf')
-rows = list(csv.DictReader(open(sys.argv[1], encoding='utf-8-sig',
-                                newline='')))
-print(len(rows), list(rows[0])[-3:])
-for row in rows:
-    print(row['Typ'], row['SHEET'], row['TITLE'])
-)";
-  ASSERT_TRUE(core::WriteFileAtomically(Out("ru.py"), kCyrillic).ok());
-  ASSERT_TRUE(core::WriteFileAtomically(Out("read_csv.py"), kReadCsv).ok());
-  ASSERT_EQ(
-      Python("ru.py", "'" + example_ + "' '" + Out("ru.dxf") + "'").status, 0);
+  ASSERT_EQ(Sheets({"cyrillic-titles", example_, Out("ru.dxf")}).status, 0);
   test::LayomatRun run = test::RunLayomat(
       "frames '" + Out("ru.dxf") + "' --settings '" + Out("empty.ini") +
           "' --by-size --csv '" + Out("frames.csv") + "'",
       dir_.path());
   ASSERT_EQ(run.status, 0) << run.err;
-  testing::ShellRun back = Python("read_csv.py", "'" + Out("frames.csv") + "'");
+  testing::ShellRun back = Sheets({"read-csv", Out("frames.csv")});
   ASSERT_EQ(back.status, 0) << back.out;
   EXPECT_TRUE(back.out.starts_with("9 ['Height', 'SHEET', 'TITLE']\n"))
       << back.out;

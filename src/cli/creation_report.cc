@@ -117,7 +117,7 @@ RunReport CreationRunReport(const layouts::CreationReport& report,
              {{"frame", FrameJson(frame)}},
              FrameWords(frame)});
   }
-  for (const utilities::Skip& skip : report.skipped.skips()) {
+  for (const host::Skip& skip : report.skipped.skips()) {
     run.Add({std::string(kLayout),
              skip.object,
              std::string(kSkipped),

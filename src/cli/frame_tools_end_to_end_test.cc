@@ -37,10 +37,9 @@ class FrameToolsTest : public ::testing::Test {
   std::vector<std::string> ReadBack(const std::string& word,
                                     const std::string& path,
                                     const std::string& out = "") {
-    testing::ShellRun run = testing::RunShell(
-        testing::PythonCommand() +
-        Q(testing::TestdataPath("cli/read_back.py")) + " " + word + " " +
-        Q(path) + (out.empty() ? "" : " " + Q(out)) + " 2>&1");
+    std::vector<std::string> args = {word, path};
+    if (!out.empty()) args.push_back(out);
+    testing::ShellRun run = test::RunTestScript("read_back.py", args);
     EXPECT_EQ(run.status, 0) << run.out;
     std::vector<std::string> lines;
     std::istringstream in(run.out);

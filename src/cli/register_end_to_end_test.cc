@@ -7,6 +7,7 @@
 #ifndef _WIN32
 #include <filesystem>
 #include <string>
+#include <vector>
 
 #include "cli/layomat_run_test_support.h"
 #include "core/file_util.h"
@@ -17,64 +18,10 @@
 namespace lmt::cli {
 namespace {
 
-// The example drawing with a title block in its pattern layout.
-constexpr char kAddTitleBlock[] = R"(
-import ezdxf, sys
-d = ezdxf.readfile(sys.argv[1])
-d.layouts.get('Pattern').add_blockref('FRAME_A3', (0, 0)).add_auto_attribs(
-    {'SHEET': 'x', 'TITLE': 'pattern'})
-d.saveas(sys.argv[2])
-)";
-
-// Edits the register as a user would in a spreadsheet and saves it the way
-// a semicolon locale does (no byte order mark): block frames only, in
-// reverse order, A-05 deleted, new Cyrillic names and sheet numbers, one
-// title with a comma and quotes; the IDs of A-03 and A-06 swapped (the
-// drawing was saved by another program) with their corners kept; and a
-// row for a frame that does not exist.
-constexpr char kEdit[] = R"(
-import csv, sys
-rows = list(csv.reader(open(sys.argv[1], encoding='utf-8-sig', newline='')))
-head, data = rows[0], rows[1:]
-col = {name: i for i, name in enumerate(head)}
-data = [r for r in data if r[col['Typ']] == 'Block' and
-        r[col['SHEET']] != 'A-05']
-data.reverse()
-for n, r in enumerate(data, 1):
-    r[col['Layout Name']] = 'Лист %d' % n
-    r[col['SHEET']] = 'Л-%d' % n
-data[0][col['TITLE']] = 'План, "этаж" 1'
-data[0][col['ID']], data[1][col['ID']] = data[1][col['ID']], data[0][col['ID']]
-ghost = list(data[0])
-ghost[col['ID']] = '99999'
-ghost[col['PointX1']] = '777,5'
-ghost[col['Layout Name']] = 'Призрак'
-data.append(ghost)
-with open(sys.argv[2], 'w', encoding='utf-8', newline='') as f:
-    w = csv.writer(f, delimiter=';', lineterminator='\r\n')
-    w.writerow(head)
-    w.writerows(data)
-)";
-
-// Prints the new layouts in tab order with their title block's values, the
-// model's title blocks sorted, the index's texts on Pattern (above the
-// pattern's own label; the first one's position too) and the audit's
-// errors.
-constexpr char kReadBack[] = R"(
-import ezdxf, sys
-d = ezdxf.readfile(sys.argv[1])
-def values(insert):
-    return '|'.join(a.dxf.text for a in insert.attribs)
-for layout in d.layouts:
-    if layout.name.startswith('Лист'):
-        print(layout.name, *[values(i) for i in layout.query('INSERT')])
-print('model', sorted(values(i) for i in d.modelspace().query('INSERT')))
-texts = [t for t in d.layouts.get('Pattern').query('TEXT')
-         if t.dxf.insert.y > 100]
-print('index at %g,%g' % (texts[0].dxf.insert.x, texts[0].dxf.insert.y))
-print('index', ';'.join(t.dxf.text for t in texts))
-print('audit errors', len(d.audit().errors))
-)";
+// testdata/cli/sheets.py: the word of its job, then that job's arguments.
+testing::ShellRun Sheets(const std::vector<std::string>& args) {
+  return test::RunTestScript("sheets.py", args);
+}
 
 class RegisterCommandTest : public ::testing::Test {
  protected:
@@ -82,12 +29,6 @@ class RegisterCommandTest : public ::testing::Test {
     return test::RunLayomat(args, dir_.path());
   }
   std::string Out(const std::string& name) { return (dir_ / name).string(); }
-  testing::ShellRun Python(const char* text, const std::string& args) {
-    const std::string script = Out("script.py");
-    EXPECT_TRUE(core::WriteFileAtomically(script, text).ok());
-    return testing::RunShell(testing::PythonCommand() + "'" + script + "' " +
-                             args + " 2>&1");
-  }
   std::string Run(const std::string& register_file, const std::string& out) {
     return "create-layouts '" + Out("titled.dxf") + "' --settings '" +
            Out("empty.ini") + "' --by-size --pattern-layout Pattern" +
@@ -95,10 +36,8 @@ class RegisterCommandTest : public ::testing::Test {
   }
   void SetUp() override {
     ASSERT_TRUE(core::WriteFileAtomically(Out("empty.ini"), "").ok());
-    ASSERT_EQ(
-        Python(kAddTitleBlock, "'" + example_ + "' '" + Out("titled.dxf") + "'")
-            .status,
-        0);
+    ASSERT_EQ(Sheets({"add-title-block", example_, Out("titled.dxf")}).status,
+              0);
     test::LayomatRun frames =
         Layomat("frames '" + Out("titled.dxf") + "' --settings '" +
                 Out("empty.ini") + "' --by-size --csv '" + Out("f.csv") + "'");
@@ -110,8 +49,7 @@ class RegisterCommandTest : public ::testing::Test {
 };
 
 TEST_F(RegisterCommandTest, AnEditedRegisterGivesExactlyItsSheets) {
-  ASSERT_EQ(
-      Python(kEdit, "'" + Out("f.csv") + "' '" + Out("r.csv") + "'").status, 0);
+  ASSERT_EQ(Sheets({"edit-register", Out("f.csv"), Out("r.csv")}).status, 0);
   test::LayomatRun run = Layomat(Run(Out("r.csv"), Out("out.dxf")) +
                                  " --index-layout Pattern --index-at 10,260"
                                  " --index-columns SHEET,TITLE");
@@ -133,7 +71,7 @@ TEST_F(RegisterCommandTest, AnEditedRegisterGivesExactlyItsSheets) {
   EXPECT_TRUE(dry.out.starts_with("plan\tЛист 1\tblock\t115000,-19850\t"))
       << dry.out;
   EXPECT_NE(dry.err.find("matches no frame"), std::string::npos);
-  testing::ShellRun back = Python(kReadBack, "'" + Out("out.dxf") + "'");
+  testing::ShellRun back = Sheets({"register-result", Out("out.dxf")});
   ASSERT_EQ(back.status, 0) << back.out;
   EXPECT_EQ(back.out,
             "Лист 1 Л-1|План, \"этаж\" 1\n"
@@ -150,6 +88,21 @@ TEST_F(RegisterCommandTest, AnEditedRegisterGivesExactlyItsSheets) {
             "2;Лист 2;Л-2;First floor;1:100;3;Лист 3;Л-3;Ground floor;1:100;"
             "4;Лист 4;Л-4;Roof;1:100;5;Лист 5;Л-5;Site plan;1:100\n"
             "audit errors 0\n");
+}
+
+// The JSON documents of the run and of the dry run carry the warnings the
+// text output prints on standard error, the register's among them.
+TEST_F(RegisterCommandTest, JsonReportsCarryTheWarnings) {
+  ASSERT_EQ(Sheets({"edit-register", Out("f.csv"), Out("r.csv")}).status, 0);
+  for (const std::string mode : {" --json", " --dry-run --json"}) {
+    test::LayomatRun run = Layomat(Run(Out("r.csv"), Out("j.dxf")) + mode);
+    ASSERT_EQ(run.status, 0) << mode << run.err;
+    ASSERT_TRUE(core::WriteFileAtomically(Out("out.json"), run.out).ok());
+    ASSERT_TRUE(core::WriteFileAtomically(Out("err.txt"), run.err).ok());
+    testing::ShellRun check =
+        Sheets({"same-warnings", Out("out.json"), Out("err.txt")});
+    EXPECT_EQ(check.status, 0) << mode << "\n" << check.out;
+  }
 }
 
 TEST_F(RegisterCommandTest, RegistersThatCannotBeUsedWriteNothing) {

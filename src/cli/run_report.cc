@@ -49,7 +49,11 @@ void RunReport::WriteJson(std::ostream& out, int status) const {
   for (size_t i = 0; i < outputs_.size(); ++i) {
     out << (i ? ", " : "") << JsonString(outputs_[i]);
   }
-  out << "]}\n";
+  out << "],\n \"warnings\": [";
+  for (size_t i = 0; i < warnings_.size(); ++i) {
+    out << (i ? ",\n  " : "\n  ") << JsonString(warnings_[i]);
+  }
+  out << (warnings_.empty() ? "]}\n" : "\n ]}\n");
 }
 
 std::string JsonNumber(double value) {
@@ -61,8 +65,8 @@ std::string JsonNumber(double value) {
 }
 
 void AddSkips(RunReport& report, std::string_view kind,
-              const utilities::SkipLog& skips) {
-  for (const utilities::Skip& skip : skips.skips()) {
+              const host::SkipLog& skips) {
+  for (const host::Skip& skip : skips.skips()) {
     report.Add({std::string(kind),
                 skip.object,
                 std::string(kSkipped),

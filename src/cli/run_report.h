@@ -11,9 +11,11 @@
 //              {"kind": "layout", "name": "X", "result": "skipped",
 //               "reason": "..."}, ...],
 //    "totals": {"made": 9, "skipped": 0, ...},
-//    "outputs": ["sheets.dxf"]}
-// An item carries "reason" only when it was skipped or failed, and may carry
-// further fields of its kind (a layout's "frame").
+//    "outputs": ["sheets.dxf"], "warnings": ["..."]}
+// "warnings" holds what the text output prints as "warning: ..." lines
+// (empty for commands that have none). An item carries "reason" only when it
+// was skipped or failed, and may carry further fields of its kind (a layout's
+// "frame").
 #ifndef LMT_CLI_RUN_REPORT_H_
 #define LMT_CLI_RUN_REPORT_H_
 
@@ -25,7 +27,8 @@
 #include <vector>
 
 #include "cli/registry.h"
-#include "utilities/run_report.h"
+#include "host/outcome.h"
+#include "host/skip_log.h"
 
 namespace lmt::cli {
 
@@ -55,11 +58,13 @@ class RunReport {
   // replaces its value.
   void SetTotal(std::string_view name, int64_t value);
   void AddOutput(std::string path) { outputs_.push_back(std::move(path)); }
+  void AddWarning(std::string text) { warnings_.push_back(std::move(text)); }
 
   const std::vector<ReportItem>& items() const { return items_; }
   // The total given for `name`, 0 when none was.
   int64_t Total(std::string_view name) const;
   const std::vector<std::string>& outputs() const { return outputs_; }
+  const std::vector<std::string>& warnings() const { return warnings_; }
 
   // The document described above, and a line break.
   void WriteJson(std::ostream& out, int status) const;
@@ -69,6 +74,7 @@ class RunReport {
   std::vector<ReportItem> items_;
   std::vector<std::pair<std::string, int64_t>> totals_;
   std::vector<std::string> outputs_;
+  std::vector<std::string> warnings_;
 };
 
 // A number as JSON text: the shortest form that reads back equal; a value
@@ -78,7 +84,7 @@ std::string JsonNumber(double value);
 // One kSkipped item of `kind` per host refusal in `skips`, its reason
 // naming the step ("switch: ...").
 void AddSkips(RunReport& report, std::string_view kind,
-              const utilities::SkipLog& skips);
+              const host::SkipLog& skips);
 
 // One line per item, "RESULT<TAB>KIND<TAB>NAME", with the reason or the
 // detail after another tab; for --verbose where a command has no item

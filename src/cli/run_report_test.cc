@@ -68,6 +68,7 @@ TEST(RunReportTest, DocumentForm) {
   report.SetTotal("switched", 1);
   report.SetTotal("switched", 2);
   report.AddOutput("o\\ut.dxf");
+  report.AddWarning("two \"A\" rows");
   std::ostringstream out;
   report.WriteJson(out, 3);
   EXPECT_EQ(out.str(),
@@ -77,7 +78,8 @@ TEST(RunReportTest, DocumentForm) {
             "\"skipped\", \"reason\": \"switch: line\\nbreak\", \"at\": "
             "[0.1, 0]}\n ],\n"
             " \"totals\": {\"switched\": 2},\n"
-            " \"outputs\": [\"o\\\\ut.dxf\"]}\n");
+            " \"outputs\": [\"o\\\\ut.dxf\"],\n"
+            " \"warnings\": [\n  \"two \\\"A\\\" rows\"\n ]}\n");
   EXPECT_EQ(JsonNumber(1e300 * 1e300), "null");
   EXPECT_EQ(JsonNumber(1.0 / 3), "0.3333333333333333");
 }

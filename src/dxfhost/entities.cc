@@ -402,107 +402,71 @@ class DxfBlockReference : public EntityImpl<host::BlockReference> {
   }
 };
 
-class DxfText : public EntityImpl<host::Text> {
+// TEXT and MTEXT keep their string, insertion point, height and style in
+// the same group codes; Record is the dxf view that reads them.
+template <typename Base, typename Record>
+class PlacedTextImpl : public EntityImpl<Base> {
  public:
-  using EntityImpl::EntityImpl;
+  using EntityImpl<Base>::EntityImpl;
 
  protected:
+  Record R() const { return Record(this->E()); }
+
   Result<std::string> DoTextString() const override {
-    if (Status s = Live(); !s.ok()) return s;
-    return D().Decode(dxf::Text(E()).text());
+    if (Status s = this->Live(); !s.ok()) return s;
+    return this->D().Decode(R().text());
   }
   Status DoSetTextString(std::string_view text) override {
-    if (Status s = Live(); !s.ok()) return s;
-    dxf::Text(E()).SetText(D().Encode(text));
+    if (Status s = this->Live(); !s.ok()) return s;
+    R().SetText(this->D().Encode(text));
     return Status();
   }
   Result<host::Point> DoInsertionPoint() const override {
-    if (Status s = Live(); !s.ok()) return s;
-    dxf::Vec3 p = dxf::Text(E()).insert_point();
+    if (Status s = this->Live(); !s.ok()) return s;
+    dxf::Vec3 p = R().insert_point();
     return host::Point{p.x, p.y, p.z};
   }
   Status DoSetInsertionPoint(const host::Point& p) override {
-    if (Status s = Live(); !s.ok()) return s;
-    E().SetPoint(10, dxf::Vec3{p.x, p.y, p.z});
+    if (Status s = this->Live(); !s.ok()) return s;
+    this->E().SetPoint(10, dxf::Vec3{p.x, p.y, p.z});
     return Status();
   }
   Result<double> DoHeight() const override {
-    if (Status s = Live(); !s.ok()) return s;
-    return dxf::Text(E()).height();
+    if (Status s = this->Live(); !s.ok()) return s;
+    return R().height();
   }
   Status DoSetHeight(double h) override {
-    if (Status s = Live(); !s.ok()) return s;
+    if (Status s = this->Live(); !s.ok()) return s;
     if (h <= 0) return Status::InvalidArgument("text height must be positive");
-    E().SetDouble(40, h);
+    this->E().SetDouble(40, h);
     return Status();
   }
   Result<std::string> DoStyleName() const override {
-    if (Status s = Live(); !s.ok()) return s;
-    return D().Decode(dxf::Text(E()).style());
+    if (Status s = this->Live(); !s.ok()) return s;
+    return this->D().Decode(R().style());
   }
   Status DoSetStyleName(std::string_view style) override {
-    if (Status s = Live(); !s.ok()) return s;
-    std::string raw = D().Encode(style);
-    if (!D().doc->FindTableEntry("STYLE", raw).valid()) {
+    if (Status s = this->Live(); !s.ok()) return s;
+    std::string raw = this->D().Encode(style);
+    if (!this->D().doc->FindTableEntry("STYLE", raw).valid()) {
       return Status::NotFound("text style \"" + std::string(style) +
                               "\" does not exist");
     }
-    E().Set(7, raw);
+    this->E().Set(7, raw);
     return Status();
   }
 };
 
-class DxfMText : public EntityImpl<host::MText> {
+using DxfText = PlacedTextImpl<host::Text, dxf::Text>;
+
+class DxfMText : public PlacedTextImpl<host::MText, dxf::MText> {
  public:
-  using EntityImpl::EntityImpl;
+  using PlacedTextImpl::PlacedTextImpl;
 
  protected:
-  Result<std::string> DoTextString() const override {
-    if (Status s = Live(); !s.ok()) return s;
-    return D().Decode(dxf::MText(E()).text());
-  }
-  Status DoSetTextString(std::string_view text) override {
-    if (Status s = Live(); !s.ok()) return s;
-    dxf::MText(E()).SetText(D().Encode(text));
-    return Status();
-  }
-  Result<host::Point> DoInsertionPoint() const override {
-    if (Status s = Live(); !s.ok()) return s;
-    dxf::Vec3 p = dxf::MText(E()).insert_point();
-    return host::Point{p.x, p.y, p.z};
-  }
-  Status DoSetInsertionPoint(const host::Point& p) override {
-    if (Status s = Live(); !s.ok()) return s;
-    E().SetPoint(10, dxf::Vec3{p.x, p.y, p.z});
-    return Status();
-  }
-  Result<double> DoHeight() const override {
-    if (Status s = Live(); !s.ok()) return s;
-    return dxf::MText(E()).height();
-  }
-  Status DoSetHeight(double h) override {
-    if (Status s = Live(); !s.ok()) return s;
-    if (h <= 0) return Status::InvalidArgument("text height must be positive");
-    E().SetDouble(40, h);
-    return Status();
-  }
-  Result<std::string> DoStyleName() const override {
-    if (Status s = Live(); !s.ok()) return s;
-    return D().Decode(dxf::MText(E()).style());
-  }
-  Status DoSetStyleName(std::string_view style) override {
-    if (Status s = Live(); !s.ok()) return s;
-    std::string raw = D().Encode(style);
-    if (!D().doc->FindTableEntry("STYLE", raw).valid()) {
-      return Status::NotFound("text style \"" + std::string(style) +
-                              "\" does not exist");
-    }
-    E().Set(7, raw);
-    return Status();
-  }
   Result<int32_t> DoAttachmentPoint() const override {
     if (Status s = Live(); !s.ok()) return s;
-    return static_cast<int32_t>(dxf::MText(E()).attachment());
+    return static_cast<int32_t>(R().attachment());
   }
   Status DoSetAttachmentPoint(int32_t attachment) override {
     if (Status s = Live(); !s.ok()) return s;
@@ -515,7 +479,7 @@ class DxfMText : public EntityImpl<host::MText> {
   }
   Result<double> DoWidth() const override {
     if (Status s = Live(); !s.ok()) return s;
-    return dxf::MText(E()).width();
+    return R().width();
   }
   Status DoSetWidth(double width) override {
     if (Status s = Live(); !s.ok()) return s;

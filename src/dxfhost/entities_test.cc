@@ -369,5 +369,30 @@ TEST(EntitiesTest, NewTextsAndPolylinesInABlock) {
   EXPECT_EQ(test::CheckDxf(out, test::kExampleProblems), "");
 }
 
+// TEXT and MTEXT share their placement members; both kinds must keep them.
+template <typename T>
+void ExpectPlacedTextMembers(const std::shared_ptr<T>& text) {
+  SCOPED_TRACE(*text->ObjectName());
+  ASSERT_TRUE(text->SetInsertionPoint({3, 4, 0}).ok());
+  EXPECT_EQ(text->InsertionPoint()->y, 4);
+  EXPECT_EQ(text->SetHeight(0).code(), StatusCode::kInvalidArgument);
+  ASSERT_TRUE(text->SetHeight(2.5).ok());
+  EXPECT_EQ(*text->Height(), 2.5);
+  EXPECT_EQ(text->SetStyleName("No such style").code(), StatusCode::kNotFound);
+  ASSERT_TRUE(text->SetStyleName("OpenSans-Bold").ok());
+  EXPECT_EQ(*text->StyleName(), "OpenSans-Bold");
+  ASSERT_TRUE(text->SetTextString("Лист 2").ok());
+  EXPECT_EQ(*text->TextString(), "Лист 2");
+  ASSERT_TRUE(text->Erase().ok());
+  EXPECT_EQ(text->Height().status().code(), StatusCode::kNotFound);
+}
+
+TEST(EntitiesTest, PlacedTextMembersOfBothKinds) {
+  test::Session s(test::TestdataPath("example.dxf"));
+  host::BlockPtr model = *s.doc->ModelSpace();
+  ExpectPlacedTextMembers(*model->AddText("A", {0, 0, 0}, 1));
+  ExpectPlacedTextMembers(*model->AddMText({0, 0, 0}, 10, "B"));
+}
+
 }  // namespace
 }  // namespace lmt::dxfhost

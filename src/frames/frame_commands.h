@@ -11,7 +11,8 @@
 //
 // Nothing here throws. Host calls that fail skip their statement (the
 // field or cell keeps what it had); the user hears of refusals and of the
-// end of a command through messages, and the caller gets an Outcome.
+// end of a command through messages, and the caller gets a host::Outcome
+// (kRefused also for no host or drawing; never kNotConnected).
 #ifndef LMT_FRAMES_FRAME_COMMANDS_H_
 #define LMT_FRAMES_FRAME_COMMANDS_H_
 
@@ -20,17 +21,10 @@
 
 #include "frames/frame_table.h"
 #include "frames/frame_template.h"
+#include "host/outcome.h"
 #include "host/session.h"
 
 namespace lmt::frames {
-
-// How a command ended. The COM face drops it; the command line maps kDone
-// to exit status 0 and the others to 1.
-enum class Outcome {
-  kDone,         // ran to its end
-  kRefused,      // stopped with one of its refusals (or no host/drawing)
-  kInterrupted,  // the stop button ended it; its work so far stays
-};
 
 // Names every data row of the table.
 using RowNamer = std::function<void(FrameTable& table)>;
@@ -72,14 +66,14 @@ class FrameCommands {
   // kind and properties become the template and fill the filter window.
   // kRefused when no host or drawing is there or the pick was empty (the
   // old template stays); the frame table is reset either way.
-  Outcome GetObrazec();
+  host::Outcome GetObrazec();
 
   // mnuSelectAll / Command_GetAll (mode 5) and mnuSelect / Command_GetVibor
   // (mode 1): fills the table with one row per frame found, orders and
   // names it. kRefused when nothing was selected; kInterrupted when the
   // stop button ended it (the rows made so far stay, neither ordered nor
   // named). REQUIRES: mode is kSearchAll or kSearchOnScreen.
-  Outcome Search(int mode);
+  host::Outcome Search(int mode);
 
   // Command_Update: renumbers the rows and names them all again.
   void Update();

@@ -59,13 +59,13 @@ class FrameCommandsTest : public ::testing::Test {
         });
   }
 
-  Outcome Capture(const std::string& handle) {
+  host::Outcome Capture(const std::string& handle) {
     user_.QueuePick({handle});
     return commands_->GetObrazec();
   }
 
   // "Select All" with the start point cancelled unless given.
-  Outcome SearchAll(std::optional<host::Point> start = std::nullopt) {
+  host::Outcome SearchAll(std::optional<host::Point> start = std::nullopt) {
     if (start) {
       user_.QueuePoint(*start);
     } else {
@@ -119,12 +119,12 @@ class FrameCommandsTest : public ::testing::Test {
 
 TEST_F(FrameCommandsTest, PolylineFramesOfFourAndFiveVerticesInModelOnly) {
   Open(Frames("polylines.dxf"));
-  ASSERT_EQ(Capture("30"), Outcome::kDone);
+  ASSERT_EQ(Capture("30"), host::Outcome::kDone);
   EXPECT_EQ(state_.frame_template.kind, "POLYLINE");
   EXPECT_EQ(state_.frame_template.layer, "FRAMES");
   EXPECT_EQ(windows_.okno_filter.combo_sloy_linii.text(), "FRAMES");
   EXPECT_EQ(windows_.okno_lmt.active_template, "POLYLINE");
-  ASSERT_EQ(SearchAll(), Outcome::kDone);
+  ASSERT_EQ(SearchAll(), host::Outcome::kDone);
 
   // 3 and 6 vertices and the paper-space look-alike are not frames.
   EXPECT_EQ(Handles(), (std::vector<std::string>{"30", "31", "32"}));
@@ -147,8 +147,8 @@ TEST_F(FrameCommandsTest, PolylineFramesOfFourAndFiveVerticesInModelOnly) {
 
 TEST_F(FrameCommandsTest, MessagesOfCaptureAndSearchInOrder) {
   Open(Frames("polylines.dxf"));
-  ASSERT_EQ(Capture("30"), Outcome::kDone);
-  ASSERT_EQ(SearchAll(), Outcome::kDone);
+  ASSERT_EQ(Capture("30"), host::Outcome::kDone);
+  ASSERT_EQ(SearchAll(), host::Outcome::kDone);
   const core::MessageTable& m = globals_.messages;
   EXPECT_EQ(
       user_.message_texts(),
@@ -163,24 +163,24 @@ TEST_F(FrameCommandsTest, MessagesOfCaptureAndSearchInOrder) {
 
 TEST_F(FrameCommandsTest, EmptyOrSeveralPicksAndAnEmptySearch) {
   Open(Frames("polylines.dxf"));
-  ASSERT_EQ(Capture("30"), Outcome::kDone);
+  ASSERT_EQ(Capture("30"), host::Outcome::kDone);
   const FrameTemplate before = state_.frame_template;
   user_.QueuePick({});  // Enter: the template stays
-  EXPECT_EQ(commands_->GetObrazec(), Outcome::kRefused);
+  EXPECT_EQ(commands_->GetObrazec(), host::Outcome::kRefused);
   EXPECT_EQ(state_.frame_template.kind, before.kind);
   EXPECT_EQ(user_.message_texts().back(),
             globals_.messages.Get(core::kMsgTemplateEmpty));
 
   user_.QueuePick({"36", "31"});  // the circle is not offered
-  EXPECT_EQ(commands_->GetObrazec(), Outcome::kDone);
+  EXPECT_EQ(commands_->GetObrazec(), host::Outcome::kDone);
   user_.QueuePick({"31", "30"});
-  EXPECT_EQ(commands_->GetObrazec(), Outcome::kDone);
+  EXPECT_EQ(commands_->GetObrazec(), host::Outcome::kDone);
   EXPECT_EQ(user_.message_texts()[user_.message_texts().size() - 2],
             globals_.messages.Get(core::kMsgSeveralSelected));
 
   windows_.okno_filter.check_tolko_v_sloe.set_checked(true);
   windows_.okno_filter.combo_sloy_linii.set_text("NO SUCH LAYER");
-  EXPECT_EQ(commands_->Search(kSearchAll), Outcome::kRefused);
+  EXPECT_EQ(commands_->Search(kSearchAll), host::Outcome::kRefused);
   EXPECT_EQ(user_.message_texts().back(),
             globals_.messages.Get(core::kMsgNoObjects));
   EXPECT_EQ(state_.table.row_count(), kResetRowCount);
@@ -189,14 +189,14 @@ TEST_F(FrameCommandsTest, EmptyOrSeveralPicksAndAnEmptySearch) {
 
 TEST_F(FrameCommandsTest, VertexByVertexReadingOfIntelliCadGivesSameTable) {
   Open(Frames("polylines.dxf"));
-  ASSERT_EQ(Capture("30"), Outcome::kDone);
-  ASSERT_EQ(SearchAll(), Outcome::kDone);
+  ASSERT_EQ(Capture("30"), host::Outcome::kDone);
+  ASSERT_EQ(SearchAll(), host::Outcome::kDone);
   FrameTable autocad = state_.table;
 
   Open(Frames("polylines.dxf"), host::HostKind::kIntelliCad);
-  ASSERT_EQ(Capture("30"), Outcome::kDone);
+  ASSERT_EQ(Capture("30"), host::Outcome::kDone);
   testing::FailingHost counting(*app_);
-  ASSERT_EQ(SearchAll(), Outcome::kDone);
+  ASSERT_EQ(SearchAll(), host::Outcome::kDone);
   EXPECT_EQ(counting.CallCount("Polyline.Coordinates"), 0);
   EXPECT_EQ(counting.CallCount("Polyline.Coordinate"), 12);
   for (int r = 0; r < autocad.row_count(); ++r) {
@@ -209,10 +209,10 @@ TEST_F(FrameCommandsTest, VertexByVertexReadingOfIntelliCadGivesSameTable) {
 TEST_F(FrameCommandsTest, BlockFramesPlacedWithScaleRotationAndAttributes) {
   Open(Frames("blocks.dxf"));
   windows_.okno_lmt.uni_text_name_atribute.set_text("sheet");
-  ASSERT_EQ(Capture("45"), Outcome::kDone);
+  ASSERT_EQ(Capture("45"), host::Outcome::kDone);
   EXPECT_EQ(state_.frame_template.kind, "BLOCK");
   EXPECT_EQ(windows_.okno_filter.uni_text_name_block.text(), "FRAME");
-  ASSERT_EQ(SearchAll(), Outcome::kDone);
+  ASSERT_EQ(SearchAll(), host::Outcome::kDone);
 
   // "Block Name:" is on by design: only FRAME, and not the paper one.
   EXPECT_EQ(Handles(), (std::vector<std::string>{"45", "49"}));
@@ -232,9 +232,9 @@ TEST_F(FrameCommandsTest, BlockFramesPlacedWithScaleRotationAndAttributes) {
 TEST_F(FrameCommandsTest, InnerPolylineRulesAndConstantAttributes) {
   Open(Frames("blocks.dxf"));
   windows_.okno_lmt.uni_text_name_atribute.set_text("SHEET");
-  ASSERT_EQ(Capture("45"), Outcome::kDone);
+  ASSERT_EQ(Capture("45"), host::Outcome::kDone);
   windows_.okno_filter.check_tolko_name_block.set_checked(false);
-  ASSERT_EQ(SearchAll(), Outcome::kDone);
+  ASSERT_EQ(SearchAll(), host::Outcome::kDone);
   ASSERT_EQ(state_.table.last_row(), 5);
   // TWO: of two qualifying polylines the second is the frame.
   ExpectCorners(RowOf("4D"),
@@ -250,24 +250,24 @@ TEST_F(FrameCommandsTest, InnerPolylineRulesAndConstantAttributes) {
 
 TEST_F(FrameCommandsTest, BoundingBoxModes) {
   Open(Frames("blocks.dxf"));
-  ASSERT_EQ(Capture("45"), Outcome::kDone);
+  ASSERT_EQ(Capture("45"), host::Outcome::kDone);
   windows_.okno_lmt.option_block_poisk.Select(1);  // "By size"
-  ASSERT_EQ(SearchAll(), Outcome::kDone);
+  ASSERT_EQ(SearchAll(), host::Outcome::kDone);
   ExpectCorners(2, {Point{406, 0}, {1000, 0}, {1000, 840}, {406, 840}});
   EXPECT_NEAR(Number(2, Column::kWidth), 594, 1e-6);  // the box, unturned
 
   windows_.okno_lmt.option_block_poisk.Select(2);  // box only if unrotated
-  ASSERT_EQ(SearchAll(), Outcome::kDone);
+  ASSERT_EQ(SearchAll(), host::Outcome::kDone);
   ExpectCorners(1, {Point{0, 0}, {420, 0}, {420, 297}, {0, 297}});
   ExpectCorners(2, {Point{1000, 0}, {1000, 840}, {406, 840}, {406, 0}});
 }
 
 TEST_F(FrameCommandsTest, ExternalReferenceByItsBox) {
   Open(Frames("xref.dxf"));
-  ASSERT_EQ(Capture("33"), Outcome::kDone);
+  ASSERT_EQ(Capture("33"), host::Outcome::kDone);
   EXPECT_EQ(state_.frame_template.kind, "XRef");
   windows_.okno_lmt.option_block_poisk.Select(1);
-  ASSERT_EQ(SearchAll(), Outcome::kDone);
+  ASSERT_EQ(SearchAll(), host::Outcome::kDone);
   ASSERT_EQ(Handles(), std::vector<std::string>{"33"});
   EXPECT_EQ(Cell(1, Column::kTyp), "XRef");
   EXPECT_EQ(Cell(1, Column::kBlockName), "XPART");
@@ -277,8 +277,8 @@ TEST_F(FrameCommandsTest, ExternalReferenceByItsBox) {
 // The reference's block answers the referenced drawing's model space.
 TEST_F(FrameCommandsTest, ExternalReferenceByItsInnerPolyline) {
   Open(Frames("xref.dxf"));
-  ASSERT_EQ(Capture("33"), Outcome::kDone);
-  ASSERT_EQ(SearchAll(), Outcome::kDone);
+  ASSERT_EQ(Capture("33"), host::Outcome::kDone);
+  ASSERT_EQ(SearchAll(), host::Outcome::kDone);
   ExpectCorners(1, {Point{1000, 0}, {1420, 0}, {1420, 297}, {1000, 297}});
 }
 
@@ -286,8 +286,8 @@ TEST_F(FrameCommandsTest, ExternalReferenceByItsInnerPolyline) {
 // point, not the block's (0, 0), on their insertion point.
 TEST_F(FrameCommandsTest, BlockBasePointLandsOnTheInsertionPoint) {
   Open(Frames("based.dxf"));
-  ASSERT_EQ(Capture("34"), Outcome::kDone);
-  ASSERT_EQ(SearchAll(), Outcome::kDone);
+  ASSERT_EQ(Capture("34"), host::Outcome::kDone);
+  ASSERT_EQ(SearchAll(), host::Outcome::kDone);
   const double c = std::cos(std::numbers::pi / 6),
                s = std::sin(std::numbers::pi / 6);
   auto turned = [&](double x, double y) {
@@ -303,7 +303,7 @@ TEST_F(FrameCommandsTest, BlockBasePointLandsOnTheInsertionPoint) {
 
   // The box the host draws around the references agrees with them.
   windows_.okno_lmt.option_block_poisk.Select(1);  // "By size"
-  ASSERT_EQ(SearchAll(), Outcome::kDone);
+  ASSERT_EQ(SearchAll(), host::Outcome::kDone);
   ExpectCorners(RowOf("36"),
                 {Point{5790, 0}, {6210, 0}, {6210, 297}, {5790, 297}});
   std::optional<Quad> box = state_.table.Corners(RowOf("34"));
@@ -320,9 +320,9 @@ TEST_F(FrameCommandsTest, BlockBasePointLandsOnTheInsertionPoint) {
 TEST_F(FrameCommandsTest, DynamicBlocksFoundByEffectiveName) {
   LMT_SKIP_WITHOUT_SHARED();
   ASSERT_NO_FATAL_FAILURE(Open(SamplePath("dynvis.dxf")));
-  ASSERT_EQ(Capture("252"), Outcome::kDone);
+  ASSERT_EQ(Capture("252"), host::Outcome::kDone);
   EXPECT_EQ(state_.frame_template.block_name, "block_visibility_parameter");
-  ASSERT_EQ(SearchAll(), Outcome::kDone);
+  ASSERT_EQ(SearchAll(), host::Outcome::kDone);
   EXPECT_EQ(state_.table.last_row(), 4);
   for (int r = 1; r <= 4; ++r) {
     EXPECT_EQ(Cell(r, Column::kBlockName), "block_visibility_parameter");
@@ -332,10 +332,10 @@ TEST_F(FrameCommandsTest, DynamicBlocksFoundByEffectiveName) {
 TEST_F(FrameCommandsTest, RefusedPropertySkipsOnlyThatStatement) {
   Open(Frames("blocks.dxf"));
   windows_.okno_lmt.uni_text_name_atribute.set_text("SHEET");
-  ASSERT_EQ(Capture("45"), Outcome::kDone);
+  ASSERT_EQ(Capture("45"), host::Outcome::kDone);
   testing::FailingHost failing(*app_);
   failing.Refuse("BlockReference.EffectiveName", 1, 1);  // the second frame
-  ASSERT_EQ(SearchAll(), Outcome::kDone);
+  ASSERT_EQ(SearchAll(), host::Outcome::kDone);
   ASSERT_EQ(Handles(), (std::vector<std::string>{"45", "49"}));
   EXPECT_EQ(Cell(1, Column::kBlockName), "FRAME");
   EXPECT_EQ(Cell(2, Column::kBlockName), "");
@@ -345,13 +345,13 @@ TEST_F(FrameCommandsTest, RefusedPropertySkipsOnlyThatStatement) {
 
 TEST_F(FrameCommandsTest, InterruptKeepsTheRowsMadeSoFar) {
   Open(Frames("blocks.dxf"));
-  ASSERT_EQ(Capture("45"), Outcome::kDone);
+  ASSERT_EQ(Capture("45"), host::Outcome::kDone);
   windows_.okno_filter.check_tolko_name_block.set_checked(false);
   user_.QueuePointCancel();
   // Four pumps around each activation of the CAD window, two before the
   // walk; then one per object.
   user_.InterruptAtPump(8 + 2);
-  EXPECT_EQ(commands_->Search(kSearchAll), Outcome::kInterrupted);
+  EXPECT_EQ(commands_->Search(kSearchAll), host::Outcome::kInterrupted);
   EXPECT_EQ(Handles(), (std::vector<std::string>{"45", "49"}));
   EXPECT_NE(user_.message_texts().back(),
             globals_.messages.Get(core::kMsgSelectionComplete));
@@ -359,24 +359,24 @@ TEST_F(FrameCommandsTest, InterruptKeepsTheRowsMadeSoFar) {
 
 TEST_F(FrameCommandsTest, SelectWindowTakesOnlyPickedFramesThatPassTheFilter) {
   Open(Frames("polylines.dxf"));
-  ASSERT_EQ(Capture("30"), Outcome::kDone);
+  ASSERT_EQ(Capture("30"), host::Outcome::kDone);
   user_.QueuePick({"32", "33", "35"});  // a frame, 3 vertices, a line
   user_.QueuePointCancel();
-  ASSERT_EQ(commands_->Search(kSearchOnScreen), Outcome::kDone);
+  ASSERT_EQ(commands_->Search(kSearchOnScreen), host::Outcome::kDone);
   EXPECT_EQ(Handles(), std::vector<std::string>{"32"});
 }
 
 TEST_F(FrameCommandsTest, SearchFlagsAreClearedAfterEachCommand) {
   Open(Frames("polylines.dxf"));
-  ASSERT_EQ(Capture("30"), Outcome::kDone);
-  ASSERT_EQ(SearchAll(), Outcome::kDone);
+  ASSERT_EQ(Capture("30"), host::Outcome::kDone);
+  ASSERT_EQ(SearchAll(), host::Outcome::kDone);
   for (bool flag : session_->search_flags()) EXPECT_FALSE(flag);
 }
 
 TEST_F(FrameCommandsTest, RowCommandsUpdateAndStop) {
   Open(Frames("polylines.dxf"));
-  ASSERT_EQ(Capture("30"), Outcome::kDone);
-  ASSERT_EQ(SearchAll(), Outcome::kDone);
+  ASSERT_EQ(Capture("30"), host::Outcome::kDone);
+  ASSERT_EQ(SearchAll(), host::Outcome::kDone);
   commands_->MoveRowToFirst(3);
   EXPECT_EQ(Handles(), (std::vector<std::string>{"32", "30", "31"}));
   commands_->MoveRowDown(1);
@@ -419,7 +419,7 @@ class ExampleOrderingTest : public FrameCommandsTest {
     windows_.okno_lmt.option_sortirovka_spisok.Select(static_cast<int>(order));
     windows_.okno_option.option_okruglenie.Select(static_cast<int>(rounding));
     if (order == SortOrder::kPolyline) user_.QueuePick({"C2"});
-    ASSERT_EQ(SearchAll(host::Point{200000, 30000}), Outcome::kDone);
+    ASSERT_EQ(SearchAll(host::Point{200000, 30000}), host::Outcome::kDone);
     ASSERT_EQ(state_.table.last_row(), 9);
   }
 };

@@ -83,9 +83,9 @@ Point AskStartPoint(host::Session& session, host::Document& document) {
 
 }  // namespace
 
-Outcome FrameCommands::Search(int mode) {
+host::Outcome FrameCommands::Search(int mode) {
   LMT_CHECK(mode == kSearchAll || mode == kSearchOnScreen);
-  if (!session_.Connect()) return Outcome::kRefused;
+  if (!session_.Connect()) return host::Outcome::kRefused;
   ScopedSearchFlag flag(session_, kFlagSearch);
   host::Document& document = session_.document();
   host::User& user = session_.user();
@@ -121,7 +121,7 @@ Outcome FrameCommands::Search(int mode) {
   if (count == 0) {
     user.BringToFront();
     session_.ShowMessage(core::kMsgNoObjects, host::MessageIcon::kCritical);
-    return Outcome::kRefused;
+    return host::Outcome::kRefused;
   }
 
   const auto order =
@@ -172,14 +172,14 @@ Outcome FrameCommands::Search(int mode) {
   // read (also after an interrupt: what was made so far).
   table.SetRowCount(counter);
   main.found_count = std::to_string(counter - 1);
-  if (interrupted) return Outcome::kInterrupted;
+  if (interrupted) return host::Outcome::kInterrupted;
 
   OrderTable(table, order);
   if (namer_) namer_(table);
   user.BringToFront();
   session_.ShowMessage(core::kMsgSelectionComplete,
                        host::MessageIcon::kInformation);
-  return Outcome::kDone;
+  return host::Outcome::kDone;
 }
 
 }  // namespace lmt::frames

@@ -70,8 +70,8 @@ void ReadTemplate(host::Document& document, const host::Entity& picked,
 
 }  // namespace
 
-Outcome FrameCommands::GetObrazec() {
-  if (!session_.Connect()) return Outcome::kRefused;
+host::Outcome FrameCommands::GetObrazec() {
+  if (!session_.Connect()) return host::Outcome::kRefused;
   ScopedSearchFlag flag(session_, kFlagCapture);
   host::Document& document = session_.document();
   host::User& user = session_.user();
@@ -95,7 +95,7 @@ Outcome FrameCommands::GetObrazec() {
   if (count == 0) {
     user.BringToFront();
     session_.ShowMessage(core::kMsgTemplateEmpty, host::MessageIcon::kCritical);
-    return Outcome::kRefused;
+    return host::Outcome::kRefused;
   }
   if (count >= 2) {
     user.BringToFront();
@@ -117,7 +117,7 @@ Outcome FrameCommands::GetObrazec() {
   user.BringToFront();
   session_.ShowMessage(core::kMsgTemplateReceived,
                        host::MessageIcon::kInformation, t.kind);
-  return Outcome::kDone;
+  return host::Outcome::kDone;
 }
 
 }  // namespace lmt::frames

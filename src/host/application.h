@@ -26,32 +26,38 @@ class Preferences : public Object {
 
   // Display.LayoutCreateViewport: new layouts get a viewport.
   Result<bool> LayoutCreateViewport() const {
-    if (Status s = Enter("Preferences.LayoutCreateViewport"); !s.ok()) return s;
-    return DoLayoutCreateViewport();
+    return Gated("Preferences.LayoutCreateViewport",
+                 [&] { return DoLayoutCreateViewport(); });
   }
   Status SetLayoutCreateViewport(bool create) {
-    if (Status s = Enter("Preferences.SetLayoutCreateViewport"); !s.ok())
-      return s;
-    return DoSetLayoutCreateViewport(create);
+    return Gated("Preferences.SetLayoutCreateViewport",
+                 [&] { return DoSetLayoutCreateViewport(create); });
   }
   // OpenSave.SaveAsType: the default save format number.
   Result<int32_t> SaveAsType() const {
-    if (Status s = Enter("Preferences.SaveAsType"); !s.ok()) return s;
-    return DoSaveAsType();
+    return Gated("Preferences.SaveAsType", [&] { return DoSaveAsType(); });
   }
   Status SetSaveAsType(int32_t save_type) {
-    if (Status s = Enter("Preferences.SetSaveAsType"); !s.ok()) return s;
-    return DoSetSaveAsType(save_type);
+    return Gated("Preferences.SetSaveAsType",
+                 [&] { return DoSetSaveAsType(save_type); });
   }
 
  protected:
   using Object::Object;
 
   // Hosts override what they support; the rest answers kNotSupported.
-  virtual Result<bool> DoLayoutCreateViewport() const;
-  virtual Status DoSetLayoutCreateViewport(bool create);
-  virtual Result<int32_t> DoSaveAsType() const;
-  virtual Status DoSetSaveAsType(int32_t save_type);
+  virtual Result<bool> DoLayoutCreateViewport() const {
+    return Unsupported("Preferences.LayoutCreateViewport");
+  }
+  virtual Status DoSetLayoutCreateViewport(bool /*create*/) {
+    return Unsupported("Preferences.SetLayoutCreateViewport");
+  }
+  virtual Result<int32_t> DoSaveAsType() const {
+    return Unsupported("Preferences.SaveAsType");
+  }
+  virtual Status DoSetSaveAsType(int32_t /*save_type*/) {
+    return Unsupported("Preferences.SetSaveAsType");
+  }
 };
 
 // The CAD program.
@@ -61,59 +67,72 @@ class Application : public Object {
 
   // E.g. "24.0s (LMS Tech)"; nanoCAD "23.0.6360.6019".
   Result<std::string> Version() const {
-    if (Status s = Enter("Application.Version"); !s.ok()) return s;
-    return DoVersion();
+    return Gated("Application.Version", [&] { return DoVersion(); });
   }
   Result<bool> Visible() const {
-    if (Status s = Enter("Application.Visible"); !s.ok()) return s;
-    return DoVisible();
+    return Gated("Application.Visible", [&] { return DoVisible(); });
   }
   Status SetVisible(bool visible) {
-    if (Status s = Enter("Application.SetVisible"); !s.ok()) return s;
-    return DoSetVisible(visible);
+    return Gated("Application.SetVisible",
+                 [&] { return DoSetVisible(visible); });
   }
   // The main window's title (used to activate it).
   Result<std::string> Caption() const {
-    if (Status s = Enter("Application.Caption"); !s.ok()) return s;
-    return DoCaption();
+    return Gated("Application.Caption", [&] { return DoCaption(); });
   }
   // kNotFound when no drawing is open.
   Result<DocumentPtr> ActiveDocument() const {
-    if (Status s = Enter("Application.ActiveDocument"); !s.ok()) return s;
-    return DoActiveDocument();
+    return Gated("Application.ActiveDocument",
+                 [&] { return DoActiveDocument(); });
   }
   Result<DocumentsPtr> Documents() const {
-    if (Status s = Enter("Application.Documents"); !s.ok()) return s;
-    return DoDocuments();
+    return Gated("Application.Documents", [&] { return DoDocuments(); });
   }
   Result<PreferencesPtr> Preferences() const {
-    if (Status s = Enter("Application.Preferences"); !s.ok()) return s;
-    return DoPreferences();
+    return Gated("Application.Preferences", [&] { return DoPreferences(); });
   }
   // Creates an object served by the host; the add-in asks it only for
   // ObjectDBX documents ("ObjectDBX.AxDbDocument[.NN]").
   Result<DbxDocumentPtr> GetInterfaceObject(std::string_view prog_id) {
-    if (Status s = Enter("Application.GetInterfaceObject"); !s.ok()) return s;
-    return DoGetInterfaceObject(prog_id);
+    return Gated("Application.GetInterfaceObject",
+                 [&] { return DoGetInterfaceObject(prog_id); });
   }
   Status ZoomExtents() {
-    if (Status s = Enter("Application.ZoomExtents"); !s.ok()) return s;
-    return DoZoomExtents();
+    return Gated("Application.ZoomExtents", [&] { return DoZoomExtents(); });
   }
 
  protected:
   using Object::Object;
 
   // Hosts override what they support; the rest answers kNotSupported.
-  virtual Result<std::string> DoVersion() const;
-  virtual Result<bool> DoVisible() const;
-  virtual Status DoSetVisible(bool visible);
-  virtual Result<std::string> DoCaption() const;
-  virtual Result<DocumentPtr> DoActiveDocument() const;
-  virtual Result<DocumentsPtr> DoDocuments() const;
-  virtual Result<PreferencesPtr> DoPreferences() const;
-  virtual Result<DbxDocumentPtr> DoGetInterfaceObject(std::string_view prog_id);
-  virtual Status DoZoomExtents();
+  virtual Result<std::string> DoVersion() const {
+    return Unsupported("Application.Version");
+  }
+  virtual Result<bool> DoVisible() const {
+    return Unsupported("Application.Visible");
+  }
+  virtual Status DoSetVisible(bool /*visible*/) {
+    return Unsupported("Application.SetVisible");
+  }
+  virtual Result<std::string> DoCaption() const {
+    return Unsupported("Application.Caption");
+  }
+  virtual Result<DocumentPtr> DoActiveDocument() const {
+    return Unsupported("Application.ActiveDocument");
+  }
+  virtual Result<DocumentsPtr> DoDocuments() const {
+    return Unsupported("Application.Documents");
+  }
+  virtual Result<PreferencesPtr> DoPreferences() const {
+    return Unsupported("Application.Preferences");
+  }
+  virtual Result<DbxDocumentPtr> DoGetInterfaceObject(
+      std::string_view /*prog_id*/) {
+    return Unsupported("Application.GetInterfaceObject");
+  }
+  virtual Status DoZoomExtents() {
+    return Unsupported("Application.ZoomExtents");
+  }
 };
 
 }  // namespace lmt::host

@@ -39,22 +39,25 @@ class Viewport : public Object {
 
   // View direction of the tiled model viewport; (0, 0, 1) is plan view.
   Result<Point> Direction() const {
-    if (Status s = Enter("Viewport.Direction"); !s.ok()) return s;
-    return DoDirection();
+    return Gated("Viewport.Direction", [&] { return DoDirection(); });
   }
   // Takes effect once the viewport is assigned back with
   // Document::SetActiveViewport.
   Status SetDirection(const Point& direction) {
-    if (Status s = Enter("Viewport.SetDirection"); !s.ok()) return s;
-    return DoSetDirection(direction);
+    return Gated("Viewport.SetDirection",
+                 [&] { return DoSetDirection(direction); });
   }
 
  protected:
   using Object::Object;
 
   // Hosts override what they support; the rest answers kNotSupported.
-  virtual Result<Point> DoDirection() const;
-  virtual Status DoSetDirection(const Point& direction);
+  virtual Result<Point> DoDirection() const {
+    return Unsupported("Viewport.Direction");
+  }
+  virtual Status DoSetDirection(const Point& /*direction*/) {
+    return Unsupported("Viewport.SetDirection");
+  }
 };
 
 // User input and coordinate conversion.
@@ -66,41 +69,48 @@ class Utility : public Object {
   // kCancelled when the user cancels.
   Result<Point> GetPoint(const std::optional<Point>& base,
                          std::string_view prompt) {
-    if (Status s = Enter("Utility.GetPoint"); !s.ok()) return s;
-    return DoGetPoint(base, prompt);
+    return Gated("Utility.GetPoint", [&] { return DoGetPoint(base, prompt); });
   }
   // Asks the user for a distance, from `base` when given (a point is passed
   // to the host as the object model's point array); kCancelled on cancel.
   Result<double> GetDistance(const std::optional<Point>& base,
                              std::string_view prompt) {
-    if (Status s = Enter("Utility.GetDistance"); !s.ok()) return s;
-    return DoGetDistance(base, prompt);
+    return Gated("Utility.GetDistance",
+                 [&] { return DoGetDistance(base, prompt); });
   }
   // Writes `text` to the host's command line.
   Status Prompt(std::string_view text) {
-    if (Status s = Enter("Utility.Prompt"); !s.ok()) return s;
-    return DoPrompt(text);
+    return Gated("Utility.Prompt", [&] { return DoPrompt(text); });
   }
   Result<Point> TranslateCoordinates(const Point& point, CoordinateSystem from,
                                      CoordinateSystem to,
                                      bool displacement) const {
-    if (Status s = Enter("Utility.TranslateCoordinates"); !s.ok()) return s;
-    return DoTranslateCoordinates(point, from, to, displacement);
+    return Gated("Utility.TranslateCoordinates", [&] {
+      return DoTranslateCoordinates(point, from, to, displacement);
+    });
   }
 
  protected:
   using Object::Object;
 
   // Hosts override what they support; the rest answers kNotSupported.
-  virtual Result<Point> DoGetPoint(const std::optional<Point>& base,
-                                   std::string_view prompt);
-  virtual Result<double> DoGetDistance(const std::optional<Point>& base,
-                                       std::string_view prompt);
-  virtual Status DoPrompt(std::string_view text);
-  virtual Result<Point> DoTranslateCoordinates(const Point& point,
-                                               CoordinateSystem from,
-                                               CoordinateSystem to,
-                                               bool displacement) const;
+  virtual Result<Point> DoGetPoint(const std::optional<Point>& /*base*/,
+                                   std::string_view /*prompt*/) {
+    return Unsupported("Utility.GetPoint");
+  }
+  virtual Result<double> DoGetDistance(const std::optional<Point>& /*base*/,
+                                       std::string_view /*prompt*/) {
+    return Unsupported("Utility.GetDistance");
+  }
+  virtual Status DoPrompt(std::string_view /*text*/) {
+    return Unsupported("Utility.Prompt");
+  }
+  virtual Result<Point> DoTranslateCoordinates(const Point& /*point*/,
+                                               CoordinateSystem /*from*/,
+                                               CoordinateSystem /*to*/,
+                                               bool /*displacement*/) const {
+    return Unsupported("Utility.TranslateCoordinates");
+  }
 };
 
 // A named view of model space in plan (the drawing's VIEW table): the world
@@ -121,73 +131,86 @@ class Database : public Object {
   ~Database() override = default;
 
   Result<BlockPtr> ModelSpace() const {
-    if (Status s = Enter("Database.ModelSpace"); !s.ok()) return s;
-    return DoModelSpace();
+    return Gated("Database.ModelSpace", [&] { return DoModelSpace(); });
   }
   // The block of the active layout (the last active one in model space).
   Result<BlockPtr> PaperSpace() const {
-    if (Status s = Enter("Database.PaperSpace"); !s.ok()) return s;
-    return DoPaperSpace();
+    return Gated("Database.PaperSpace", [&] { return DoPaperSpace(); });
   }
   Result<BlocksPtr> Blocks() const {
-    if (Status s = Enter("Database.Blocks"); !s.ok()) return s;
-    return DoBlocks();
+    return Gated("Database.Blocks", [&] { return DoBlocks(); });
   }
   Result<LayersPtr> Layers() const {
-    if (Status s = Enter("Database.Layers"); !s.ok()) return s;
-    return DoLayers();
+    return Gated("Database.Layers", [&] { return DoLayers(); });
   }
   Result<LinetypesPtr> Linetypes() const {
-    if (Status s = Enter("Database.Linetypes"); !s.ok()) return s;
-    return DoLinetypes();
+    return Gated("Database.Linetypes", [&] { return DoLinetypes(); });
   }
   Result<TextStylesPtr> TextStyles() const {
-    if (Status s = Enter("Database.TextStyles"); !s.ok()) return s;
-    return DoTextStyles();
+    return Gated("Database.TextStyles", [&] { return DoTextStyles(); });
   }
   Result<LayoutsPtr> Layouts() const {
-    if (Status s = Enter("Database.Layouts"); !s.ok()) return s;
-    return DoLayouts();
+    return Gated("Database.Layouts", [&] { return DoLayouts(); });
   }
   // Deep-copies `objects` into `owner` (of this or another database);
   // returns the copies in the same order.
   Result<std::vector<EntityPtr>> CopyObjects(
       const std::vector<EntityPtr>& objects, const BlockPtr& owner) {
-    if (Status s = Enter("Database.CopyObjects"); !s.ok()) return s;
-    return DoCopyObjects(objects, owner);
+    return Gated("Database.CopyObjects",
+                 [&] { return DoCopyObjects(objects, owner); });
   }
   // Any object by id (cast with As<T>); kNotFound when unknown.
   Result<ObjectPtr> ObjectIdToObject(uint64_t object_id) const {
-    if (Status s = Enter("Database.ObjectIdToObject"); !s.ok()) return s;
-    return DoObjectIdToObject(object_id);
+    return Gated("Database.ObjectIdToObject",
+                 [&] { return DoObjectIdToObject(object_id); });
   }
   // Whether a named view of that name exists (without regard to case).
   Result<bool> HasView(std::string_view name) const {
-    if (Status s = Enter("Database.HasView"); !s.ok()) return s;
-    return DoHasView(name);
+    return Gated("Database.HasView", [&] { return DoHasView(name); });
   }
   // Adds the named view, replacing one of the same name.
   Status SetView(const NamedView& view) {
-    if (Status s = Enter("Database.SetView"); !s.ok()) return s;
-    return DoSetView(view);
+    return Gated("Database.SetView", [&] { return DoSetView(view); });
   }
 
  protected:
   using Object::Object;
 
   // Hosts override what they support; the rest answers kNotSupported.
-  virtual Result<BlockPtr> DoModelSpace() const;
-  virtual Result<BlockPtr> DoPaperSpace() const;
-  virtual Result<BlocksPtr> DoBlocks() const;
-  virtual Result<LayersPtr> DoLayers() const;
-  virtual Result<LinetypesPtr> DoLinetypes() const;
-  virtual Result<TextStylesPtr> DoTextStyles() const;
-  virtual Result<LayoutsPtr> DoLayouts() const;
+  virtual Result<BlockPtr> DoModelSpace() const {
+    return Unsupported("Database.ModelSpace");
+  }
+  virtual Result<BlockPtr> DoPaperSpace() const {
+    return Unsupported("Database.PaperSpace");
+  }
+  virtual Result<BlocksPtr> DoBlocks() const {
+    return Unsupported("Database.Blocks");
+  }
+  virtual Result<LayersPtr> DoLayers() const {
+    return Unsupported("Database.Layers");
+  }
+  virtual Result<LinetypesPtr> DoLinetypes() const {
+    return Unsupported("Database.Linetypes");
+  }
+  virtual Result<TextStylesPtr> DoTextStyles() const {
+    return Unsupported("Database.TextStyles");
+  }
+  virtual Result<LayoutsPtr> DoLayouts() const {
+    return Unsupported("Database.Layouts");
+  }
   virtual Result<std::vector<EntityPtr>> DoCopyObjects(
-      const std::vector<EntityPtr>& objects, const BlockPtr& owner);
-  virtual Result<ObjectPtr> DoObjectIdToObject(uint64_t object_id) const;
-  virtual Result<bool> DoHasView(std::string_view name) const;
-  virtual Status DoSetView(const NamedView& view);
+      const std::vector<EntityPtr>& /*objects*/, const BlockPtr& /*owner*/) {
+    return Unsupported("Database.CopyObjects");
+  }
+  virtual Result<ObjectPtr> DoObjectIdToObject(uint64_t /*object_id*/) const {
+    return Unsupported("Database.ObjectIdToObject");
+  }
+  virtual Result<bool> DoHasView(std::string_view /*name*/) const {
+    return Unsupported("Database.HasView");
+  }
+  virtual Status DoSetView(const NamedView& /*view*/) {
+    return Unsupported("Database.SetView");
+  }
 };
 
 // A drawing open in the CAD program.
@@ -197,137 +220,172 @@ class Document : public Database {
 
   // File name with extension, no folder.
   Result<std::string> Name() const {
-    if (Status s = Enter("Document.Name"); !s.ok()) return s;
-    return DoName();
+    return Gated("Document.Name", [&] { return DoName(); });
   }
   // Full path; empty for a drawing never saved.
   Result<std::string> FullName() const {
-    if (Status s = Enter("Document.FullName"); !s.ok()) return s;
-    return DoFullName();
+    return Gated("Document.FullName", [&] { return DoFullName(); });
   }
   Result<ApplicationPtr> Application() const {
-    if (Status s = Enter("Document.Application"); !s.ok()) return s;
-    return DoApplication();
+    return Gated("Document.Application", [&] { return DoApplication(); });
   }
   // A system variable; kNotFound for an unknown name.
   Result<Variant> GetVariable(std::string_view name) const {
-    if (Status s = Enter("Document.GetVariable"); !s.ok()) return s;
-    return DoGetVariable(name);
+    return Gated("Document.GetVariable", [&] { return DoGetVariable(name); });
   }
   Status SetVariable(std::string_view name, const Variant& value) {
-    if (Status s = Enter("Document.SetVariable"); !s.ok()) return s;
-    return DoSetVariable(name, value);
+    return Gated("Document.SetVariable",
+                 [&] { return DoSetVariable(name, value); });
   }
   // Queues command-line input (commands end with a carriage return). Hosts
   // may run it after the call returns.
   Status SendCommand(std::string_view command) {
-    if (Status s = Enter("Document.SendCommand"); !s.ok()) return s;
-    return DoSendCommand(command);
+    return Gated("Document.SendCommand",
+                 [&] { return DoSendCommand(command); });
   }
   Result<LayoutPtr> ActiveLayout() const {
-    if (Status s = Enter("Document.ActiveLayout"); !s.ok()) return s;
-    return DoActiveLayout();
+    return Gated("Document.ActiveLayout", [&] { return DoActiveLayout(); });
   }
   Status SetActiveLayout(const LayoutPtr& layout) {
-    if (Status s = Enter("Document.SetActiveLayout"); !s.ok()) return s;
-    return DoSetActiveLayout(layout);
+    return Gated("Document.SetActiveLayout",
+                 [&] { return DoSetActiveLayout(layout); });
   }
   Result<Space> ActiveSpace() const {
-    if (Status s = Enter("Document.ActiveSpace"); !s.ok()) return s;
-    return DoActiveSpace();
+    return Gated("Document.ActiveSpace", [&] { return DoActiveSpace(); });
   }
   Status SetActiveSpace(Space space) {
-    if (Status s = Enter("Document.SetActiveSpace"); !s.ok()) return s;
-    return DoSetActiveSpace(space);
+    return Gated("Document.SetActiveSpace",
+                 [&] { return DoSetActiveSpace(space); });
   }
   // True while a paper-space viewport is entered (model space through it).
   Result<bool> MSpace() const {
-    if (Status s = Enter("Document.MSpace"); !s.ok()) return s;
-    return DoMSpace();
+    return Gated("Document.MSpace", [&] { return DoMSpace(); });
   }
   Status SetMSpace(bool in_model) {
-    if (Status s = Enter("Document.SetMSpace"); !s.ok()) return s;
-    return DoSetMSpace(in_model);
+    return Gated("Document.SetMSpace", [&] { return DoSetMSpace(in_model); });
   }
   Result<PViewportPtr> ActivePViewport() const {
-    if (Status s = Enter("Document.ActivePViewport"); !s.ok()) return s;
-    return DoActivePViewport();
+    return Gated("Document.ActivePViewport",
+                 [&] { return DoActivePViewport(); });
   }
   Status SetActivePViewport(const PViewportPtr& viewport) {
-    if (Status s = Enter("Document.SetActivePViewport"); !s.ok()) return s;
-    return DoSetActivePViewport(viewport);
+    return Gated("Document.SetActivePViewport",
+                 [&] { return DoSetActivePViewport(viewport); });
   }
   Result<ViewportPtr> ActiveViewport() const {
-    if (Status s = Enter("Document.ActiveViewport"); !s.ok()) return s;
-    return DoActiveViewport();
+    return Gated("Document.ActiveViewport", [&] { return DoActiveViewport(); });
   }
   Status SetActiveViewport(const ViewportPtr& viewport) {
-    if (Status s = Enter("Document.SetActiveViewport"); !s.ok()) return s;
-    return DoSetActiveViewport(viewport);
+    return Gated("Document.SetActiveViewport",
+                 [&] { return DoSetActiveViewport(viewport); });
   }
   Result<LayerPtr> ActiveLayer() const {
-    if (Status s = Enter("Document.ActiveLayer"); !s.ok()) return s;
-    return DoActiveLayer();
+    return Gated("Document.ActiveLayer", [&] { return DoActiveLayer(); });
   }
   Status SetActiveLayer(const LayerPtr& layer) {
-    if (Status s = Enter("Document.SetActiveLayer"); !s.ok()) return s;
-    return DoSetActiveLayer(layer);
+    return Gated("Document.SetActiveLayer",
+                 [&] { return DoSetActiveLayer(layer); });
   }
   Result<TextStylePtr> ActiveTextStyle() const {
-    if (Status s = Enter("Document.ActiveTextStyle"); !s.ok()) return s;
-    return DoActiveTextStyle();
+    return Gated("Document.ActiveTextStyle",
+                 [&] { return DoActiveTextStyle(); });
   }
   Status SetActiveTextStyle(const TextStylePtr& style) {
-    if (Status s = Enter("Document.SetActiveTextStyle"); !s.ok()) return s;
-    return DoSetActiveTextStyle(style);
+    return Gated("Document.SetActiveTextStyle",
+                 [&] { return DoSetActiveTextStyle(style); });
   }
   Result<SelectionSetsPtr> SelectionSets() const {
-    if (Status s = Enter("Document.SelectionSets"); !s.ok()) return s;
-    return DoSelectionSets();
+    return Gated("Document.SelectionSets", [&] { return DoSelectionSets(); });
   }
   Result<UtilityPtr> Utility() const {
-    if (Status s = Enter("Document.Utility"); !s.ok()) return s;
-    return DoUtility();
+    return Gated("Document.Utility", [&] { return DoUtility(); });
   }
   // Saves under `path` (the host adds the extension of `save_type` when
   // `path` has none) in the format numbered `save_type`.
   Status SaveAs(std::string_view path, int32_t save_type) {
-    if (Status s = Enter("Document.SaveAs"); !s.ok()) return s;
-    return DoSaveAs(path, save_type);
+    return Gated("Document.SaveAs", [&] { return DoSaveAs(path, save_type); });
   }
   Status Close(bool save_changes) {
-    if (Status s = Enter("Document.Close"); !s.ok()) return s;
-    return DoClose(save_changes);
+    return Gated("Document.Close", [&] { return DoClose(save_changes); });
   }
 
  protected:
   using Database::Database;
 
   // Hosts override what they support; the rest answers kNotSupported.
-  virtual Result<std::string> DoName() const;
-  virtual Result<std::string> DoFullName() const;
-  virtual Result<ApplicationPtr> DoApplication() const;
-  virtual Result<Variant> DoGetVariable(std::string_view name) const;
-  virtual Status DoSetVariable(std::string_view name, const Variant& value);
-  virtual Status DoSendCommand(std::string_view command);
-  virtual Result<LayoutPtr> DoActiveLayout() const;
-  virtual Status DoSetActiveLayout(const LayoutPtr& layout);
-  virtual Result<Space> DoActiveSpace() const;
-  virtual Status DoSetActiveSpace(Space space);
-  virtual Result<bool> DoMSpace() const;
-  virtual Status DoSetMSpace(bool in_model);
-  virtual Result<PViewportPtr> DoActivePViewport() const;
-  virtual Status DoSetActivePViewport(const PViewportPtr& viewport);
-  virtual Result<ViewportPtr> DoActiveViewport() const;
-  virtual Status DoSetActiveViewport(const ViewportPtr& viewport);
-  virtual Result<LayerPtr> DoActiveLayer() const;
-  virtual Status DoSetActiveLayer(const LayerPtr& layer);
-  virtual Result<TextStylePtr> DoActiveTextStyle() const;
-  virtual Status DoSetActiveTextStyle(const TextStylePtr& style);
-  virtual Result<SelectionSetsPtr> DoSelectionSets() const;
-  virtual Result<UtilityPtr> DoUtility() const;
-  virtual Status DoSaveAs(std::string_view path, int32_t save_type);
-  virtual Status DoClose(bool save_changes);
+  virtual Result<std::string> DoName() const {
+    return Unsupported("Document.Name");
+  }
+  virtual Result<std::string> DoFullName() const {
+    return Unsupported("Document.FullName");
+  }
+  virtual Result<ApplicationPtr> DoApplication() const {
+    return Unsupported("Document.Application");
+  }
+  virtual Result<Variant> DoGetVariable(std::string_view /*name*/) const {
+    return Unsupported("Document.GetVariable");
+  }
+  virtual Status DoSetVariable(std::string_view /*name*/,
+                               const Variant& /*value*/) {
+    return Unsupported("Document.SetVariable");
+  }
+  virtual Status DoSendCommand(std::string_view /*command*/) {
+    return Unsupported("Document.SendCommand");
+  }
+  virtual Result<LayoutPtr> DoActiveLayout() const {
+    return Unsupported("Document.ActiveLayout");
+  }
+  virtual Status DoSetActiveLayout(const LayoutPtr& /*layout*/) {
+    return Unsupported("Document.SetActiveLayout");
+  }
+  virtual Result<Space> DoActiveSpace() const {
+    return Unsupported("Document.ActiveSpace");
+  }
+  virtual Status DoSetActiveSpace(Space /*space*/) {
+    return Unsupported("Document.SetActiveSpace");
+  }
+  virtual Result<bool> DoMSpace() const {
+    return Unsupported("Document.MSpace");
+  }
+  virtual Status DoSetMSpace(bool /*in_model*/) {
+    return Unsupported("Document.SetMSpace");
+  }
+  virtual Result<PViewportPtr> DoActivePViewport() const {
+    return Unsupported("Document.ActivePViewport");
+  }
+  virtual Status DoSetActivePViewport(const PViewportPtr& /*viewport*/) {
+    return Unsupported("Document.SetActivePViewport");
+  }
+  virtual Result<ViewportPtr> DoActiveViewport() const {
+    return Unsupported("Document.ActiveViewport");
+  }
+  virtual Status DoSetActiveViewport(const ViewportPtr& /*viewport*/) {
+    return Unsupported("Document.SetActiveViewport");
+  }
+  virtual Result<LayerPtr> DoActiveLayer() const {
+    return Unsupported("Document.ActiveLayer");
+  }
+  virtual Status DoSetActiveLayer(const LayerPtr& /*layer*/) {
+    return Unsupported("Document.SetActiveLayer");
+  }
+  virtual Result<TextStylePtr> DoActiveTextStyle() const {
+    return Unsupported("Document.ActiveTextStyle");
+  }
+  virtual Status DoSetActiveTextStyle(const TextStylePtr& /*style*/) {
+    return Unsupported("Document.SetActiveTextStyle");
+  }
+  virtual Result<SelectionSetsPtr> DoSelectionSets() const {
+    return Unsupported("Document.SelectionSets");
+  }
+  virtual Result<UtilityPtr> DoUtility() const {
+    return Unsupported("Document.Utility");
+  }
+  virtual Status DoSaveAs(std::string_view /*path*/, int32_t /*save_type*/) {
+    return Unsupported("Document.SaveAs");
+  }
+  virtual Status DoClose(bool /*save_changes*/) {
+    return Unsupported("Document.Close");
+  }
 };
 
 // An ObjectDBX document (Application::GetInterfaceObject).
@@ -336,39 +394,44 @@ class DbxDocument : public Database {
   ~DbxDocument() override = default;
 
   Result<std::string> Name() const {
-    if (Status s = Enter("DbxDocument.Name"); !s.ok()) return s;
-    return DoName();
+    return Gated("DbxDocument.Name", [&] { return DoName(); });
   }
   // Reads a DWG into this document, replacing its content.
   Status Open(std::string_view path) {
-    if (Status s = Enter("DbxDocument.Open"); !s.ok()) return s;
-    return DoOpen(path);
+    return Gated("DbxDocument.Open", [&] { return DoOpen(path); });
   }
   // Reads a DXF into this document.
   Status DxfIn(std::string_view path) {
-    if (Status s = Enter("DbxDocument.DxfIn"); !s.ok()) return s;
-    return DoDxfIn(path);
+    return Gated("DbxDocument.DxfIn", [&] { return DoDxfIn(path); });
   }
   // Writes the document as DXF.
   Status DxfOut(std::string_view path) {
-    if (Status s = Enter("DbxDocument.DxfOut"); !s.ok()) return s;
-    return DoDxfOut(path);
+    return Gated("DbxDocument.DxfOut", [&] { return DoDxfOut(path); });
   }
   // Writes the document as DWG.
   Status SaveAs(std::string_view path) {
-    if (Status s = Enter("DbxDocument.SaveAs"); !s.ok()) return s;
-    return DoSaveAs(path);
+    return Gated("DbxDocument.SaveAs", [&] { return DoSaveAs(path); });
   }
 
  protected:
   using Database::Database;
 
   // Hosts override what they support; the rest answers kNotSupported.
-  virtual Result<std::string> DoName() const;
-  virtual Status DoOpen(std::string_view path);
-  virtual Status DoDxfIn(std::string_view path);
-  virtual Status DoDxfOut(std::string_view path);
-  virtual Status DoSaveAs(std::string_view path);
+  virtual Result<std::string> DoName() const {
+    return Unsupported("DbxDocument.Name");
+  }
+  virtual Status DoOpen(std::string_view /*path*/) {
+    return Unsupported("DbxDocument.Open");
+  }
+  virtual Status DoDxfIn(std::string_view /*path*/) {
+    return Unsupported("DbxDocument.DxfIn");
+  }
+  virtual Status DoDxfOut(std::string_view /*path*/) {
+    return Unsupported("DbxDocument.DxfOut");
+  }
+  virtual Status DoSaveAs(std::string_view /*path*/) {
+    return Unsupported("DbxDocument.SaveAs");
+  }
 };
 
 // The drawings open in the CAD program.
@@ -377,32 +440,36 @@ class Documents : public Object {
   ~Documents() override = default;
 
   Result<int32_t> Count() const {
-    if (Status s = Enter("Documents.Count"); !s.ok()) return s;
-    return DoCount();
+    return Gated("Documents.Count", [&] { return DoCount(); });
   }
   Result<DocumentPtr> Item(int32_t index) const {
-    if (Status s = Enter("Documents.Item"); !s.ok()) return s;
-    return DoItemAt(index);
+    return Gated("Documents.Item", [&] { return DoItemAt(index); });
   }
   // Every open document (the For Each walk).
   Result<std::vector<DocumentPtr>> Items() const {
-    if (Status s = Enter("Documents.Items"); !s.ok()) return s;
-    return DoItems();
+    return Gated("Documents.Items", [&] { return DoItems(); });
   }
   // Opens a drawing; it becomes the active document.
   Result<DocumentPtr> Open(std::string_view path) {
-    if (Status s = Enter("Documents.Open"); !s.ok()) return s;
-    return DoOpen(path);
+    return Gated("Documents.Open", [&] { return DoOpen(path); });
   }
 
  protected:
   using Object::Object;
 
   // Hosts override what they support; the rest answers kNotSupported.
-  virtual Result<int32_t> DoCount() const;
-  virtual Result<DocumentPtr> DoItemAt(int32_t index) const;
-  virtual Result<std::vector<DocumentPtr>> DoItems() const;
-  virtual Result<DocumentPtr> DoOpen(std::string_view path);
+  virtual Result<int32_t> DoCount() const {
+    return Unsupported("Documents.Count");
+  }
+  virtual Result<DocumentPtr> DoItemAt(int32_t /*index*/) const {
+    return Unsupported("Documents.Item");
+  }
+  virtual Result<std::vector<DocumentPtr>> DoItems() const {
+    return Unsupported("Documents.Items");
+  }
+  virtual Result<DocumentPtr> DoOpen(std::string_view /*path*/) {
+    return Unsupported("Documents.Open");
+  }
 };
 
 }  // namespace lmt::host

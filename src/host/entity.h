@@ -31,135 +31,152 @@ class Entity : public Object {
   // The class name, e.g. "AcDbPolyline", "AcDbBlockReference",
   // "AcDbViewport", "AcDbText", "AcDbMText", "AcDbMLeader".
   Result<std::string> ObjectName() const {
-    if (Status s = Enter("Entity.ObjectName"); !s.ok()) return s;
-    return DoObjectName();
+    return Gated("Entity.ObjectName", [&] { return DoObjectName(); });
   }
   // The session-wide object id (what ObjectIdToObject takes). Unsigned:
   // DXF hosts use the handle, and handles fill all 64 bits.
   Result<uint64_t> ObjectID() const {
-    if (Status s = Enter("Entity.ObjectID"); !s.ok()) return s;
-    return DoObjectID();
+    return Gated("Entity.ObjectID", [&] { return DoObjectID(); });
   }
   // The database handle as upper-case hexadecimal text.
   Result<std::string> Handle() const {
-    if (Status s = Enter("Entity.Handle"); !s.ok()) return s;
-    return DoHandle();
+    return Gated("Entity.Handle", [&] { return DoHandle(); });
   }
   // The object id of the owning block (model space, a layout's
   // block or a block definition).
   Result<uint64_t> OwnerID() const {
-    if (Status s = Enter("Entity.OwnerID"); !s.ok()) return s;
-    return DoOwnerID();
+    return Gated("Entity.OwnerID", [&] { return DoOwnerID(); });
   }
   Result<std::string> Layer() const {
-    if (Status s = Enter("Entity.Layer"); !s.ok()) return s;
-    return DoLayer();
+    return Gated("Entity.Layer", [&] { return DoLayer(); });
   }
   Status SetLayer(std::string_view layer) {
-    if (Status s = Enter("Entity.SetLayer"); !s.ok()) return s;
-    return DoSetLayer(layer);
+    return Gated("Entity.SetLayer", [&] { return DoSetLayer(layer); });
   }
   // Colour index: 0 ByBlock, 1..255, 256 ByLayer.
   Result<int32_t> Color() const {
-    if (Status s = Enter("Entity.Color"); !s.ok()) return s;
-    return DoColor();
+    return Gated("Entity.Color", [&] { return DoColor(); });
   }
   Status SetColor(int32_t color) {
-    if (Status s = Enter("Entity.SetColor"); !s.ok()) return s;
-    return DoSetColor(color);
+    return Gated("Entity.SetColor", [&] { return DoSetColor(color); });
   }
   Result<std::string> Linetype() const {
-    if (Status s = Enter("Entity.Linetype"); !s.ok()) return s;
-    return DoLinetype();
+    return Gated("Entity.Linetype", [&] { return DoLinetype(); });
   }
   Status SetLinetype(std::string_view linetype) {
-    if (Status s = Enter("Entity.SetLinetype"); !s.ok()) return s;
-    return DoSetLinetype(linetype);
+    return Gated("Entity.SetLinetype", [&] { return DoSetLinetype(linetype); });
   }
   // Hundredths of a millimetre; -1 ByLayer, -2 ByBlock, -3 Default.
   Result<int32_t> LineWeight() const {
-    if (Status s = Enter("Entity.LineWeight"); !s.ok()) return s;
-    return DoLineWeight();
+    return Gated("Entity.LineWeight", [&] { return DoLineWeight(); });
   }
   Status SetLineWeight(int32_t line_weight) {
-    if (Status s = Enter("Entity.SetLineWeight"); !s.ok()) return s;
-    return DoSetLineWeight(line_weight);
+    return Gated("Entity.SetLineWeight",
+                 [&] { return DoSetLineWeight(line_weight); });
   }
   Result<bool> Visible() const {
-    if (Status s = Enter("Entity.Visible"); !s.ok()) return s;
-    return DoVisible();
+    return Gated("Entity.Visible", [&] { return DoVisible(); });
   }
   Status SetVisible(bool visible) {
-    if (Status s = Enter("Entity.SetVisible"); !s.ok()) return s;
-    return DoSetVisible(visible);
+    return Gated("Entity.SetVisible", [&] { return DoSetVisible(visible); });
   }
   // World extents; kRefused when the entity has none (empty geometry).
   Result<BoundingBox> GetBoundingBox() const {
-    if (Status s = Enter("Entity.GetBoundingBox"); !s.ok()) return s;
-    return DoGetBoundingBox();
+    return Gated("Entity.GetBoundingBox", [&] { return DoGetBoundingBox(); });
   }
   Status Erase() {
-    if (Status s = Enter("Entity.Erase"); !s.ok()) return s;
-    return DoErase();
+    return Gated("Entity.Erase", [&] { return DoErase(); });
   }
   // A copy in the same space, of the same class (cast it with As<T>).
   Result<EntityPtr> Copy() {
-    if (Status s = Enter("Entity.Copy"); !s.ok()) return s;
-    return DoCopy();
+    return Gated("Entity.Copy", [&] { return DoCopy(); });
   }
   // Displaces by to - from.
   Status Move(const Point& from, const Point& to) {
-    if (Status s = Enter("Entity.Move"); !s.ok()) return s;
-    return DoMove(from, to);
+    return Gated("Entity.Move", [&] { return DoMove(from, to); });
   }
   // Redraws / regenerates the entity after changes.
   Status Update() {
-    if (Status s = Enter("Entity.Update"); !s.ok()) return s;
-    return DoUpdate();
+    return Gated("Entity.Update", [&] { return DoUpdate(); });
   }
   // Extended data of one registered application: the strings (group 1000)
   // stored under its name, in order; empty when the entity has none.
   Result<std::vector<std::string>> GetXData(
       std::string_view application) const {
-    if (Status s = Enter("Entity.GetXData"); !s.ok()) return s;
-    return DoGetXData(application);
+    return Gated("Entity.GetXData", [&] { return DoGetXData(application); });
   }
   // Replaces the application's extended data with `strings`, registering the
   // application name in the drawing when it is not yet; an empty list
   // removes the application's data. Other applications' data stay.
   Status SetXData(std::string_view application,
                   const std::vector<std::string>& strings) {
-    if (Status s = Enter("Entity.SetXData"); !s.ok()) return s;
-    return DoSetXData(application, strings);
+    return Gated("Entity.SetXData",
+                 [&] { return DoSetXData(application, strings); });
   }
 
  protected:
   using Object::Object;
 
   // Hosts override what they support; the rest answers kNotSupported.
-  virtual Result<std::string> DoObjectName() const;
-  virtual Result<uint64_t> DoObjectID() const;
-  virtual Result<std::string> DoHandle() const;
-  virtual Result<uint64_t> DoOwnerID() const;
-  virtual Result<std::string> DoLayer() const;
-  virtual Status DoSetLayer(std::string_view layer);
-  virtual Result<int32_t> DoColor() const;
-  virtual Status DoSetColor(int32_t color);
-  virtual Result<std::string> DoLinetype() const;
-  virtual Status DoSetLinetype(std::string_view linetype);
-  virtual Result<int32_t> DoLineWeight() const;
-  virtual Status DoSetLineWeight(int32_t line_weight);
-  virtual Result<bool> DoVisible() const;
-  virtual Status DoSetVisible(bool visible);
-  virtual Result<BoundingBox> DoGetBoundingBox() const;
-  virtual Status DoErase();
-  virtual Result<EntityPtr> DoCopy();
-  virtual Status DoMove(const Point& from, const Point& to);
-  virtual Status DoUpdate();
+  virtual Result<std::string> DoObjectName() const {
+    return Unsupported("Entity.ObjectName");
+  }
+  virtual Result<uint64_t> DoObjectID() const {
+    return Unsupported("Entity.ObjectID");
+  }
+  virtual Result<std::string> DoHandle() const {
+    return Unsupported("Entity.Handle");
+  }
+  virtual Result<uint64_t> DoOwnerID() const {
+    return Unsupported("Entity.OwnerID");
+  }
+  virtual Result<std::string> DoLayer() const {
+    return Unsupported("Entity.Layer");
+  }
+  virtual Status DoSetLayer(std::string_view /*layer*/) {
+    return Unsupported("Entity.SetLayer");
+  }
+  virtual Result<int32_t> DoColor() const {
+    return Unsupported("Entity.Color");
+  }
+  virtual Status DoSetColor(int32_t /*color*/) {
+    return Unsupported("Entity.SetColor");
+  }
+  virtual Result<std::string> DoLinetype() const {
+    return Unsupported("Entity.Linetype");
+  }
+  virtual Status DoSetLinetype(std::string_view /*linetype*/) {
+    return Unsupported("Entity.SetLinetype");
+  }
+  virtual Result<int32_t> DoLineWeight() const {
+    return Unsupported("Entity.LineWeight");
+  }
+  virtual Status DoSetLineWeight(int32_t /*line_weight*/) {
+    return Unsupported("Entity.SetLineWeight");
+  }
+  virtual Result<bool> DoVisible() const {
+    return Unsupported("Entity.Visible");
+  }
+  virtual Status DoSetVisible(bool /*visible*/) {
+    return Unsupported("Entity.SetVisible");
+  }
+  virtual Result<BoundingBox> DoGetBoundingBox() const {
+    return Unsupported("Entity.GetBoundingBox");
+  }
+  virtual Status DoErase() { return Unsupported("Entity.Erase"); }
+  virtual Result<EntityPtr> DoCopy() { return Unsupported("Entity.Copy"); }
+  virtual Status DoMove(const Point& /*from*/, const Point& /*to*/) {
+    return Unsupported("Entity.Move");
+  }
+  virtual Status DoUpdate() { return Unsupported("Entity.Update"); }
   virtual Result<std::vector<std::string>> DoGetXData(
-      std::string_view application) const;
-  virtual Status DoSetXData(std::string_view application,
-                            const std::vector<std::string>& strings);
+      std::string_view /*application*/) const {
+    return Unsupported("Entity.GetXData");
+  }
+  virtual Status DoSetXData(std::string_view /*application*/,
+                            const std::vector<std::string>& /*strings*/) {
+    return Unsupported("Entity.SetXData");
+  }
 };
 
 // A lightweight polyline ("AcDbPolyline", DXF LWPOLYLINE).
@@ -170,31 +187,35 @@ class Polyline : public Entity {
   // Flat vertex array x1, y1, x2, y2, ... (lightweight polylines are 2D);
   // the vertex count is size() / 2.
   Result<std::vector<double>> Coordinates() const {
-    if (Status s = Enter("Polyline.Coordinates"); !s.ok()) return s;
-    return DoCoordinates();
+    return Gated("Polyline.Coordinates", [&] { return DoCoordinates(); });
   }
   // Vertex `index` (zero-based), z = 0; kNotFound past the last vertex.
   Result<Point> Coordinate(int32_t index) const {
-    if (Status s = Enter("Polyline.Coordinate"); !s.ok()) return s;
-    return DoCoordinate(index);
+    return Gated("Polyline.Coordinate", [&] { return DoCoordinate(index); });
   }
   Result<bool> Closed() const {
-    if (Status s = Enter("Polyline.Closed"); !s.ok()) return s;
-    return DoClosed();
+    return Gated("Polyline.Closed", [&] { return DoClosed(); });
   }
   Status SetClosed(bool closed) {
-    if (Status s = Enter("Polyline.SetClosed"); !s.ok()) return s;
-    return DoSetClosed(closed);
+    return Gated("Polyline.SetClosed", [&] { return DoSetClosed(closed); });
   }
 
  protected:
   using Entity::Entity;
 
   // Hosts override what they support; the rest answers kNotSupported.
-  virtual Result<std::vector<double>> DoCoordinates() const;
-  virtual Result<Point> DoCoordinate(int32_t index) const;
-  virtual Result<bool> DoClosed() const;
-  virtual Status DoSetClosed(bool closed);
+  virtual Result<std::vector<double>> DoCoordinates() const {
+    return Unsupported("Polyline.Coordinates");
+  }
+  virtual Result<Point> DoCoordinate(int32_t /*index*/) const {
+    return Unsupported("Polyline.Coordinate");
+  }
+  virtual Result<bool> DoClosed() const {
+    return Unsupported("Polyline.Closed");
+  }
+  virtual Status DoSetClosed(bool /*closed*/) {
+    return Unsupported("Polyline.SetClosed");
+  }
 };
 
 // A block reference or an external reference ("AcDbBlockReference",
@@ -206,60 +227,75 @@ class BlockReference : public Entity {
   // The referenced block's name (for a dynamic block the anonymous "*U.."
   // name).
   Result<std::string> Name() const {
-    if (Status s = Enter("BlockReference.Name"); !s.ok()) return s;
-    return DoName();
+    return Gated("BlockReference.Name", [&] { return DoName(); });
   }
   // The real block name, also for references of a dynamic block.
   Result<std::string> EffectiveName() const {
-    if (Status s = Enter("BlockReference.EffectiveName"); !s.ok()) return s;
-    return DoEffectiveName();
+    return Gated("BlockReference.EffectiveName",
+                 [&] { return DoEffectiveName(); });
   }
   // Radians.
   Result<double> Rotation() const {
-    if (Status s = Enter("BlockReference.Rotation"); !s.ok()) return s;
-    return DoRotation();
+    return Gated("BlockReference.Rotation", [&] { return DoRotation(); });
   }
   Result<double> XScaleFactor() const {
-    if (Status s = Enter("BlockReference.XScaleFactor"); !s.ok()) return s;
-    return DoXScaleFactor();
+    return Gated("BlockReference.XScaleFactor",
+                 [&] { return DoXScaleFactor(); });
   }
   Result<double> YScaleFactor() const {
-    if (Status s = Enter("BlockReference.YScaleFactor"); !s.ok()) return s;
-    return DoYScaleFactor();
+    return Gated("BlockReference.YScaleFactor",
+                 [&] { return DoYScaleFactor(); });
   }
   Result<Point> InsertionPoint() const {
-    if (Status s = Enter("BlockReference.InsertionPoint"); !s.ok()) return s;
-    return DoInsertionPoint();
+    return Gated("BlockReference.InsertionPoint",
+                 [&] { return DoInsertionPoint(); });
   }
   Result<bool> HasAttributes() const {
-    if (Status s = Enter("BlockReference.HasAttributes"); !s.ok()) return s;
-    return DoHasAttributes();
+    return Gated("BlockReference.HasAttributes",
+                 [&] { return DoHasAttributes(); });
   }
   // The attribute references, in their order.
   Result<std::vector<AttributePtr>> GetAttributes() const {
-    if (Status s = Enter("BlockReference.GetAttributes"); !s.ok()) return s;
-    return DoGetAttributes();
+    return Gated("BlockReference.GetAttributes",
+                 [&] { return DoGetAttributes(); });
   }
   // The constant attributes of the definition.
   Result<std::vector<AttributePtr>> GetConstantAttributes() const {
-    if (Status s = Enter("BlockReference.GetConstantAttributes"); !s.ok())
-      return s;
-    return DoGetConstantAttributes();
+    return Gated("BlockReference.GetConstantAttributes",
+                 [&] { return DoGetConstantAttributes(); });
   }
 
  protected:
   using Entity::Entity;
 
   // Hosts override what they support; the rest answers kNotSupported.
-  virtual Result<std::string> DoName() const;
-  virtual Result<std::string> DoEffectiveName() const;
-  virtual Result<double> DoRotation() const;
-  virtual Result<double> DoXScaleFactor() const;
-  virtual Result<double> DoYScaleFactor() const;
-  virtual Result<Point> DoInsertionPoint() const;
-  virtual Result<bool> DoHasAttributes() const;
-  virtual Result<std::vector<AttributePtr>> DoGetAttributes() const;
-  virtual Result<std::vector<AttributePtr>> DoGetConstantAttributes() const;
+  virtual Result<std::string> DoName() const {
+    return Unsupported("BlockReference.Name");
+  }
+  virtual Result<std::string> DoEffectiveName() const {
+    return Unsupported("BlockReference.EffectiveName");
+  }
+  virtual Result<double> DoRotation() const {
+    return Unsupported("BlockReference.Rotation");
+  }
+  virtual Result<double> DoXScaleFactor() const {
+    return Unsupported("BlockReference.XScaleFactor");
+  }
+  virtual Result<double> DoYScaleFactor() const {
+    return Unsupported("BlockReference.YScaleFactor");
+  }
+  virtual Result<Point> DoInsertionPoint() const {
+    return Unsupported("BlockReference.InsertionPoint");
+  }
+  virtual Result<bool> DoHasAttributes() const {
+    return Unsupported("BlockReference.HasAttributes");
+  }
+  virtual Result<std::vector<AttributePtr>> DoGetAttributes() const {
+    return Unsupported("BlockReference.GetAttributes");
+  }
+  virtual Result<std::vector<AttributePtr>> DoGetConstantAttributes() const {
+    return Unsupported("BlockReference.GetConstantAttributes");
+  }
 };
 
 // An attribute of a block reference ("AcDbAttribute"), or a constant
@@ -269,25 +305,29 @@ class Attribute : public Entity {
   ~Attribute() override = default;
 
   Result<std::string> TagString() const {
-    if (Status s = Enter("Attribute.TagString"); !s.ok()) return s;
-    return DoTagString();
+    return Gated("Attribute.TagString", [&] { return DoTagString(); });
   }
   Result<std::string> TextString() const {
-    if (Status s = Enter("Attribute.TextString"); !s.ok()) return s;
-    return DoTextString();
+    return Gated("Attribute.TextString", [&] { return DoTextString(); });
   }
   Status SetTextString(std::string_view text) {
-    if (Status s = Enter("Attribute.SetTextString"); !s.ok()) return s;
-    return DoSetTextString(text);
+    return Gated("Attribute.SetTextString",
+                 [&] { return DoSetTextString(text); });
   }
 
  protected:
   using Entity::Entity;
 
   // Hosts override what they support; the rest answers kNotSupported.
-  virtual Result<std::string> DoTagString() const;
-  virtual Result<std::string> DoTextString() const;
-  virtual Status DoSetTextString(std::string_view text);
+  virtual Result<std::string> DoTagString() const {
+    return Unsupported("Attribute.TagString");
+  }
+  virtual Result<std::string> DoTextString() const {
+    return Unsupported("Attribute.TextString");
+  }
+  virtual Status DoSetTextString(std::string_view /*text*/) {
+    return Unsupported("Attribute.SetTextString");
+  }
 };
 
 // A paper-space viewport ("AcDbViewport").
@@ -297,123 +337,150 @@ class PViewport : public Entity {
 
   // Paper-space centre.
   Result<Point> Center() const {
-    if (Status s = Enter("PViewport.Center"); !s.ok()) return s;
-    return DoCenter();
+    return Gated("PViewport.Center", [&] { return DoCenter(); });
   }
   Status SetCenter(const Point& center) {
-    if (Status s = Enter("PViewport.SetCenter"); !s.ok()) return s;
-    return DoSetCenter(center);
+    return Gated("PViewport.SetCenter", [&] { return DoSetCenter(center); });
   }
   // Paper units.
   Result<double> Width() const {
-    if (Status s = Enter("PViewport.Width"); !s.ok()) return s;
-    return DoWidth();
+    return Gated("PViewport.Width", [&] { return DoWidth(); });
   }
   Status SetWidth(double width) {
-    if (Status s = Enter("PViewport.SetWidth"); !s.ok()) return s;
-    return DoSetWidth(width);
+    return Gated("PViewport.SetWidth", [&] { return DoSetWidth(width); });
   }
   // Paper units.
   Result<double> Height() const {
-    if (Status s = Enter("PViewport.Height"); !s.ok()) return s;
-    return DoHeight();
+    return Gated("PViewport.Height", [&] { return DoHeight(); });
   }
   Status SetHeight(double height) {
-    if (Status s = Enter("PViewport.SetHeight"); !s.ok()) return s;
-    return DoSetHeight(height);
+    return Gated("PViewport.SetHeight", [&] { return DoSetHeight(height); });
   }
   // View direction; (0, 0, 1) is plan view.
   Result<Point> Direction() const {
-    if (Status s = Enter("PViewport.Direction"); !s.ok()) return s;
-    return DoDirection();
+    return Gated("PViewport.Direction", [&] { return DoDirection(); });
   }
   Status SetDirection(const Point& direction) {
-    if (Status s = Enter("PViewport.SetDirection"); !s.ok()) return s;
-    return DoSetDirection(direction);
+    return Gated("PViewport.SetDirection",
+                 [&] { return DoSetDirection(direction); });
   }
   // 16 (kCustomScale) means CustomScale applies.
   Result<int32_t> StandardScale() const {
-    if (Status s = Enter("PViewport.StandardScale"); !s.ok()) return s;
-    return DoStandardScale();
+    return Gated("PViewport.StandardScale", [&] { return DoStandardScale(); });
   }
   Status SetStandardScale(int32_t standard_scale) {
-    if (Status s = Enter("PViewport.SetStandardScale"); !s.ok()) return s;
-    return DoSetStandardScale(standard_scale);
+    return Gated("PViewport.SetStandardScale",
+                 [&] { return DoSetStandardScale(standard_scale); });
   }
   // Paper units per model unit (0.01 for 1:100).
   Result<double> CustomScale() const {
-    if (Status s = Enter("PViewport.CustomScale"); !s.ok()) return s;
-    return DoCustomScale();
+    return Gated("PViewport.CustomScale", [&] { return DoCustomScale(); });
   }
   Status SetCustomScale(double scale) {
-    if (Status s = Enter("PViewport.SetCustomScale"); !s.ok()) return s;
-    return DoSetCustomScale(scale);
+    return Gated("PViewport.SetCustomScale",
+                 [&] { return DoSetCustomScale(scale); });
   }
   // The viewport's Display method: switches it on or off.
   Status Display(bool on) {
-    if (Status s = Enter("PViewport.Display"); !s.ok()) return s;
-    return DoDisplay(on);
+    return Gated("PViewport.Display", [&] { return DoDisplay(on); });
   }
   Result<bool> ViewportOn() const {
-    if (Status s = Enter("PViewport.ViewportOn"); !s.ok()) return s;
-    return DoViewportOn();
+    return Gated("PViewport.ViewportOn", [&] { return DoViewportOn(); });
   }
   Status SetViewportOn(bool on) {
-    if (Status s = Enter("PViewport.SetViewportOn"); !s.ok()) return s;
-    return DoSetViewportOn(on);
+    return Gated("PViewport.SetViewportOn",
+                 [&] { return DoSetViewportOn(on); });
   }
   // Radians.
   Result<double> TwistAngle() const {
-    if (Status s = Enter("PViewport.TwistAngle"); !s.ok()) return s;
-    return DoTwistAngle();
+    return Gated("PViewport.TwistAngle", [&] { return DoTwistAngle(); });
   }
   Status SetTwistAngle(double angle) {
-    if (Status s = Enter("PViewport.SetTwistAngle"); !s.ok()) return s;
-    return DoSetTwistAngle(angle);
+    return Gated("PViewport.SetTwistAngle",
+                 [&] { return DoSetTwistAngle(angle); });
   }
   // World point the view looks at.
   Result<Point> Target() const {
-    if (Status s = Enter("PViewport.Target"); !s.ok()) return s;
-    return DoTarget();
+    return Gated("PViewport.Target", [&] { return DoTarget(); });
   }
   Status SetTarget(const Point& target) {
-    if (Status s = Enter("PViewport.SetTarget"); !s.ok()) return s;
-    return DoSetTarget(target);
+    return Gated("PViewport.SetTarget", [&] { return DoSetTarget(target); });
   }
   Result<bool> DisplayLocked() const {
-    if (Status s = Enter("PViewport.DisplayLocked"); !s.ok()) return s;
-    return DoDisplayLocked();
+    return Gated("PViewport.DisplayLocked", [&] { return DoDisplayLocked(); });
   }
   Status SetDisplayLocked(bool locked) {
-    if (Status s = Enter("PViewport.SetDisplayLocked"); !s.ok()) return s;
-    return DoSetDisplayLocked(locked);
+    return Gated("PViewport.SetDisplayLocked",
+                 [&] { return DoSetDisplayLocked(locked); });
   }
 
  protected:
   using Entity::Entity;
 
   // Hosts override what they support; the rest answers kNotSupported.
-  virtual Result<Point> DoCenter() const;
-  virtual Status DoSetCenter(const Point& center);
-  virtual Result<double> DoWidth() const;
-  virtual Status DoSetWidth(double width);
-  virtual Result<double> DoHeight() const;
-  virtual Status DoSetHeight(double height);
-  virtual Result<Point> DoDirection() const;
-  virtual Status DoSetDirection(const Point& direction);
-  virtual Result<int32_t> DoStandardScale() const;
-  virtual Status DoSetStandardScale(int32_t standard_scale);
-  virtual Result<double> DoCustomScale() const;
-  virtual Status DoSetCustomScale(double scale);
-  virtual Status DoDisplay(bool on);
-  virtual Result<bool> DoViewportOn() const;
-  virtual Status DoSetViewportOn(bool on);
-  virtual Result<double> DoTwistAngle() const;
-  virtual Status DoSetTwistAngle(double angle);
-  virtual Result<Point> DoTarget() const;
-  virtual Status DoSetTarget(const Point& target);
-  virtual Result<bool> DoDisplayLocked() const;
-  virtual Status DoSetDisplayLocked(bool locked);
+  virtual Result<Point> DoCenter() const {
+    return Unsupported("PViewport.Center");
+  }
+  virtual Status DoSetCenter(const Point& /*center*/) {
+    return Unsupported("PViewport.SetCenter");
+  }
+  virtual Result<double> DoWidth() const {
+    return Unsupported("PViewport.Width");
+  }
+  virtual Status DoSetWidth(double /*width*/) {
+    return Unsupported("PViewport.SetWidth");
+  }
+  virtual Result<double> DoHeight() const {
+    return Unsupported("PViewport.Height");
+  }
+  virtual Status DoSetHeight(double /*height*/) {
+    return Unsupported("PViewport.SetHeight");
+  }
+  virtual Result<Point> DoDirection() const {
+    return Unsupported("PViewport.Direction");
+  }
+  virtual Status DoSetDirection(const Point& /*direction*/) {
+    return Unsupported("PViewport.SetDirection");
+  }
+  virtual Result<int32_t> DoStandardScale() const {
+    return Unsupported("PViewport.StandardScale");
+  }
+  virtual Status DoSetStandardScale(int32_t /*standard_scale*/) {
+    return Unsupported("PViewport.SetStandardScale");
+  }
+  virtual Result<double> DoCustomScale() const {
+    return Unsupported("PViewport.CustomScale");
+  }
+  virtual Status DoSetCustomScale(double /*scale*/) {
+    return Unsupported("PViewport.SetCustomScale");
+  }
+  virtual Status DoDisplay(bool /*on*/) {
+    return Unsupported("PViewport.Display");
+  }
+  virtual Result<bool> DoViewportOn() const {
+    return Unsupported("PViewport.ViewportOn");
+  }
+  virtual Status DoSetViewportOn(bool /*on*/) {
+    return Unsupported("PViewport.SetViewportOn");
+  }
+  virtual Result<double> DoTwistAngle() const {
+    return Unsupported("PViewport.TwistAngle");
+  }
+  virtual Status DoSetTwistAngle(double /*angle*/) {
+    return Unsupported("PViewport.SetTwistAngle");
+  }
+  virtual Result<Point> DoTarget() const {
+    return Unsupported("PViewport.Target");
+  }
+  virtual Status DoSetTarget(const Point& /*target*/) {
+    return Unsupported("PViewport.SetTarget");
+  }
+  virtual Result<bool> DoDisplayLocked() const {
+    return Unsupported("PViewport.DisplayLocked");
+  }
+  virtual Status DoSetDisplayLocked(bool /*locked*/) {
+    return Unsupported("PViewport.SetDisplayLocked");
+  }
 };
 
 // A single-line text ("AcDbText").
@@ -422,50 +489,57 @@ class Text : public Entity {
   ~Text() override = default;
 
   Result<std::string> TextString() const {
-    if (Status s = Enter("Text.TextString"); !s.ok()) return s;
-    return DoTextString();
+    return Gated("Text.TextString", [&] { return DoTextString(); });
   }
   Status SetTextString(std::string_view text) {
-    if (Status s = Enter("Text.SetTextString"); !s.ok()) return s;
-    return DoSetTextString(text);
+    return Gated("Text.SetTextString", [&] { return DoSetTextString(text); });
   }
   Result<Point> InsertionPoint() const {
-    if (Status s = Enter("Text.InsertionPoint"); !s.ok()) return s;
-    return DoInsertionPoint();
+    return Gated("Text.InsertionPoint", [&] { return DoInsertionPoint(); });
   }
   Status SetInsertionPoint(const Point& point) {
-    if (Status s = Enter("Text.SetInsertionPoint"); !s.ok()) return s;
-    return DoSetInsertionPoint(point);
+    return Gated("Text.SetInsertionPoint",
+                 [&] { return DoSetInsertionPoint(point); });
   }
   Result<double> Height() const {
-    if (Status s = Enter("Text.Height"); !s.ok()) return s;
-    return DoHeight();
+    return Gated("Text.Height", [&] { return DoHeight(); });
   }
   Status SetHeight(double height) {
-    if (Status s = Enter("Text.SetHeight"); !s.ok()) return s;
-    return DoSetHeight(height);
+    return Gated("Text.SetHeight", [&] { return DoSetHeight(height); });
   }
   Result<std::string> StyleName() const {
-    if (Status s = Enter("Text.StyleName"); !s.ok()) return s;
-    return DoStyleName();
+    return Gated("Text.StyleName", [&] { return DoStyleName(); });
   }
   Status SetStyleName(std::string_view style) {
-    if (Status s = Enter("Text.SetStyleName"); !s.ok()) return s;
-    return DoSetStyleName(style);
+    return Gated("Text.SetStyleName", [&] { return DoSetStyleName(style); });
   }
 
  protected:
   using Entity::Entity;
 
   // Hosts override what they support; the rest answers kNotSupported.
-  virtual Result<std::string> DoTextString() const;
-  virtual Status DoSetTextString(std::string_view text);
-  virtual Result<Point> DoInsertionPoint() const;
-  virtual Status DoSetInsertionPoint(const Point& point);
-  virtual Result<double> DoHeight() const;
-  virtual Status DoSetHeight(double height);
-  virtual Result<std::string> DoStyleName() const;
-  virtual Status DoSetStyleName(std::string_view style);
+  virtual Result<std::string> DoTextString() const {
+    return Unsupported("Text.TextString");
+  }
+  virtual Status DoSetTextString(std::string_view /*text*/) {
+    return Unsupported("Text.SetTextString");
+  }
+  virtual Result<Point> DoInsertionPoint() const {
+    return Unsupported("Text.InsertionPoint");
+  }
+  virtual Status DoSetInsertionPoint(const Point& /*point*/) {
+    return Unsupported("Text.SetInsertionPoint");
+  }
+  virtual Result<double> DoHeight() const { return Unsupported("Text.Height"); }
+  virtual Status DoSetHeight(double /*height*/) {
+    return Unsupported("Text.SetHeight");
+  }
+  virtual Result<std::string> DoStyleName() const {
+    return Unsupported("Text.StyleName");
+  }
+  virtual Status DoSetStyleName(std::string_view /*style*/) {
+    return Unsupported("Text.SetStyleName");
+  }
 };
 
 // A multi-line text ("AcDbMText").
@@ -474,72 +548,84 @@ class MText : public Entity {
   ~MText() override = default;
 
   Result<std::string> TextString() const {
-    if (Status s = Enter("MText.TextString"); !s.ok()) return s;
-    return DoTextString();
+    return Gated("MText.TextString", [&] { return DoTextString(); });
   }
   Status SetTextString(std::string_view text) {
-    if (Status s = Enter("MText.SetTextString"); !s.ok()) return s;
-    return DoSetTextString(text);
+    return Gated("MText.SetTextString", [&] { return DoSetTextString(text); });
   }
   Result<Point> InsertionPoint() const {
-    if (Status s = Enter("MText.InsertionPoint"); !s.ok()) return s;
-    return DoInsertionPoint();
+    return Gated("MText.InsertionPoint", [&] { return DoInsertionPoint(); });
   }
   Status SetInsertionPoint(const Point& point) {
-    if (Status s = Enter("MText.SetInsertionPoint"); !s.ok()) return s;
-    return DoSetInsertionPoint(point);
+    return Gated("MText.SetInsertionPoint",
+                 [&] { return DoSetInsertionPoint(point); });
   }
   Result<double> Height() const {
-    if (Status s = Enter("MText.Height"); !s.ok()) return s;
-    return DoHeight();
+    return Gated("MText.Height", [&] { return DoHeight(); });
   }
   Status SetHeight(double height) {
-    if (Status s = Enter("MText.SetHeight"); !s.ok()) return s;
-    return DoSetHeight(height);
+    return Gated("MText.SetHeight", [&] { return DoSetHeight(height); });
   }
   Result<std::string> StyleName() const {
-    if (Status s = Enter("MText.StyleName"); !s.ok()) return s;
-    return DoStyleName();
+    return Gated("MText.StyleName", [&] { return DoStyleName(); });
   }
   Status SetStyleName(std::string_view style) {
-    if (Status s = Enter("MText.SetStyleName"); !s.ok()) return s;
-    return DoSetStyleName(style);
+    return Gated("MText.SetStyleName", [&] { return DoSetStyleName(style); });
   }
   // 1..9: top/middle/bottom by left/centre/right (4, 5, 6 = middle).
   Result<int32_t> AttachmentPoint() const {
-    if (Status s = Enter("MText.AttachmentPoint"); !s.ok()) return s;
-    return DoAttachmentPoint();
+    return Gated("MText.AttachmentPoint", [&] { return DoAttachmentPoint(); });
   }
   // Moves the text so that the new attachment point stays put.
   Status SetAttachmentPoint(int32_t attachment_point) {
-    if (Status s = Enter("MText.SetAttachmentPoint"); !s.ok()) return s;
-    return DoSetAttachmentPoint(attachment_point);
+    return Gated("MText.SetAttachmentPoint",
+                 [&] { return DoSetAttachmentPoint(attachment_point); });
   }
   Result<double> Width() const {
-    if (Status s = Enter("MText.Width"); !s.ok()) return s;
-    return DoWidth();
+    return Gated("MText.Width", [&] { return DoWidth(); });
   }
   Status SetWidth(double width) {
-    if (Status s = Enter("MText.SetWidth"); !s.ok()) return s;
-    return DoSetWidth(width);
+    return Gated("MText.SetWidth", [&] { return DoSetWidth(width); });
   }
 
  protected:
   using Entity::Entity;
 
   // Hosts override what they support; the rest answers kNotSupported.
-  virtual Result<std::string> DoTextString() const;
-  virtual Status DoSetTextString(std::string_view text);
-  virtual Result<Point> DoInsertionPoint() const;
-  virtual Status DoSetInsertionPoint(const Point& point);
-  virtual Result<double> DoHeight() const;
-  virtual Status DoSetHeight(double height);
-  virtual Result<std::string> DoStyleName() const;
-  virtual Status DoSetStyleName(std::string_view style);
-  virtual Result<int32_t> DoAttachmentPoint() const;
-  virtual Status DoSetAttachmentPoint(int32_t attachment_point);
-  virtual Result<double> DoWidth() const;
-  virtual Status DoSetWidth(double width);
+  virtual Result<std::string> DoTextString() const {
+    return Unsupported("MText.TextString");
+  }
+  virtual Status DoSetTextString(std::string_view /*text*/) {
+    return Unsupported("MText.SetTextString");
+  }
+  virtual Result<Point> DoInsertionPoint() const {
+    return Unsupported("MText.InsertionPoint");
+  }
+  virtual Status DoSetInsertionPoint(const Point& /*point*/) {
+    return Unsupported("MText.SetInsertionPoint");
+  }
+  virtual Result<double> DoHeight() const {
+    return Unsupported("MText.Height");
+  }
+  virtual Status DoSetHeight(double /*height*/) {
+    return Unsupported("MText.SetHeight");
+  }
+  virtual Result<std::string> DoStyleName() const {
+    return Unsupported("MText.StyleName");
+  }
+  virtual Status DoSetStyleName(std::string_view /*style*/) {
+    return Unsupported("MText.SetStyleName");
+  }
+  virtual Result<int32_t> DoAttachmentPoint() const {
+    return Unsupported("MText.AttachmentPoint");
+  }
+  virtual Status DoSetAttachmentPoint(int32_t /*attachment_point*/) {
+    return Unsupported("MText.SetAttachmentPoint");
+  }
+  virtual Result<double> DoWidth() const { return Unsupported("MText.Width"); }
+  virtual Status DoSetWidth(double /*width*/) {
+    return Unsupported("MText.SetWidth");
+  }
 };
 
 // A multileader ("AcDbMLeader"); only its text content is modelled.
@@ -548,20 +634,23 @@ class MLeader : public Entity {
   ~MLeader() override = default;
 
   Result<std::string> TextString() const {
-    if (Status s = Enter("MLeader.TextString"); !s.ok()) return s;
-    return DoTextString();
+    return Gated("MLeader.TextString", [&] { return DoTextString(); });
   }
   Status SetTextString(std::string_view text) {
-    if (Status s = Enter("MLeader.SetTextString"); !s.ok()) return s;
-    return DoSetTextString(text);
+    return Gated("MLeader.SetTextString",
+                 [&] { return DoSetTextString(text); });
   }
 
  protected:
   using Entity::Entity;
 
   // Hosts override what they support; the rest answers kNotSupported.
-  virtual Result<std::string> DoTextString() const;
-  virtual Status DoSetTextString(std::string_view text);
+  virtual Result<std::string> DoTextString() const {
+    return Unsupported("MLeader.TextString");
+  }
+  virtual Status DoSetTextString(std::string_view /*text*/) {
+    return Unsupported("MLeader.SetTextString");
+  }
 };
 
 }  // namespace lmt::host

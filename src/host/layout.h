@@ -24,59 +24,67 @@ class Layout : public Object {
   ~Layout() override = default;
 
   Result<std::string> Name() const {
-    if (Status s = Enter("Layout.Name"); !s.ok()) return s;
-    return DoName();
+    return Gated("Layout.Name", [&] { return DoName(); });
   }
   Status SetName(std::string_view name) {
-    if (Status s = Enter("Layout.SetName"); !s.ok()) return s;
-    return DoSetName(name);
+    return Gated("Layout.SetName", [&] { return DoSetName(name); });
   }
   // The block holding the layout's entities.
   Result<BlockPtr> Block() const {
-    if (Status s = Enter("Layout.Block"); !s.ok()) return s;
-    return DoBlock();
+    return Gated("Layout.Block", [&] { return DoBlock(); });
   }
   // Copies page set-up, plotter and paper from `source`.
   Status CopyFrom(const LayoutPtr& source) {
-    if (Status s = Enter("Layout.CopyFrom"); !s.ok()) return s;
-    return DoCopyFrom(source);
+    return Gated("Layout.CopyFrom", [&] { return DoCopyFrom(source); });
   }
   // 5 = plot the layout (kPlotLayout).
   Result<int32_t> PlotType() const {
-    if (Status s = Enter("Layout.PlotType"); !s.ok()) return s;
-    return DoPlotType();
+    return Gated("Layout.PlotType", [&] { return DoPlotType(); });
   }
   Status SetPlotType(int32_t plot_type) {
-    if (Status s = Enter("Layout.SetPlotType"); !s.ok()) return s;
-    return DoSetPlotType(plot_type);
+    return Gated("Layout.SetPlotType",
+                 [&] { return DoSetPlotType(plot_type); });
   }
   Status Delete() {
-    if (Status s = Enter("Layout.Delete"); !s.ok()) return s;
-    return DoDelete();
+    return Gated("Layout.Delete", [&] { return DoDelete(); });
   }
   // The tab's place: 0 for "Model", 1.. for the paper layouts left to right.
   Result<int32_t> TabOrder() const {
-    if (Status s = Enter("Layout.TabOrder"); !s.ok()) return s;
-    return DoTabOrder();
+    return Gated("Layout.TabOrder", [&] { return DoTabOrder(); });
   }
   Status SetTabOrder(int32_t order) {
-    if (Status s = Enter("Layout.SetTabOrder"); !s.ok()) return s;
-    return DoSetTabOrder(order);
+    return Gated("Layout.SetTabOrder", [&] { return DoSetTabOrder(order); });
   }
 
  protected:
   using Object::Object;
 
   // Hosts override what they support; the rest answers kNotSupported.
-  virtual Result<std::string> DoName() const;
-  virtual Status DoSetName(std::string_view name);
-  virtual Result<BlockPtr> DoBlock() const;
-  virtual Status DoCopyFrom(const LayoutPtr& source);
-  virtual Result<int32_t> DoPlotType() const;
-  virtual Status DoSetPlotType(int32_t plot_type);
-  virtual Status DoDelete();
-  virtual Result<int32_t> DoTabOrder() const;
-  virtual Status DoSetTabOrder(int32_t order);
+  virtual Result<std::string> DoName() const {
+    return Unsupported("Layout.Name");
+  }
+  virtual Status DoSetName(std::string_view /*name*/) {
+    return Unsupported("Layout.SetName");
+  }
+  virtual Result<BlockPtr> DoBlock() const {
+    return Unsupported("Layout.Block");
+  }
+  virtual Status DoCopyFrom(const LayoutPtr& /*source*/) {
+    return Unsupported("Layout.CopyFrom");
+  }
+  virtual Result<int32_t> DoPlotType() const {
+    return Unsupported("Layout.PlotType");
+  }
+  virtual Status DoSetPlotType(int32_t /*plot_type*/) {
+    return Unsupported("Layout.SetPlotType");
+  }
+  virtual Status DoDelete() { return Unsupported("Layout.Delete"); }
+  virtual Result<int32_t> DoTabOrder() const {
+    return Unsupported("Layout.TabOrder");
+  }
+  virtual Status DoSetTabOrder(int32_t /*order*/) {
+    return Unsupported("Layout.SetTabOrder");
+  }
 };
 
 // Item by index (collection order, "Model" included) or by name.
@@ -85,39 +93,44 @@ class Layouts : public Object {
   ~Layouts() override = default;
 
   Result<int32_t> Count() const {
-    if (Status s = Enter("Layouts.Count"); !s.ok()) return s;
-    return DoCount();
+    return Gated("Layouts.Count", [&] { return DoCount(); });
   }
   // Zero-based; kNotFound out of range.
   Result<LayoutPtr> Item(int32_t index) const {
-    if (Status s = Enter("Layouts.Item"); !s.ok()) return s;
-    return DoItemAt(index);
+    return Gated("Layouts.Item", [&] { return DoItemAt(index); });
   }
   // By name, without regard to case; kNotFound when absent.
   Result<LayoutPtr> Item(std::string_view name) const {
-    if (Status s = Enter("Layouts.Item"); !s.ok()) return s;
-    return DoItemNamed(name);
+    return Gated("Layouts.Item", [&] { return DoItemNamed(name); });
   }
   // Every member in collection order (the For Each walk).
   Result<std::vector<LayoutPtr>> Items() const {
-    if (Status s = Enter("Layouts.Items"); !s.ok()) return s;
-    return DoItems();
+    return Gated("Layouts.Items", [&] { return DoItems(); });
   }
   // A new layout of that name; kRefused when the name is taken.
   Result<LayoutPtr> Add(std::string_view name) {
-    if (Status s = Enter("Layouts.Add"); !s.ok()) return s;
-    return DoAdd(name);
+    return Gated("Layouts.Add", [&] { return DoAdd(name); });
   }
 
  protected:
   using Object::Object;
 
   // Hosts override what they support; the rest answers kNotSupported.
-  virtual Result<int32_t> DoCount() const;
-  virtual Result<LayoutPtr> DoItemAt(int32_t index) const;
-  virtual Result<LayoutPtr> DoItemNamed(std::string_view name) const;
-  virtual Result<std::vector<LayoutPtr>> DoItems() const;
-  virtual Result<LayoutPtr> DoAdd(std::string_view name);
+  virtual Result<int32_t> DoCount() const {
+    return Unsupported("Layouts.Count");
+  }
+  virtual Result<LayoutPtr> DoItemAt(int32_t /*index*/) const {
+    return Unsupported("Layouts.Item");
+  }
+  virtual Result<LayoutPtr> DoItemNamed(std::string_view /*name*/) const {
+    return Unsupported("Layouts.Item");
+  }
+  virtual Result<std::vector<LayoutPtr>> DoItems() const {
+    return Unsupported("Layouts.Items");
+  }
+  virtual Result<LayoutPtr> DoAdd(std::string_view /*name*/) {
+    return Unsupported("Layouts.Add");
+  }
 };
 
 }  // namespace lmt::host

@@ -34,6 +34,7 @@
 #define LMT_HOST_OBJECT_H_
 
 #include <memory>
+#include <string>
 #include <string_view>
 #include <utility>
 
@@ -121,8 +122,18 @@ class Object {
   }
 
   Status Enter(std::string_view member) const { return gate_->Enter(member); }
+  // The body of every public member: asks the gate for `member`, then makes
+  // `call` (the host's Do<Member>) only when the gate lets it through.
+  template <typename Call>
+  auto Gated(std::string_view member, Call&& call) const -> decltype(call()) {
+    if (Status s = Enter(member); !s.ok()) return s;
+    return std::forward<Call>(call)();
+  }
   // The answer of a member this host does not implement.
-  static Status Unsupported(std::string_view member);
+  static Status Unsupported(std::string_view member) {
+    return Status::NotSupported(std::string(member) +
+                                " is not supported by this host");
+  }
 
  private:
   std::shared_ptr<CallGate> gate_;

@@ -35,83 +35,93 @@ class SelectionSet : public Object {
   ~SelectionSet() override = default;
 
   Result<std::string> Name() const {
-    if (Status s = Enter("SelectionSet.Name"); !s.ok()) return s;
-    return DoName();
+    return Gated("SelectionSet.Name", [&] { return DoName(); });
   }
   Result<int32_t> Count() const {
-    if (Status s = Enter("SelectionSet.Count"); !s.ok()) return s;
-    return DoCount();
+    return Gated("SelectionSet.Count", [&] { return DoCount(); });
   }
   // Member `index` (zero-based) in selection order.
   Result<EntityPtr> Item(int32_t index) const {
-    if (Status s = Enter("SelectionSet.Item"); !s.ok()) return s;
-    return DoItemAt(index);
+    return Gated("SelectionSet.Item", [&] { return DoItemAt(index); });
   }
   // Every member in selection order (the For Each walk).
   Result<std::vector<EntityPtr>> Items() const {
-    if (Status s = Enter("SelectionSet.Items"); !s.ok()) return s;
-    return DoItems();
+    return Gated("SelectionSet.Items", [&] { return DoItems(); });
   }
   // Adds the objects that `mode` finds and `filter` admits (an empty filter
   // admits everything). kAll needs no corners.
   Status Select(SelectMode mode, const SelectionFilter& filter) {
-    if (Status s = Enter("SelectionSet.Select"); !s.ok()) return s;
-    return DoSelect(mode, std::nullopt, std::nullopt, filter);
+    return Gated("SelectionSet.Select", [&] {
+      return DoSelect(mode, std::nullopt, std::nullopt, filter);
+    });
   }
   // Window and crossing selections between two corners (current UCS).
   Status Select(SelectMode mode, const Point& corner1, const Point& corner2,
                 const SelectionFilter& filter) {
-    if (Status s = Enter("SelectionSet.Select"); !s.ok()) return s;
-    return DoSelect(mode, corner1, corner2, filter);
+    return Gated("SelectionSet.Select",
+                 [&] { return DoSelect(mode, corner1, corner2, filter); });
   }
   // Lets the user pick objects that pass `filter`; an empty pick leaves the set
   // empty and is not a failure. kCancelled when the user cancels.
   Status SelectOnScreen(const SelectionFilter& filter) {
-    if (Status s = Enter("SelectionSet.SelectOnScreen"); !s.ok()) return s;
-    return DoSelectOnScreen(filter);
+    return Gated("SelectionSet.SelectOnScreen",
+                 [&] { return DoSelectOnScreen(filter); });
   }
   Status AddItems(const std::vector<EntityPtr>& items) {
-    if (Status s = Enter("SelectionSet.AddItems"); !s.ok()) return s;
-    return DoAddItems(items);
+    return Gated("SelectionSet.AddItems", [&] { return DoAddItems(items); });
   }
   // Members not in the set are ignored.
   Status RemoveItems(const std::vector<EntityPtr>& items) {
-    if (Status s = Enter("SelectionSet.RemoveItems"); !s.ok()) return s;
-    return DoRemoveItems(items);
+    return Gated("SelectionSet.RemoveItems",
+                 [&] { return DoRemoveItems(items); });
   }
   // Empties the set; the objects stay in the drawing.
   Status Clear() {
-    if (Status s = Enter("SelectionSet.Clear"); !s.ok()) return s;
-    return DoClear();
+    return Gated("SelectionSet.Clear", [&] { return DoClear(); });
   }
   // Erases every member from the drawing and empties the set.
   Status Erase() {
-    if (Status s = Enter("SelectionSet.Erase"); !s.ok()) return s;
-    return DoErase();
+    return Gated("SelectionSet.Erase", [&] { return DoErase(); });
   }
   // Removes the set itself from SelectionSets.
   Status Delete() {
-    if (Status s = Enter("SelectionSet.Delete"); !s.ok()) return s;
-    return DoDelete();
+    return Gated("SelectionSet.Delete", [&] { return DoDelete(); });
   }
 
  protected:
   using Object::Object;
 
   // Hosts override what they support; the rest answers kNotSupported.
-  virtual Result<std::string> DoName() const;
-  virtual Result<int32_t> DoCount() const;
-  virtual Result<EntityPtr> DoItemAt(int32_t index) const;
-  virtual Result<std::vector<EntityPtr>> DoItems() const;
-  virtual Status DoSelectOnScreen(const SelectionFilter& filter);
-  virtual Status DoAddItems(const std::vector<EntityPtr>& items);
-  virtual Status DoRemoveItems(const std::vector<EntityPtr>& items);
-  virtual Status DoClear();
-  virtual Status DoErase();
-  virtual Status DoDelete();
-  virtual Status DoSelect(SelectMode mode, const std::optional<Point>& corner1,
-                          const std::optional<Point>& corner2,
-                          const SelectionFilter& filter);
+  virtual Result<std::string> DoName() const {
+    return Unsupported("SelectionSet.Name");
+  }
+  virtual Result<int32_t> DoCount() const {
+    return Unsupported("SelectionSet.Count");
+  }
+  virtual Result<EntityPtr> DoItemAt(int32_t /*index*/) const {
+    return Unsupported("SelectionSet.Item");
+  }
+  virtual Result<std::vector<EntityPtr>> DoItems() const {
+    return Unsupported("SelectionSet.Items");
+  }
+  virtual Status DoSelectOnScreen(const SelectionFilter& /*filter*/) {
+    return Unsupported("SelectionSet.SelectOnScreen");
+  }
+  virtual Status DoAddItems(const std::vector<EntityPtr>& /*items*/) {
+    return Unsupported("SelectionSet.AddItems");
+  }
+  virtual Status DoRemoveItems(const std::vector<EntityPtr>& /*items*/) {
+    return Unsupported("SelectionSet.RemoveItems");
+  }
+  virtual Status DoClear() { return Unsupported("SelectionSet.Clear"); }
+  virtual Status DoErase() { return Unsupported("SelectionSet.Erase"); }
+  virtual Status DoDelete() { return Unsupported("SelectionSet.Delete"); }
+  virtual Status DoSelect(SelectMode /*mode*/,
+                          const std::optional<Point>& /*corner1*/,
+                          const std::optional<Point>& /*corner2*/,
+                          const SelectionFilter& /*filter*/) {
+    return Unsupported("SelectionSet.Select");
+  }
 };
 
 // The document's selection sets.
@@ -120,40 +130,45 @@ class SelectionSets : public Object {
   ~SelectionSets() override = default;
 
   Result<int32_t> Count() const {
-    if (Status s = Enter("SelectionSets.Count"); !s.ok()) return s;
-    return DoCount();
+    return Gated("SelectionSets.Count", [&] { return DoCount(); });
   }
   // Zero-based; kNotFound out of range.
   Result<SelectionSetPtr> Item(int32_t index) const {
-    if (Status s = Enter("SelectionSets.Item"); !s.ok()) return s;
-    return DoItemAt(index);
+    return Gated("SelectionSets.Item", [&] { return DoItemAt(index); });
   }
   // By name, without regard to case; kNotFound when absent.
   Result<SelectionSetPtr> Item(std::string_view name) const {
-    if (Status s = Enter("SelectionSets.Item"); !s.ok()) return s;
-    return DoItemNamed(name);
+    return Gated("SelectionSets.Item", [&] { return DoItemNamed(name); });
   }
   // Every member in collection order (the For Each walk).
   Result<std::vector<SelectionSetPtr>> Items() const {
-    if (Status s = Enter("SelectionSets.Items"); !s.ok()) return s;
-    return DoItems();
+    return Gated("SelectionSets.Items", [&] { return DoItems(); });
   }
   // A new empty set; kRefused when a set of that name exists (delete it
   // first, as every caller does).
   Result<SelectionSetPtr> Add(std::string_view name) {
-    if (Status s = Enter("SelectionSets.Add"); !s.ok()) return s;
-    return DoAdd(name);
+    return Gated("SelectionSets.Add", [&] { return DoAdd(name); });
   }
 
  protected:
   using Object::Object;
 
   // Hosts override what they support; the rest answers kNotSupported.
-  virtual Result<int32_t> DoCount() const;
-  virtual Result<SelectionSetPtr> DoItemAt(int32_t index) const;
-  virtual Result<SelectionSetPtr> DoItemNamed(std::string_view name) const;
-  virtual Result<std::vector<SelectionSetPtr>> DoItems() const;
-  virtual Result<SelectionSetPtr> DoAdd(std::string_view name);
+  virtual Result<int32_t> DoCount() const {
+    return Unsupported("SelectionSets.Count");
+  }
+  virtual Result<SelectionSetPtr> DoItemAt(int32_t /*index*/) const {
+    return Unsupported("SelectionSets.Item");
+  }
+  virtual Result<SelectionSetPtr> DoItemNamed(std::string_view /*name*/) const {
+    return Unsupported("SelectionSets.Item");
+  }
+  virtual Result<std::vector<SelectionSetPtr>> DoItems() const {
+    return Unsupported("SelectionSets.Items");
+  }
+  virtual Result<SelectionSetPtr> DoAdd(std::string_view /*name*/) {
+    return Unsupported("SelectionSets.Add");
+  }
 };
 
 }  // namespace lmt::host

@@ -32,42 +32,42 @@ class Layer : public Object {
   ~Layer() override = default;
 
   Result<std::string> Name() const {
-    if (Status s = Enter("Layer.Name"); !s.ok()) return s;
-    return DoName();
+    return Gated("Layer.Name", [&] { return DoName(); });
   }
   Result<bool> Freeze() const {
-    if (Status s = Enter("Layer.Freeze"); !s.ok()) return s;
-    return DoFreeze();
+    return Gated("Layer.Freeze", [&] { return DoFreeze(); });
   }
   // The active layer refuses to freeze (kRefused).
   Status SetFreeze(bool frozen) {
-    if (Status s = Enter("Layer.SetFreeze"); !s.ok()) return s;
-    return DoSetFreeze(frozen);
+    return Gated("Layer.SetFreeze", [&] { return DoSetFreeze(frozen); });
   }
   Result<bool> Lock() const {
-    if (Status s = Enter("Layer.Lock"); !s.ok()) return s;
-    return DoLock();
+    return Gated("Layer.Lock", [&] { return DoLock(); });
   }
   Status SetLock(bool locked) {
-    if (Status s = Enter("Layer.SetLock"); !s.ok()) return s;
-    return DoSetLock(locked);
+    return Gated("Layer.SetLock", [&] { return DoSetLock(locked); });
   }
   // Refused for layer "0", the active layer and layers in use.
   Status Delete() {
-    if (Status s = Enter("Layer.Delete"); !s.ok()) return s;
-    return DoDelete();
+    return Gated("Layer.Delete", [&] { return DoDelete(); });
   }
 
  protected:
   using Object::Object;
 
   // Hosts override what they support; the rest answers kNotSupported.
-  virtual Result<std::string> DoName() const;
-  virtual Result<bool> DoFreeze() const;
-  virtual Status DoSetFreeze(bool frozen);
-  virtual Result<bool> DoLock() const;
-  virtual Status DoSetLock(bool locked);
-  virtual Status DoDelete();
+  virtual Result<std::string> DoName() const {
+    return Unsupported("Layer.Name");
+  }
+  virtual Result<bool> DoFreeze() const { return Unsupported("Layer.Freeze"); }
+  virtual Status DoSetFreeze(bool /*frozen*/) {
+    return Unsupported("Layer.SetFreeze");
+  }
+  virtual Result<bool> DoLock() const { return Unsupported("Layer.Lock"); }
+  virtual Status DoSetLock(bool /*locked*/) {
+    return Unsupported("Layer.SetLock");
+  }
+  virtual Status DoDelete() { return Unsupported("Layer.Delete"); }
 };
 
 // The layer table.
@@ -76,39 +76,44 @@ class Layers : public Object {
   ~Layers() override = default;
 
   Result<int32_t> Count() const {
-    if (Status s = Enter("Layers.Count"); !s.ok()) return s;
-    return DoCount();
+    return Gated("Layers.Count", [&] { return DoCount(); });
   }
   // Zero-based; kNotFound out of range.
   Result<LayerPtr> Item(int32_t index) const {
-    if (Status s = Enter("Layers.Item"); !s.ok()) return s;
-    return DoItemAt(index);
+    return Gated("Layers.Item", [&] { return DoItemAt(index); });
   }
   // By name, without regard to case; kNotFound when absent.
   Result<LayerPtr> Item(std::string_view name) const {
-    if (Status s = Enter("Layers.Item"); !s.ok()) return s;
-    return DoItemNamed(name);
+    return Gated("Layers.Item", [&] { return DoItemNamed(name); });
   }
   // Every member in collection order (the For Each walk).
   Result<std::vector<LayerPtr>> Items() const {
-    if (Status s = Enter("Layers.Items"); !s.ok()) return s;
-    return DoItems();
+    return Gated("Layers.Items", [&] { return DoItems(); });
   }
   // The layer of that name, created when missing.
   Result<LayerPtr> Add(std::string_view name) {
-    if (Status s = Enter("Layers.Add"); !s.ok()) return s;
-    return DoAdd(name);
+    return Gated("Layers.Add", [&] { return DoAdd(name); });
   }
 
  protected:
   using Object::Object;
 
   // Hosts override what they support; the rest answers kNotSupported.
-  virtual Result<int32_t> DoCount() const;
-  virtual Result<LayerPtr> DoItemAt(int32_t index) const;
-  virtual Result<LayerPtr> DoItemNamed(std::string_view name) const;
-  virtual Result<std::vector<LayerPtr>> DoItems() const;
-  virtual Result<LayerPtr> DoAdd(std::string_view name);
+  virtual Result<int32_t> DoCount() const {
+    return Unsupported("Layers.Count");
+  }
+  virtual Result<LayerPtr> DoItemAt(int32_t /*index*/) const {
+    return Unsupported("Layers.Item");
+  }
+  virtual Result<LayerPtr> DoItemNamed(std::string_view /*name*/) const {
+    return Unsupported("Layers.Item");
+  }
+  virtual Result<std::vector<LayerPtr>> DoItems() const {
+    return Unsupported("Layers.Items");
+  }
+  virtual Result<LayerPtr> DoAdd(std::string_view /*name*/) {
+    return Unsupported("Layers.Add");
+  }
 };
 
 // A linetype.
@@ -117,15 +122,16 @@ class Linetype : public Object {
   ~Linetype() override = default;
 
   Result<std::string> Name() const {
-    if (Status s = Enter("Linetype.Name"); !s.ok()) return s;
-    return DoName();
+    return Gated("Linetype.Name", [&] { return DoName(); });
   }
 
  protected:
   using Object::Object;
 
   // Hosts override what they support; the rest answers kNotSupported.
-  virtual Result<std::string> DoName() const;
+  virtual Result<std::string> DoName() const {
+    return Unsupported("Linetype.Name");
+  }
 };
 
 // The linetype table.
@@ -134,33 +140,37 @@ class Linetypes : public Object {
   ~Linetypes() override = default;
 
   Result<int32_t> Count() const {
-    if (Status s = Enter("Linetypes.Count"); !s.ok()) return s;
-    return DoCount();
+    return Gated("Linetypes.Count", [&] { return DoCount(); });
   }
   // Zero-based; kNotFound out of range.
   Result<LinetypePtr> Item(int32_t index) const {
-    if (Status s = Enter("Linetypes.Item"); !s.ok()) return s;
-    return DoItemAt(index);
+    return Gated("Linetypes.Item", [&] { return DoItemAt(index); });
   }
   // By name, without regard to case; kNotFound when absent.
   Result<LinetypePtr> Item(std::string_view name) const {
-    if (Status s = Enter("Linetypes.Item"); !s.ok()) return s;
-    return DoItemNamed(name);
+    return Gated("Linetypes.Item", [&] { return DoItemNamed(name); });
   }
   // Every member in collection order (the For Each walk).
   Result<std::vector<LinetypePtr>> Items() const {
-    if (Status s = Enter("Linetypes.Items"); !s.ok()) return s;
-    return DoItems();
+    return Gated("Linetypes.Items", [&] { return DoItems(); });
   }
 
  protected:
   using Object::Object;
 
   // Hosts override what they support; the rest answers kNotSupported.
-  virtual Result<int32_t> DoCount() const;
-  virtual Result<LinetypePtr> DoItemAt(int32_t index) const;
-  virtual Result<LinetypePtr> DoItemNamed(std::string_view name) const;
-  virtual Result<std::vector<LinetypePtr>> DoItems() const;
+  virtual Result<int32_t> DoCount() const {
+    return Unsupported("Linetypes.Count");
+  }
+  virtual Result<LinetypePtr> DoItemAt(int32_t /*index*/) const {
+    return Unsupported("Linetypes.Item");
+  }
+  virtual Result<LinetypePtr> DoItemNamed(std::string_view /*name*/) const {
+    return Unsupported("Linetypes.Item");
+  }
+  virtual Result<std::vector<LinetypePtr>> DoItems() const {
+    return Unsupported("Linetypes.Items");
+  }
 };
 
 // A text style.
@@ -169,36 +179,42 @@ class TextStyle : public Object {
   ~TextStyle() override = default;
 
   Result<std::string> Name() const {
-    if (Status s = Enter("TextStyle.Name"); !s.ok()) return s;
-    return DoName();
+    return Gated("TextStyle.Name", [&] { return DoName(); });
   }
   // The TrueType font of the style (empty typeface for SHX styles).
   Result<Font> GetFont() const {
-    if (Status s = Enter("TextStyle.GetFont"); !s.ok()) return s;
-    return DoGetFont();
+    return Gated("TextStyle.GetFont", [&] { return DoGetFont(); });
   }
   Status SetFont(const Font& font) {
-    if (Status s = Enter("TextStyle.SetFont"); !s.ok()) return s;
-    return DoSetFont(font);
+    return Gated("TextStyle.SetFont", [&] { return DoSetFont(font); });
   }
   Result<std::string> FontFile() const {
-    if (Status s = Enter("TextStyle.FontFile"); !s.ok()) return s;
-    return DoFontFile();
+    return Gated("TextStyle.FontFile", [&] { return DoFontFile(); });
   }
   Status SetFontFile(std::string_view font_file) {
-    if (Status s = Enter("TextStyle.SetFontFile"); !s.ok()) return s;
-    return DoSetFontFile(font_file);
+    return Gated("TextStyle.SetFontFile",
+                 [&] { return DoSetFontFile(font_file); });
   }
 
  protected:
   using Object::Object;
 
   // Hosts override what they support; the rest answers kNotSupported.
-  virtual Result<std::string> DoName() const;
-  virtual Result<Font> DoGetFont() const;
-  virtual Status DoSetFont(const Font& font);
-  virtual Result<std::string> DoFontFile() const;
-  virtual Status DoSetFontFile(std::string_view font_file);
+  virtual Result<std::string> DoName() const {
+    return Unsupported("TextStyle.Name");
+  }
+  virtual Result<Font> DoGetFont() const {
+    return Unsupported("TextStyle.GetFont");
+  }
+  virtual Status DoSetFont(const Font& /*font*/) {
+    return Unsupported("TextStyle.SetFont");
+  }
+  virtual Result<std::string> DoFontFile() const {
+    return Unsupported("TextStyle.FontFile");
+  }
+  virtual Status DoSetFontFile(std::string_view /*font_file*/) {
+    return Unsupported("TextStyle.SetFontFile");
+  }
 };
 
 // The text style table.
@@ -207,39 +223,44 @@ class TextStyles : public Object {
   ~TextStyles() override = default;
 
   Result<int32_t> Count() const {
-    if (Status s = Enter("TextStyles.Count"); !s.ok()) return s;
-    return DoCount();
+    return Gated("TextStyles.Count", [&] { return DoCount(); });
   }
   // Zero-based; kNotFound out of range.
   Result<TextStylePtr> Item(int32_t index) const {
-    if (Status s = Enter("TextStyles.Item"); !s.ok()) return s;
-    return DoItemAt(index);
+    return Gated("TextStyles.Item", [&] { return DoItemAt(index); });
   }
   // By name, without regard to case; kNotFound when absent.
   Result<TextStylePtr> Item(std::string_view name) const {
-    if (Status s = Enter("TextStyles.Item"); !s.ok()) return s;
-    return DoItemNamed(name);
+    return Gated("TextStyles.Item", [&] { return DoItemNamed(name); });
   }
   // Every member in collection order (the For Each walk).
   Result<std::vector<TextStylePtr>> Items() const {
-    if (Status s = Enter("TextStyles.Items"); !s.ok()) return s;
-    return DoItems();
+    return Gated("TextStyles.Items", [&] { return DoItems(); });
   }
   // The style of that name, created when missing.
   Result<TextStylePtr> Add(std::string_view name) {
-    if (Status s = Enter("TextStyles.Add"); !s.ok()) return s;
-    return DoAdd(name);
+    return Gated("TextStyles.Add", [&] { return DoAdd(name); });
   }
 
  protected:
   using Object::Object;
 
   // Hosts override what they support; the rest answers kNotSupported.
-  virtual Result<int32_t> DoCount() const;
-  virtual Result<TextStylePtr> DoItemAt(int32_t index) const;
-  virtual Result<TextStylePtr> DoItemNamed(std::string_view name) const;
-  virtual Result<std::vector<TextStylePtr>> DoItems() const;
-  virtual Result<TextStylePtr> DoAdd(std::string_view name);
+  virtual Result<int32_t> DoCount() const {
+    return Unsupported("TextStyles.Count");
+  }
+  virtual Result<TextStylePtr> DoItemAt(int32_t /*index*/) const {
+    return Unsupported("TextStyles.Item");
+  }
+  virtual Result<TextStylePtr> DoItemNamed(std::string_view /*name*/) const {
+    return Unsupported("TextStyles.Item");
+  }
+  virtual Result<std::vector<TextStylePtr>> DoItems() const {
+    return Unsupported("TextStyles.Items");
+  }
+  virtual Result<TextStylePtr> DoAdd(std::string_view /*name*/) {
+    return Unsupported("TextStyles.Add");
+  }
 };
 
 }  // namespace lmt::host

@@ -3,24 +3,19 @@
 #include <optional>
 #include <string>
 
+#include "core/messages.h"
 #include "host/application.h"
 #include "host/host_kind.h"
 #include "layouts/creation_parameters.h"
 #include "layouts/sheet_texts.h"
 
 namespace lmt::layouts {
-namespace {
-
-constexpr int kMsgPickLength = 16;
-constexpr int kMsgScaleOfPick = 17;
-
-}  // namespace
-
 bool GetFrameLengthFromDrawing(host::Session& session) {
   if (!session.Connect()) return false;
   host::User& user = session.user();
   host::Document& document = session.document();
-  session.ShowMessage(kMsgPickLength, host::MessageIcon::kInformation);
+  session.ShowMessage(core::kMsgSpecifyRectangleLength,
+                      host::MessageIcon::kInformation);
   if (const host::ApplicationPtr& app = session.connection().application) {
     if (Result<std::string> caption = app->Caption(); caption.ok()) {
       user.ActivateCadWindow(*caption);
@@ -40,8 +35,9 @@ bool GetFrameLengthFromDrawing(host::Session& session) {
 
   user.BringToFront();
   const core::Globals& globals = session.globals();
-  std::optional<std::string> answer = user.InputBox(
-      globals.messages.Get(kMsgScaleOfPick), globals.product_name, "1");
+  std::optional<std::string> answer =
+      user.InputBox(globals.messages.Get(core::kMsgScaleOfRectangle),
+                    globals.product_name, "1");
   std::optional<double> length = FrameLengthFromPick(
       *distance, answer.value_or(""), globals.decimal_comma);
   if (!length) return false;

@@ -22,7 +22,7 @@
 
 #include "frames/frame_table.h"
 #include "host/document.h"
-#include "utilities/run_report.h"
+#include "host/skip_log.h"
 
 namespace lmt::layouts {
 
@@ -39,7 +39,7 @@ struct ViewsReport {
   int32_t replaced = 0;  // views of the same name replaced
   int32_t kept = 0;      // existing views left alone (the answer was no)
   std::vector<std::string> names;  // views made or replaced, in row order
-  utilities::SkipLog skips;
+  host::SkipLog skips;
 };
 
 // Asked once for each view name that exists already: true replaces it.

@@ -3,6 +3,7 @@
 #include <chrono>
 #include <optional>
 
+#include "core/messages.h"
 #include "layouts/layer_helpers.h"
 #include "layouts/layout_cleanup.h"
 #include "layouts/run_plan.h"
@@ -12,12 +13,6 @@
 
 namespace lmt::layouts {
 namespace {
-
-constexpr int kMsgPatternMissing = 11;
-constexpr int kMsgPatternName = 12;
-constexpr int kMsgSampleMissing = 13;
-constexpr int kMsgSampleName = 14;
-constexpr int kMsgCreationDone = 15;
 
 std::vector<std::string> LayoutNames(host::Document& document) {
   std::vector<std::string> names;
@@ -145,10 +140,11 @@ class Run {
     // The end of the run is reported also after a refusal, as after a run
     // on a host of no family: only the user's stop silences it.
     if (user_.interrupted()) {
-      report_.outcome = CreationOutcome::kInterrupted;
+      report_.outcome = host::Outcome::kInterrupted;
     } else {
-      session_.ShowMessage(kMsgCreationDone, host::MessageIcon::kInformation);
-      if (refused_) report_.outcome = CreationOutcome::kRefused;
+      session_.ShowMessage(core::kMsgLayoutsComplete,
+                           host::MessageIcon::kInformation);
+      if (refused_) report_.outcome = host::Outcome::kRefused;
     }
     return report_;
   }
@@ -162,10 +158,11 @@ class Run {
       Loop(nullptr);
       return;
     }
-    int missing = kMsgPatternMissing, hint = kMsgPatternName;
+    int missing = core::kMsgLayoutTemplateNotFound,
+        hint = core::kMsgSpecifyLayoutName;
     if (settings_.mode == CreationMode::kTemplateFile) {
-      missing = kMsgSampleMissing;
-      hint = kMsgSampleName;
+      missing = core::kMsgLayoutSampleNotFound;
+      hint = core::kMsgSpecifyTemplateLayoutName;
       ImportPattern();
     }
     std::optional<host::LayoutPtr> pattern = FindLayout(document_, name);
@@ -293,7 +290,7 @@ CreationReport CreateLayouts(host::Session& session,
                              const frames::FrameTable& table) {
   if (!session.Connect()) {
     CreationReport report;
-    report.outcome = CreationOutcome::kNotConnected;
+    report.outcome = host::Outcome::kNotConnected;
     return report;
   }
   Run run(session, table, FamilyOfHost(session.connection().host_name));

@@ -32,10 +32,11 @@
 #include <vector>
 
 #include "frames/frame_table.h"
+#include "host/outcome.h"
 #include "host/session.h"
+#include "host/skip_log.h"
 #include "layouts/run_plan.h"
 #include "layouts/run_settings.h"
-#include "utilities/run_report.h"
 
 namespace lmt::layouts {
 
@@ -43,22 +44,18 @@ inline constexpr std::string_view kAnnotationLayer = "TEMPAddLayerLayomat";
 inline constexpr std::string_view kNanoCadCopyLayout = "TempNewNano";
 inline constexpr std::string_view kZwCadCopyLayout = "TempNewZW";
 
-enum class CreationOutcome {
-  kDone,          // ran to its end (also for an unknown host name)
-  kInterrupted,   // the user stopped it; cleaned up, no final message
-  kRefused,       // pattern layout missing; its message shown, nothing made
-  kNotConnected,  // no host or drawing; the connection told the user
-};
-
 // Step of a row skipped because the host refused its layout: the skip's
 // object is the layout name, its status the host's refusal.
 inline constexpr std::string_view kSkipLayout = "layout";
 
 struct CreationReport {
-  CreationOutcome outcome = CreationOutcome::kDone;
+  // kDone also for an unknown host name; kInterrupted cleaned up, with no
+  // final message; kRefused when the pattern layout is missing (its message
+  // shown, nothing made).
+  host::Outcome outcome = host::Outcome::kDone;
   int rows = 0;                      // rows to make a layout for
   std::vector<std::string> created;  // layout names, in order
-  utilities::SkipLog skipped;        // rows passed over (kSkipLayout)
+  host::SkipLog skipped;             // rows passed over (kSkipLayout)
   std::vector<std::string> deleted;  // earlier layouts (Check_UdalitListi)
   int viewports = 0;                 // viewports made, copies included
 };

@@ -215,7 +215,7 @@ TEST_P(FamilyTest, PatternCopiedAndNothingTemporaryLeft) {
         p.text_copy_visota.set_text("80");
       },
       &report);
-  EXPECT_EQ(report.outcome, CreationOutcome::kDone);
+  EXPECT_EQ(report.outcome, host::Outcome::kDone);
   ASSERT_EQ(report.created.size(), 4u);
   EXPECT_EQ(run_->user.message_texts().back(), run_->globals.messages.Get(15));
 
@@ -291,7 +291,7 @@ TEST_F(CreationTest, MissingPatternIsRefusedWithItsMessage) {
               "/nowhere/template.dwt");
         },
         &report);
-    EXPECT_EQ(report.outcome, CreationOutcome::kRefused);
+    EXPECT_EQ(report.outcome, host::Outcome::kRefused);
     EXPECT_TRUE(report.created.empty());
     // The refusal, then the end of the run as after any run.
     const auto& messages = run_->user.messages();
@@ -363,7 +363,7 @@ TEST_F(CreationTest, InterruptedRunCleansUpWithoutFinalMessage) {
         run_->user.InterruptAtPump(5);
       },
       &report);
-  EXPECT_EQ(report.outcome, CreationOutcome::kInterrupted);
+  EXPECT_EQ(report.outcome, host::Outcome::kInterrupted);
   EXPECT_GE(report.created.size(), 1u);
   EXPECT_LT(report.created.size(), 4u);
   for (const std::string& text : run_->user.message_texts()) {
@@ -407,12 +407,12 @@ TEST_F(CreationTest, RowsWhoseLayoutTheHostRefusesAreReportedSkipped) {
         failing->Refuse("Layouts.Add", /*allow_first=*/1, /*times=*/1);
       },
       &report);
-  EXPECT_EQ(report.outcome, CreationOutcome::kDone);
+  EXPECT_EQ(report.outcome, host::Outcome::kDone);
   EXPECT_EQ(report.rows, 4);
   EXPECT_EQ(report.created,
             (std::vector<std::string>{"Sheet-1", "Sheet-3", "Sheet-4"}));
   ASSERT_EQ(report.skipped.skips().size(), 1u);
-  const utilities::Skip& skip = report.skipped.skips()[0];
+  const host::Skip& skip = report.skipped.skips()[0];
   EXPECT_EQ(skip.object, "Sheet-2");
   EXPECT_EQ(skip.step, kSkipLayout);
   EXPECT_EQ(skip.status.code(), StatusCode::kRefused);

@@ -26,7 +26,7 @@ bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 // it; nullopt when none has.
 std::optional<std::string> AttributeOn(const host::Layout& layout,
                                        std::string_view tag, Tab& tab,
-                                       utilities::SkipLog& skips) {
+                                       host::SkipLog& skips) {
   Result<host::BlockPtr> block = layout.Block();
   if (!block.ok()) {
     skips.Add(tab.name, "block", block.status());

@@ -21,7 +21,7 @@
 #include "core/status.h"
 #include "frames/frame_table.h"
 #include "host/document.h"
-#include "utilities/run_report.h"
+#include "host/skip_log.h"
 
 namespace lmt::layouts {
 
@@ -43,7 +43,7 @@ struct SortReport {
   std::vector<std::string> before;  // paper layouts in tab order
   std::vector<std::string> after;
   int32_t moved = 0;  // layouts whose tab order changed
-  utilities::SkipLog skips;
+  host::SkipLog skips;
 };
 
 // Gives the paper layouts of `database` the tab orders of `sort`; `table`

@@ -96,7 +96,7 @@ TEST_P(PatternCreationTest, CopiesPatternAndLeavesNothingTemporary) {
   CreationReport report;
   Described d = Create(&report);
   ASSERT_TRUE(d.ok);
-  EXPECT_EQ(report.outcome, CreationOutcome::kDone);
+  EXPECT_EQ(report.outcome, host::Outcome::kDone);
   EXPECT_EQ(report.created,
             (std::vector<std::string>{"Sheet-1", "Sheet-2", "Sheet-3"}));
 
@@ -250,7 +250,7 @@ TEST(TakenNameTest, RowWithATakenNameIsSkipped) {
   frames::FrameTable table = FrameRow();
   table.SetCell(2, frames::Column::kLayoutName, "pattern");
   CreationReport report = CreateLayouts(run.session, table);
-  EXPECT_EQ(report.outcome, CreationOutcome::kDone);
+  EXPECT_EQ(report.outcome, host::Outcome::kDone);
   EXPECT_EQ(report.created, (std::vector<std::string>{"Sheet-1", "Sheet-3"}));
   Result<host::LayoutPtr> pattern = (*run.document->Layouts())->Item("Pattern");
   ASSERT_TRUE(pattern.ok());

@@ -148,6 +148,8 @@ Win32View::~Win32View() {
   }
   if (about_ != nullptr) DestroyWindow(about_);
   about_form_.reset();
+  if (text_window_ != nullptr) DestroyWindow(text_window_);
+  text_form_.reset();
   if (font_ != nullptr) DeleteObject(font_);
 }
 
@@ -588,7 +590,7 @@ LRESULT CALLBACK Win32View::FieldProc(HWND hwnd, UINT message, WPARAM wparam,
 }
 
 LRESULT Win32View::Handle(Form& f, UINT message, WPARAM wparam, LPARAM lparam) {
-  if (f.model == nullptr) {  // the about window: OK and close hide it
+  if (f.model == nullptr) {  // about and text windows: OK and close hide them
     if ((message == WM_COMMAND && LOWORD(wparam) == kAboutOk) ||
         message == WM_CLOSE) {
       ::ShowWindow(f.hwnd, SW_HIDE);
@@ -753,6 +755,30 @@ std::vector<std::string> Win32View::PickFiles(std::string_view filter,
   return paths;
 }
 
+std::optional<std::string> Win32View::PickSaveFile(
+    std::string_view filter, std::string_view default_name) {
+  std::wstring wide_filter = Wide(filter);
+  std::replace(wide_filter.begin(), wide_filter.end(), L'|', L'\0');
+  wide_filter.push_back(L'\0');
+  std::wstring buffer = Wide(default_name);
+  buffer.resize(32768, L'\0');
+  // The proposed name's extension is added to a name typed without one.
+  const size_t dot = default_name.rfind('.');
+  const std::wstring extension =
+      dot == std::string_view::npos ? L"" : Wide(default_name.substr(dot + 1));
+  OPENFILENAMEW ofn{};
+  ofn.lStructSize = sizeof ofn;
+  ofn.hwndOwner = main_;
+  ofn.lpstrFilter = wide_filter.c_str();
+  ofn.lpstrFile = buffer.data();
+  ofn.nMaxFile = static_cast<DWORD>(buffer.size());
+  ofn.lpstrDefExt = extension.empty() ? nullptr : extension.c_str();
+  ofn.Flags =
+      OFN_EXPLORER | OFN_OVERWRITEPROMPT | OFN_PATHMUSTEXIST | OFN_HIDEREADONLY;
+  if (!GetSaveFileNameW(&ofn)) return std::nullopt;
+  return Utf8(buffer.c_str());
+}
+
 std::optional<std::string> Win32View::PickFolder(std::string_view title) {
   std::wstring wide_title = Wide(title);
   BROWSEINFOW info{};
@@ -814,6 +840,52 @@ void Win32View::ShowAbout() {
     SendMessageW(ok, WM_SETFONT, reinterpret_cast<WPARAM>(font_), FALSE);
   }
   ::ShowWindow(about_, SW_SHOW);
+}
+
+void Win32View::ShowText(std::string_view title, std::string_view text) {
+  constexpr int kWidth = 640;
+  constexpr int kHeight = 420;
+  if (text_window_ == nullptr) {
+    auto form = std::make_unique<Form>();
+    form->view = this;
+    text_window_ = CreateWindowExW(
+        WS_EX_DLGMODALFRAME, kFormClass, L"",
+        WS_POPUP | WS_CAPTION | WS_SYSMENU, CW_USEDEFAULT, CW_USEDEFAULT,
+        kWidth, kHeight, main_, nullptr, instance_, form.get());
+    text_form_ = std::move(form);
+    RECT client;
+    GetClientRect(text_window_, &client);
+    const int width = static_cast<int>(client.right);
+    const int height = static_cast<int>(client.bottom);
+    text_edit_ = CreateWindowExW(
+        WS_EX_CLIENTEDGE, L"EDIT", L"",
+        WS_CHILD | WS_VISIBLE | WS_VSCROLL | WS_HSCROLL | ES_MULTILINE |
+            ES_READONLY | ES_AUTOVSCROLL | ES_AUTOHSCROLL,
+        8, 8, std::max(10, width - 16), std::max(10, height - 48), text_window_,
+        nullptr, instance_, nullptr);
+    HWND ok = CreateWindowExW(
+        0, L"BUTTON", L"OK", WS_CHILD | WS_VISIBLE | BS_DEFPUSHBUTTON,
+        std::max(0, width / 2 - 40), std::max(0, height - 32), 80, 24,
+        text_window_, reinterpret_cast<HMENU>(static_cast<INT_PTR>(kAboutOk)),
+        instance_, nullptr);
+    SendMessageW(text_edit_, WM_SETFONT, reinterpret_cast<WPARAM>(font_),
+                 FALSE);
+    SendMessageW(ok, WM_SETFONT, reinterpret_cast<WPARAM>(font_), FALSE);
+    // Tab stops wide enough for a layout name or a pair of coordinates.
+    int stops = 64;  // dialog units
+    SendMessageW(text_edit_, EM_SETTABSTOPS, 1,
+                 reinterpret_cast<LPARAM>(&stops));
+  }
+  // The edit control breaks lines only at CR LF.
+  std::wstring lines;
+  for (wchar_t c : Wide(text)) {
+    if (c == L'\n') lines += L'\r';
+    lines += c;
+  }
+  SetWindowTextW(text_window_, Wide(title).c_str());
+  SetWindowTextW(text_edit_, lines.c_str());
+  ::ShowWindow(text_window_, SW_SHOW);
+  SetForegroundWindow(text_window_);
 }
 
 HWND Win32View::progress_bar() const {

@@ -62,7 +62,10 @@ class Win32View : public core::WindowView, public addin::Shell {
   int SelectedFileRow(core::Window& window) override;
   std::vector<std::string> PickFiles(std::string_view filter,
                                      bool multiple) override;
+  std::optional<std::string> PickSaveFile(
+      std::string_view filter, std::string_view default_name) override;
   std::optional<std::string> PickFolder(std::string_view title) override;
+  void ShowText(std::string_view title, std::string_view text) override;
   std::string ClipboardText() override;
   void OpenWebPage(std::string_view address) override;
   void ShowAbout() override;
@@ -84,6 +87,8 @@ class Win32View : public core::WindowView, public addin::Shell {
   HWND ReplacementListOf(const core::Window& model) const;
   // The about window, nullptr until first shown.
   HWND about_window() const { return about_; }
+  // The text window of ShowText, nullptr until first shown.
+  HWND text_window() const { return text_window_; }
 
  private:
   struct Form;
@@ -108,6 +113,9 @@ class Win32View : public core::WindowView, public addin::Shell {
   HWND main_ = nullptr;
   HWND about_ = nullptr;
   std::unique_ptr<Form> about_form_;
+  HWND text_window_ = nullptr;
+  HWND text_edit_ = nullptr;
+  std::unique_ptr<Form> text_form_;
 };
 
 }  // namespace lmt::ui

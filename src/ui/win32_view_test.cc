@@ -289,6 +289,34 @@ TEST_F(Win32ViewTest, CancelButtonShowsTheInterruptMessageOnTop) {
   EXPECT_FALSE(GetWindowLongPtrW(main_, GWL_EXSTYLE) & WS_EX_TOPMOST);
 }
 
+TEST_F(Win32ViewTest, PlanAndRegisterEntriesAndTheTextWindow) {
+  Start(true);
+  EXPECT_EQ(MenuText("mnuProveritPlan"), L"Check plan...");
+  EXPECT_EQ(TextOf(Control(windows().okno_lmt, "Command_ImportReestr")),
+            L"Import register...");
+  // An empty table: the export says so instead of asking for a file.
+  BoxCloser closer(L"Layomat");
+  SendMessageW(Control(windows().okno_lmt, "Command_EksportReestr"), BM_CLICK,
+               0, 0);
+  EXPECT_EQ(closer.Wait(), L"The frame table is empty: find the frames first.");
+
+  addin_->view().ShowText("Check plan...", "Layout\tFrame\nЛист 1\tblock\n");
+  HWND window = addin_->view().text_window();
+  ASSERT_NE(window, nullptr);
+  EXPECT_TRUE(IsWindowVisible(window));
+  EXPECT_EQ(TextOf(window), L"Check plan...");
+  HWND edit = FindWindowExW(window, nullptr, L"EDIT", nullptr);
+  ASSERT_NE(edit, nullptr);
+  EXPECT_TRUE(GetWindowLongPtrW(edit, GWL_STYLE) & ES_READONLY);
+  EXPECT_EQ(TextOf(edit), L"Layout\tFrame\r\nЛист 1\tblock\r\n");
+  addin_->view().ShowText("Check plan...", "again");
+  EXPECT_EQ(addin_->view().text_window(), window);  // one window, new text
+  EXPECT_EQ(TextOf(edit), L"again");
+  SendMessageW(window, WM_CLOSE, 0, 0);
+  EXPECT_FALSE(IsWindowVisible(window));
+  EXPECT_TRUE(IsWindow(window));
+}
+
 TEST(WindowOrderTest, CadWindowFoundByTheStartOfItsCaption) {
   HWND cad =
       CreateWindowExW(0, L"STATIC", L"ZWCAD 2024 - [plan.dwg]",

@@ -20,7 +20,7 @@ namespace {
 constexpr std::string_view kViewportObjectName = "AcDbViewport";
 
 // Records a refusal; true when `status` is ok.
-bool Note(SkipLog& skips, std::string_view object, std::string_view step,
+bool Note(host::SkipLog& skips, std::string_view object, std::string_view step,
           const Status& status) {
   if (status.ok()) return true;
   skips.Add(std::string(object), std::string(step), status);
@@ -44,7 +44,7 @@ void BringCadForward(host::Session& session) {
 // The z of a bounding-box corner in the viewport's display coordinates;
 // only the z is used, so a refusal falls back to the paper z.
 double DisplayZ(const host::Utility* utility, const host::Point& corner,
-                std::string_view handle, SkipLog& skips) {
+                std::string_view handle, host::SkipLog& skips) {
   if (utility == nullptr) return corner.z;
   Result<host::Point> translated = utility->TranslateCoordinates(
       corner, host::CoordinateSystem::kPaperSpaceDisplay,
@@ -67,7 +67,7 @@ struct PaperValues {
 std::optional<PaperValues> ReadAndEnter(host::Document& document,
                                         const host::PViewportPtr& viewport,
                                         std::string_view handle,
-                                        SkipLog& skips) {
+                                        host::SkipLog& skips) {
   Note(skips, handle, "paper space", document.SetMSpace(false));
   Note(skips, handle, "activate", document.SetActivePViewport(viewport));
   // The centre is read as the host expects the sequence; the window is built
@@ -98,7 +98,7 @@ std::optional<PaperValues> ReadAndEnter(host::Document& document,
 bool SelectWindow(host::Document& document, const PaperValues& paper,
                   std::string_view handle, host::SelectionSet& keep,
                   DeleteOutsideReport& report) {
-  SkipLog& skips = report.skips;
+  host::SkipLog& skips = report.skips;
   // A refused UCS command would leave a rotated view's window misplaced.
   if (!Note(skips, handle, "view ucs", document.SendCommand(kViewUcsCommand))) {
     return false;
@@ -154,7 +154,7 @@ bool ProcessViewport(host::Document& document,
 // the host refuses to take a kept object out of the erase set.
 void EraseOutside(host::Document& document, const host::SelectionSet& keep,
                   DeleteOutsideReport& report) {
-  SkipLog& skips = report.skips;
+  host::SkipLog& skips = report.skips;
   Result<host::SelectionSetPtr> model =
       RecreateSelectionSet(document, kSetModel);
   if (!Note(skips, kSetModel, "create set", model.status())) return;
@@ -193,11 +193,11 @@ Result<ModelWindow> ViewportModelWindow(const host::Point& view_center,
       {view_center.x + half_width, view_center.y + half_height, z2}};
 }
 
-Outcome DeleteOutsideViewport(host::Session& session,
-                              DeleteOutsideReport* report) {
+host::Outcome DeleteOutsideViewport(host::Session& session,
+                                    DeleteOutsideReport* report) {
   DeleteOutsideReport local;
   DeleteOutsideReport& run = report != nullptr ? *report : local;
-  if (!session.Connect()) return Outcome::kNotConnected;
+  if (!session.Connect()) return host::Outcome::kNotConnected;
   BringCadForward(session);
   host::Document& document = session.document();
   host::User& user = session.user();
@@ -205,7 +205,7 @@ Outcome DeleteOutsideViewport(host::Session& session,
   if (ModelTabCurrent(document)) {
     session.ShowMessage(core::kMsgImpossibleInModel,
                         host::MessageIcon::kCritical);
-    return Outcome::kRefused;
+    return host::Outcome::kRefused;
   }
 
   Note(run.skips, kSetKeep, "delete set",
@@ -228,7 +228,7 @@ Outcome DeleteOutsideViewport(host::Session& session,
   user.BringToFront();
   if (members.empty()) {
     session.ShowMessage(core::kMsgNoObjects, host::MessageIcon::kCritical);
-    return Outcome::kRefused;
+    return host::Outcome::kRefused;
   }
 
   Result<host::SelectionSetPtr> keep = RecreateSelectionSet(document, kSetKeep);
@@ -256,7 +256,7 @@ Outcome DeleteOutsideViewport(host::Session& session,
 
   user.ShowMessage(kOkText, host::MessageIcon::kInformation,
                    host::MessageButtons::kOk, session.globals().product_name);
-  return Outcome::kDone;
+  return host::Outcome::kDone;
 }
 
 }  // namespace lmt::utilities

@@ -25,9 +25,10 @@
 #include <string_view>
 
 #include "core/status.h"
+#include "host/outcome.h"
 #include "host/point.h"
 #include "host/session.h"
-#include "utilities/run_report.h"
+#include "host/skip_log.h"
 
 namespace lmt::utilities {
 
@@ -58,7 +59,7 @@ struct DeleteOutsideReport {
   ModelWindow window;
   int32_t kept = 0;    // objects the window selection found
   int32_t erased = 0;  // model-space objects erased
-  SkipLog skips;
+  host::SkipLog skips;
 };
 
 // Command_SelViewpost. Connects (kNotConnected when that fails) and brings
@@ -68,8 +69,8 @@ struct DeleteOutsideReport {
 // be processed and ends with "Ok" (information, titled with the add-in
 // window's title), also when no picked object was a usable viewport.
 // `report`, when given, receives what was done.
-Outcome DeleteOutsideViewport(host::Session& session,
-                              DeleteOutsideReport* report = nullptr);
+host::Outcome DeleteOutsideViewport(host::Session& session,
+                                    DeleteOutsideReport* report = nullptr);
 
 }  // namespace lmt::utilities
 

@@ -55,7 +55,7 @@ class DeleteOutsideTest : public ::testing::Test {
     ASSERT_TRUE(s_->document->SetActiveLayout(*item).ok());
   }
 
-  Outcome Run(std::vector<std::string> pick) {
+  host::Outcome Run(std::vector<std::string> pick) {
     s_->user.QueuePick(std::move(pick));
     return DeleteOutsideViewport(s_->session, &report_);
   }
@@ -78,7 +78,7 @@ class DeleteOutsideTest : public ::testing::Test {
 
 TEST_F(DeleteOutsideTest, KeepsWhatCrossesTheWindowAtOneToHundred) {
   Open(kSheets, "A3");
-  EXPECT_EQ(Run({"9C"}), Outcome::kDone);
+  EXPECT_EQ(Run({"9C"}), host::Outcome::kDone);
   EXPECT_EQ(report_.viewport, "9C");
   EXPECT_NEAR(report_.window.corner1.x, -16000, 1e-6);
   EXPECT_NEAR(report_.window.corner1.y, -11850, 1e-6);
@@ -109,7 +109,7 @@ TEST_F(DeleteOutsideTest, KeepsWhatCrossesTheWindowAtOneToHundred) {
 TEST_F(DeleteOutsideTest, TwoPickedProcessesTheFirstAndUnlocksIt) {
   Open(kSheets, "Pair");
   // A3 is locked and shows only the far circle; A4 (second) shows the rest.
-  EXPECT_EQ(Run({"A3", "A4"}), Outcome::kDone);
+  EXPECT_EQ(Run({"A3", "A4"}), host::Outcome::kDone);
   EXPECT_EQ(report_.viewport, "A3");
   Described saved = Saved();
   EXPECT_EQ(saved.model, std::vector<std::string>{"90"});
@@ -122,7 +122,7 @@ TEST_F(DeleteOutsideTest, TwistedViewportWindowFollowsTheView) {
   // (5000, 3000). 8D lies inside the turned window but outside its
   // axis-aligned box, 8E the other way round.
   Open(test::TestdataPath("utilities/twisted.dxf"), "Turned");
-  EXPECT_EQ(Run({"94"}), Outcome::kDone);
+  EXPECT_EQ(Run({"94"}), host::Outcome::kDone);
   EXPECT_TRUE(report_.skips.empty());
   // Circle at the centre, line from it far out, the turned-only square.
   EXPECT_EQ(Saved().model, (std::vector<std::string>{"8A", "8C", "8D"}));
@@ -136,7 +136,7 @@ TEST_F(DeleteOutsideTest, TwistedViewportWindowFollowsTheView) {
 TEST_F(DeleteOutsideTest, ErasedEntitiesOfACadDrawingLeaveNoOrphans) {
   LMT_SKIP_WITHOUT_SHARED();
   Open(test::SamplePath("s_AC1032.dxf"), "Layout1");
-  EXPECT_EQ(Run({"245"}), Outcome::kDone);
+  EXPECT_EQ(Run({"245"}), host::Outcome::kDone);
   EXPECT_GT(report_.erased, 0);
   std::string out = (dir_ / "out.dxf").string();
   s_->SaveAs(out);
@@ -145,7 +145,8 @@ TEST_F(DeleteOutsideTest, ErasedEntitiesOfACadDrawingLeaveNoOrphans) {
 
 TEST_F(DeleteOutsideTest, ModelTabRefusesBeforeAnyPick) {
   Open(kSheets, "");
-  EXPECT_EQ(DeleteOutsideViewport(s_->session, &report_), Outcome::kRefused);
+  EXPECT_EQ(DeleteOutsideViewport(s_->session, &report_),
+            host::Outcome::kRefused);
   EXPECT_EQ(Messages(), std::vector<std::string>{"Невозможно в Модель !"});
   EXPECT_EQ(s_->user.messages()[0].icon, host::MessageIcon::kCritical);
   EXPECT_TRUE(s_->user.pick_filters().empty());
@@ -156,7 +157,7 @@ TEST_F(DeleteOutsideTest, NothingPickedRefusesWithNoObjects) {
   for (std::vector<std::string> pick :
        {std::vector<std::string>{}, std::vector<std::string>{"8A"}}) {
     Open(kSheets, "A3");
-    EXPECT_EQ(Run(pick), Outcome::kRefused);
+    EXPECT_EQ(Run(pick), host::Outcome::kRefused);
     EXPECT_EQ(Messages(),
               std::vector<std::string>{"Нет объектов для обработки !"});
     EXPECT_EQ(s_->user.messages()[0].icon, host::MessageIcon::kCritical);
@@ -181,7 +182,7 @@ TEST_P(DeleteOutsideRefusalTest, ErasesNothingAndStillSaysOk) {
   Open(kSheets, "A3");
   testing::FailingHost failing(s_->application());
   failing.Refuse(c.member, c.allow_first, 1);
-  EXPECT_EQ(Run({"9C"}), Outcome::kDone);
+  EXPECT_EQ(Run({"9C"}), host::Outcome::kDone);
   EXPECT_GE(report_.skips.Count(c.step), 1) << c.step;
   EXPECT_EQ(report_.erased, 0);
   EXPECT_EQ(Messages(), std::vector<std::string>{"Ok"});

@@ -14,7 +14,7 @@ namespace {
 
 // The mark layer, made when the drawing has none; a refusal is recorded and
 // the marks then go on the current layer rather than not at all.
-bool EnsureMarkLayer(host::Document& document, SkipLog& skips) {
+bool EnsureMarkLayer(host::Document& document, host::SkipLog& skips) {
   const std::string name(kMarkLayer);
   Result<host::LayersPtr> layers = document.Layers();
   if (!layers.ok()) {

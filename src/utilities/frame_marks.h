@@ -19,7 +19,7 @@
 #include "frames/frame_table.h"
 #include "frames/highlight_mark.h"
 #include "host/document.h"
-#include "utilities/run_report.h"
+#include "host/skip_log.h"
 
 namespace lmt::utilities {
 
@@ -36,7 +36,7 @@ struct MarkReport {
   int32_t frames = 0;  // rows outlined
   int32_t drawn = 0;   // objects drawn (outlines and numbers)
   int32_t erased = 0;  // marked objects erased
-  SkipLog skips;
+  host::SkipLog skips;
 };
 
 // Removes any earlier highlighting, then outlines every data row of `table`

@@ -19,7 +19,7 @@ constexpr std::string_view kViewportObjectName = "AcDbViewport";
 // The set "NaborObiektov" holding every viewport of the drawing, or nullptr
 // when the host would not make the set. A refused Select leaves it empty.
 host::SelectionSetPtr SelectAllViewports(host::Document& document,
-                                         SkipLog& skips) {
+                                         host::SkipLog& skips) {
   Result<host::SelectionSetPtr> set =
       RecreateSelectionSet(document, kSetAllViewports);
   if (!set.ok()) {
@@ -35,7 +35,7 @@ host::SelectionSetPtr SelectAllViewports(host::Document& document,
 
 // The set's members in its order; empty when it has none or cannot be read.
 std::vector<host::EntityPtr> Members(const host::SelectionSet& set,
-                                     SkipLog& skips) {
+                                     host::SkipLog& skips) {
   Result<int32_t> count = set.Count();
   if (!count.ok()) {
     skips.Add(std::string(kSetAllViewports), "count", count.status());
@@ -131,7 +131,7 @@ void SwitchAll(const host::Document& document,
 // The layout named `name` found by walking the collection (without regard to
 // case), or nullptr when there is none or the walk failed (recorded).
 host::LayoutPtr FindLayout(const host::Layouts& layouts, std::string_view name,
-                           SkipLog& skips) {
+                           host::SkipLog& skips) {
   Result<std::vector<host::LayoutPtr>> items = layouts.Items();
   if (!items.ok()) {
     skips.Add(std::string(name), "find layout", items.status());
@@ -146,7 +146,8 @@ host::LayoutPtr FindLayout(const host::Layouts& layouts, std::string_view name,
   return nullptr;
 }
 
-void MakeTemporaryLayoutCurrent(host::Document& document, SkipLog& skips) {
+void MakeTemporaryLayoutCurrent(host::Document& document,
+                                host::SkipLog& skips) {
   const std::string name(kTemporaryLayoutName);
   Result<host::LayoutsPtr> layouts = document.Layouts();
   if (!layouts.ok()) {
@@ -168,7 +169,7 @@ void MakeTemporaryLayoutCurrent(host::Document& document, SkipLog& skips) {
 }
 
 void DeleteTemporaryLayout(host::Document& document, std::string_view host_name,
-                           SkipLog& skips) {
+                           host::SkipLog& skips) {
   const std::string name(kTemporaryLayoutName);
   Result<host::LayoutsPtr> layouts = document.Layouts();
   if (!layouts.ok()) {
@@ -243,8 +244,9 @@ SwitchReport ViewportOffOn(host::Session& session, bool on) {
                        session.user(), on);
 }
 
-Outcome StartViewportsOnOff(host::Session& session, SwitchReport* report) {
-  if (!session.Connect()) return Outcome::kNotConnected;
+host::Outcome StartViewportsOnOff(host::Session& session,
+                                  SwitchReport* report) {
+  if (!session.Connect()) return host::Outcome::kNotConnected;
   const core::OknoFunctionOnOffViewport& window =
       session.windows().okno_function_on_off_viewport;
   if (window.check_viewport_on_off.checked()) {
@@ -256,7 +258,7 @@ Outcome StartViewportsOnOff(host::Session& session, SwitchReport* report) {
   session.user().ShowMessage(kOkText, host::MessageIcon::kInformation,
                              host::MessageButtons::kOk,
                              session.globals().product_name);
-  return Outcome::kDone;
+  return host::Outcome::kDone;
 }
 
 }  // namespace lmt::utilities

@@ -21,9 +21,10 @@
 
 #include "host/document.h"
 #include "host/layout.h"
+#include "host/outcome.h"
 #include "host/session.h"
+#include "host/skip_log.h"
 #include "host/user.h"
-#include "utilities/run_report.h"
 
 namespace lmt::utilities {
 
@@ -42,7 +43,7 @@ struct SwitchReport {
   int32_t switched = 0;       // viewports given the requested state
   int32_t own_viewports = 0;  // layouts' own viewports passed over
   std::vector<std::string> switched_handles;  // in the order switched
-  SkipLog skips;
+  host::SkipLog skips;
 };
 
 // Switches the viewports of `document` on (`on`) or off. Sets the progress
@@ -78,8 +79,8 @@ SwitchReport ViewportOffOn(host::Session& session, bool on);
 // Option_ViewportOnOff(0) is selected, otherwise off; then shows "Ok" as an
 // information box titled with the add-in window's title, also when nothing
 // was done. `report`, when given, receives what the switching did.
-Outcome StartViewportsOnOff(host::Session& session,
-                            SwitchReport* report = nullptr);
+host::Outcome StartViewportsOnOff(host::Session& session,
+                                  SwitchReport* report = nullptr);
 
 }  // namespace lmt::utilities
 

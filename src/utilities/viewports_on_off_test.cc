@@ -23,7 +23,7 @@ using test::EmbeddedSession;
 // Runs the window's Start with the given choice and returns the saved
 // drawing as ezdxf reads it (checked by the shared checker first).
 struct StartRun {
-  Outcome outcome;
+  host::Outcome outcome;
   SwitchReport report;
   Described saved;
   std::vector<host::Message> messages;
@@ -70,7 +70,7 @@ TEST_P(SwitchTableTest, SwitchesAllButTheLayoutsOwnViewports) {
   EmbeddedSession s(c.path);
   ASSERT_TRUE(s.document);
   StartRun run = RunStart(s, true, c.option, dir);
-  EXPECT_EQ(run.outcome, Outcome::kDone);
+  EXPECT_EQ(run.outcome, host::Outcome::kDone);
   EXPECT_TRUE(run.report.skips.empty());
   EXPECT_EQ(run.report.switched, c.switched);
   EXPECT_EQ(OnStates(run.saved), c.expected_on);
@@ -187,7 +187,7 @@ TEST(ViewportsOnOffTest, DrawingWithoutViewportsIsLeftAloneButSaysOk) {
   std::string source = test::TestdataPath("utilities/no_viewports.dxf");
   EmbeddedSession s(source);
   StartRun run = RunStart(s, true, 1, dir);
-  EXPECT_EQ(run.outcome, Outcome::kDone);
+  EXPECT_EQ(run.outcome, host::Outcome::kDone);
   EXPECT_EQ(run.report.selected, 0);
   EXPECT_EQ(s.user.pump_count(), 0);
   Described before = test::Describe(source);
@@ -246,10 +246,10 @@ TEST(ViewportsOnOffTest, RefusedViewportIsSkippedAndTheRestSwitched) {
   testing::FailingHost failing(s.application());
   failing.Refuse("PViewport.SetViewportOn", 0, 1);
   StartRun run = RunStart(s, true, 1, dir);
-  EXPECT_EQ(run.outcome, Outcome::kDone);
+  EXPECT_EQ(run.outcome, host::Outcome::kDone);
   EXPECT_EQ(run.report.switched, 2);
   ASSERT_EQ(run.report.skips.skips().size(), 1u);
-  const Skip& skip = run.report.skips.skips()[0];
+  const host::Skip& skip = run.report.skips.skips()[0];
   EXPECT_EQ(skip.step, "switch");
   EXPECT_EQ(skip.status.code(), StatusCode::kRefused);
   EXPECT_TRUE(run.saved.viewports.at(skip.object).on) << skip.object;

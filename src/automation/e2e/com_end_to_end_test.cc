@@ -135,9 +135,9 @@ class ComEndToEndTest : public ::testing::Test {
   // Connects, searches the whole model and makes the layouts.
   layouts::CreationReport SearchAndCreate(frames::FrameState& state) {
     layouts::CreationReport report;
-    report.outcome = layouts::CreationOutcome::kNotConnected;
+    report.outcome = host::Outcome::kNotConnected;
     frames::FrameCommands commands(session_, state, Namer());
-    EXPECT_EQ(commands.Search(frames::kSearchAll), frames::Outcome::kDone);
+    EXPECT_EQ(commands.Search(frames::kSearchAll), host::Outcome::kDone);
     if (state.table.last_row() < 1) return report;
     return layouts::CreateLayouts(session_, state.table);
   }
@@ -176,7 +176,7 @@ TEST_F(ComEndToEndTest, ExampleBecomesNineLayoutsSavedOverCom) {
   frames::FrameState state;
   frames::FrameCommands commands(session_, state, Namer());
   const int64_t before_search = trips->total();
-  ASSERT_EQ(commands.Search(frames::kSearchAll), frames::Outcome::kDone);
+  ASSERT_EQ(commands.Search(frames::kSearchAll), host::Outcome::kDone);
   const int frames_found = state.table.last_row();
   ASSERT_EQ(frames_found, 9);
   const int64_t search_trips = trips->total() - before_search;
@@ -188,7 +188,7 @@ TEST_F(ComEndToEndTest, ExampleBecomesNineLayoutsSavedOverCom) {
   const layouts::CreationReport report =
       layouts::CreateLayouts(session_, state.table);
   const auto elapsed = std::chrono::steady_clock::now() - started;
-  EXPECT_EQ(report.outcome, layouts::CreationOutcome::kDone);
+  EXPECT_EQ(report.outcome, host::Outcome::kDone);
   ASSERT_EQ(report.created.size(), 9u);
   EXPECT_EQ(report.created.front(), "Sheet-1");
   EXPECT_EQ(report.viewports, 9);
@@ -243,9 +243,9 @@ TEST_F(ComEndToEndTest, TemplatePickedInTheProgramNarrowsTheSearch) {
 
   frames::FrameState state;
   frames::FrameCommands commands(session_, state, Namer());
-  ASSERT_EQ(commands.GetObrazec(), frames::Outcome::kDone);
+  ASSERT_EQ(commands.GetObrazec(), host::Outcome::kDone);
   EXPECT_EQ(windows_.okno_filter.uni_text_name_block.text(), "FRAME_A3");
-  ASSERT_EQ(commands.Search(frames::kSearchAll), frames::Outcome::kDone);
+  ASSERT_EQ(commands.Search(frames::kSearchAll), host::Outcome::kDone);
   // The six references, not the three polylines.
   EXPECT_EQ(state.table.last_row(), 6);
 }
@@ -264,7 +264,7 @@ TEST_F(ComEndToEndTest, RefusedViewportIsSkippedAndTheRunGoesOn) {
 
   frames::FrameState state;
   const layouts::CreationReport report = SearchAndCreate(state);
-  EXPECT_EQ(report.outcome, layouts::CreationOutcome::kDone);
+  EXPECT_EQ(report.outcome, host::Outcome::kDone);
   EXPECT_EQ(report.created.size(), 9u);
   EXPECT_EQ(report.viewports, 8);
   EXPECT_EQ(user_.message_texts().back(), globals_.messages.Get(15));

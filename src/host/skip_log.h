@@ -1,9 +1,9 @@
-// How a layout utility tells its caller what happened. The user sees only the
-// messages of the command; what the host refused along the way is passed over
-// silently (one object skipped, the loop goes on) and recorded here, so tests
-// can assert it and a debug log can print it.
-#ifndef LMT_UTILITIES_RUN_REPORT_H_
-#define LMT_UTILITIES_RUN_REPORT_H_
+// What a command passed over because the host refused a call. The user sees
+// only the messages of the command; a refusal along the way skips one object
+// and the loop goes on, and is recorded here, so that tests can assert it and
+// the reports can carry it.
+#ifndef LMT_HOST_SKIP_LOG_H_
+#define LMT_HOST_SKIP_LOG_H_
 
 #include <string>
 #include <string_view>
@@ -12,14 +12,7 @@
 
 #include "core/status.h"
 
-namespace lmt::utilities {
-
-// How a command ended.
-enum class Outcome {
-  kDone,          // ran to its end (its final message was shown)
-  kRefused,       // stopped with one of its own refusal messages
-  kNotConnected,  // no host or drawing; the connection already told the user
-};
+namespace lmt::host {
 
 // One host call that failed and what was passed over because of it.
 struct Skip {
@@ -46,6 +39,6 @@ class SkipLog {
   std::vector<Skip> skips_;
 };
 
-}  // namespace lmt::utilities
+}  // namespace lmt::host
 
-#endif  // LMT_UTILITIES_RUN_REPORT_H_
+#endif  // LMT_HOST_SKIP_LOG_H_

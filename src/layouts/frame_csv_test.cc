@@ -1,11 +1,11 @@
-#include "cli/frame_csv.h"
+#include "layouts/frame_csv.h"
 
 #include <gtest/gtest.h>
 
 #include <string>
 #include <vector>
 
-namespace lmt::cli {
+namespace lmt::layouts {
 namespace {
 
 using frames::Column;
@@ -47,4 +47,4 @@ TEST(FrameCsvTest, OneColumnPerTagIgnoringCaseEmptyWhereMissing) {
 }
 
 }  // namespace
-}  // namespace lmt::cli
+}  // namespace lmt::layouts

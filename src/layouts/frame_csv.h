@@ -1,11 +1,12 @@
-// `layomat frames --csv FILE`: the frame table as a spreadsheet file. UTF-8
+// The frame table as a spreadsheet file, the sheet register that
+// `layomat frames --csv FILE` and the main window's export write. UTF-8
 // with a byte order mark (so that spreadsheet programs take Cyrillic as
 // such), comma separated, CRLF line ends, fields quoted where they need it;
 // the 27 columns under their fixed names, then one column per attribute
 // tag found on the title blocks of the frames (in the order first met,
 // tags compared ignoring case), empty where a frame has no such attribute.
-#ifndef LMT_CLI_FRAME_CSV_H_
-#define LMT_CLI_FRAME_CSV_H_
+#ifndef LMT_LAYOUTS_FRAME_CSV_H_
+#define LMT_LAYOUTS_FRAME_CSV_H_
 
 #include <string>
 #include <string_view>
@@ -16,7 +17,7 @@
 #include "frames/frame_table.h"
 #include "host/document.h"
 
-namespace lmt::cli {
+namespace lmt::layouts {
 
 // Tag and value of each attribute of one frame's block reference, in the
 // reference's order.
@@ -42,6 +43,6 @@ std::string FramesCsv(const frames::FrameTable& table,
 Status WriteFramesCsv(host::Document& document, const frames::FrameTable& table,
                       const std::string& path);
 
-}  // namespace lmt::cli
+}  // namespace lmt::layouts
 
-#endif  // LMT_CLI_FRAME_CSV_H_
+#endif  // LMT_LAYOUTS_FRAME_CSV_H_

@@ -1,4 +1,4 @@
-#include "cli/frame_register.h"
+#include "layouts/frame_register.h"
 
 #include <algorithm>
 #include <cmath>
@@ -7,7 +7,7 @@
 
 #include "layouts/sheet_texts.h"
 
-namespace lmt::cli {
+namespace lmt::layouts {
 namespace {
 
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
@@ -166,7 +166,7 @@ Result<Register> ParseRegister(std::string_view text, std::string_view path) {
     const std::string name(Trimmed(header.fields[static_cast<size_t>(f)]));
     bool is_fixed = false;
     for (int c = 0; c < frames::kColumnCount; ++c) {
-      if (layouts::NamesEqualNoCase(
+      if (NamesEqualNoCase(
               name, frames::ColumnName(static_cast<frames::Column>(c)))) {
         fixed.emplace(
             std::string(frames::ColumnName(static_cast<frames::Column>(c))), f);
@@ -174,7 +174,7 @@ Result<Register> ParseRegister(std::string_view text, std::string_view path) {
       }
     }
     if (!is_fixed && !name.empty() &&
-        tag_keys.insert(layouts::FoldedName(name)).second) {
+        tag_keys.insert(FoldedName(name)).second) {
       tag_fields.emplace_back(f, name);
     }
   }
@@ -331,4 +331,4 @@ RegisterOutcome ApplyRegister(const Register& reg,
   return outcome;
 }
 
-}  // namespace lmt::cli
+}  // namespace lmt::layouts

@@ -1,9 +1,9 @@
 // The sheet register: the CSV that `frames --csv` writes, edited by the
 // user (often in a spreadsheet program) and read back by
-// `create-layouts --register FILE`. Its row order is the order of the
-// sheets, its "Layout Name" column their names and every column that is
-// not one of the 27 frame-table columns an attribute tag whose values go
-// into the title blocks.
+// `create-layouts --register FILE` or the main window's import. Its row order
+// is the order of the sheets, its "Layout Name" column their names and every
+// column that is not one of the 27 frame-table columns an attribute tag whose
+// values go into the title blocks.
 //
 // Reading accepts what spreadsheet programs save: with or without a byte
 // order mark, "," or ";" between fields (whichever the header line uses
@@ -19,19 +19,19 @@
 // frame, or a frame already taken, is reported and left out, never
 // guessed; frames the register does not list are left out of the run (the
 // register is the list of sheets), with one warning naming them.
-#ifndef LMT_CLI_FRAME_REGISTER_H_
-#define LMT_CLI_FRAME_REGISTER_H_
+#ifndef LMT_LAYOUTS_FRAME_REGISTER_H_
+#define LMT_LAYOUTS_FRAME_REGISTER_H_
 
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "cli/frame_csv.h"
 #include "core/status.h"
 #include "frames/frame_table.h"
+#include "layouts/frame_csv.h"
 
-namespace lmt::cli {
+namespace lmt::layouts {
 
 // Corners agree when every coordinate differs by at most this times the
 // larger of 1 and the coordinate's magnitude (spreadsheets keep 15
@@ -85,6 +85,6 @@ struct RegisterOutcome {
 RegisterOutcome ApplyRegister(const Register& reg,
                               const frames::FrameTable& found);
 
-}  // namespace lmt::cli
+}  // namespace lmt::layouts
 
-#endif  // LMT_CLI_FRAME_REGISTER_H_
+#endif  // LMT_LAYOUTS_FRAME_REGISTER_H_

@@ -1,11 +1,11 @@
-#include "cli/frame_register.h"
+#include "layouts/frame_register.h"
 
 #include <gtest/gtest.h>
 
 #include <string>
 #include <vector>
 
-namespace lmt::cli {
+namespace lmt::layouts {
 namespace {
 
 using frames::Column;
@@ -176,4 +176,4 @@ TEST_F(RegisterMatchTest, CornersWinOverIdsThatNowNameOtherFrames) {
 }
 
 }  // namespace
-}  // namespace lmt::cli
+}  // namespace lmt::layouts

@@ -1,6 +1,6 @@
-#include "utilities/run_report.h"
+#include "host/skip_log.h"
 
-namespace lmt::utilities {
+namespace lmt::host {
 
 int SkipLog::Count(std::string_view step) const {
   int count = 0;
@@ -8,4 +8,4 @@ int SkipLog::Count(std::string_view step) const {
   return count;
 }
 
-}  // namespace lmt::utilities
+}  // namespace lmt::host

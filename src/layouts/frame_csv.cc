@@ -1,4 +1,4 @@
-#include "cli/frame_csv.h"
+#include "layouts/frame_csv.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -8,7 +8,7 @@
 #include "host/entity.h"
 #include "layouts/sheet_texts.h"
 
-namespace lmt::cli {
+namespace lmt::layouts {
 namespace {
 
 FrameAttributes AttributesOf(host::Document& document, std::string_view id) {
@@ -69,7 +69,7 @@ std::string FramesCsv(const frames::FrameTable& table,
   std::vector<std::string> keys;  // folded, for comparing
   for (const FrameAttributes& row : attributes) {
     for (const auto& [tag, value] : row) {
-      const std::string key = layouts::FoldedName(tag);
+      const std::string key = FoldedName(tag);
       if (std::find(keys.begin(), keys.end(), key) == keys.end()) {
         keys.push_back(key);
         tags.push_back(tag);
@@ -92,7 +92,7 @@ std::string FramesCsv(const frames::FrameTable& table,
     for (const std::string& key : keys) {
       csv += ',';
       for (const auto& [tag, value] : row) {
-        if (layouts::FoldedName(tag) == key) {
+        if (FoldedName(tag) == key) {
           csv += CsvField(value);
           break;  // the first of repeated tags, as the attribute change
         }
@@ -114,4 +114,4 @@ Status WriteFramesCsv(host::Document& document, const frames::FrameTable& table,
   return written;
 }
 
-}  // namespace lmt::cli
+}  // namespace lmt::layouts
