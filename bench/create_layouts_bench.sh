@@ -5,9 +5,11 @@
 # (ezdxf_create_layouts.py). Prints the best of RUNS for each and the ratio,
 # then the same run split into four drawings (--sheets-per-file 250).
 #
-# Usage: bench/create_layouts_bench.sh [RUNS]   (after building build/)
+# Usage: [LAYOMAT=build-rel/layomat] bench/create_layouts_bench.sh [RUNS]
+# (after building build/; LAYOMAT picks another build)
 set -euo pipefail
 cd "$(dirname "$0")/.."
+layomat=${LAYOMAT:-build/layomat}
 runs=${1:-5}
 data=build/bench_data
 mkdir -p "$data"
@@ -22,7 +24,7 @@ best_of() {
   shift
   for ((i = 0; i < runs; i++)); do
     start=$EPOCHREALTIME
-    build/layomat create-layouts "$drawing" -o "$out" \
+    "$layomat" create-layouts "$drawing" -o "$out" \
       --settings "$settings" --set OknoLmt.TextStrokaNameFile=20 "$@" \
       >/dev/null 2>&1
     end=$EPOCHREALTIME
