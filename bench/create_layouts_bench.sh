@@ -5,8 +5,10 @@
 # (ezdxf_create_layouts.py). Prints the best of RUNS for each and the ratio,
 # then the same run split into four drawings (--sheets-per-file 250).
 #
-# Usage: bench/create_layouts_bench.sh [RUNS]   (after building build/)
+# Usage: [LAYOMAT=build-rel/layomat] bench/create_layouts_bench.sh [RUNS]
+# (after building build/; LAYOMAT picks another build)
 set -euo pipefail
+layomat=${LAYOMAT:-build/layomat}
 runs=${1:-5}
 source "$(dirname "$0")/common.sh"
 
@@ -14,7 +16,7 @@ source "$(dirname "$0")/common.sh"
 best_of() {
   local out=$1
   shift
-  best_of_runs "$runs" build/layomat create-layouts "$drawing" -o "$out" \
+  best_of_runs "$runs" "$layomat" create-layouts "$drawing" -o "$out" \
     --settings "$settings" --set OknoLmt.TextStrokaNameFile=20 "$@"
 }
 

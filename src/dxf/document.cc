@@ -33,24 +33,11 @@ Document::~Document() = default;
 
 Status Document::Load(const std::string& path, std::unique_ptr<Document>* out,
                       ReadOptions options) {
-  std::error_code ec;
-  uintmax_t size = std::filesystem::file_size(path, ec);
-  if (ec) return Status::IOError(path + ": " + ec.message());
-  if (size >= (uintmax_t{2} << 30)) {
-    return Status::Corruption(path + ": file too large (2 GiB or more)");
-  }
-  std::FILE* f = std::fopen(path.c_str(), "rb");
-  if (!f) return Status::IOError(path + ": cannot open for reading");
   std::unique_ptr<Document> doc(new Document());
-  // Not a std::string: filling 20 MB with zeros first costs a tenth of the
-  // load time.
-  doc->file_.reset(new char[static_cast<size_t>(size) + 1]);
-  size_t got = size ? std::fread(doc->file_.get(), 1, size, f) : 0;
-  bool bad = std::ferror(f) != 0;
-  std::fclose(f);
-  if (bad) return Status::IOError(path + ": read error");
+  Status s = doc->file_.Open(path, size_t{2} << 30);
+  if (!s.ok()) return s;
   doc->name_ = path;
-  Status s = doc->Init(std::string_view(doc->file_.get(), got), options);
+  s = doc->Init(doc->file_.data(), options);
   if (!s.ok()) return s;
   *out = std::move(doc);
   return Status::Ok();
@@ -138,7 +125,10 @@ Status Document::Build(const std::vector<Tag>& tags,
     return cursor < starts.size() ? starts[cursor] : n;
   };
   // Each loaded record with its first tag index, for error locations.
-  std::vector<std::pair<RecordId, size_t>> recs;
+  std::vector<std::pair<RecordId, uint32_t>> recs;
+  // Sized once for the largest section: growing it there would fault in a
+  // fresh copy at every doubling.
+  recs.reserve(starts.size());
   std::vector<RecordId> pending;   // ENTITIES, routed once blocks are known
   db_.ReserveRecords(n / 8 + 16);  // a guess; records average 8+ tags
   size_t i = 0;
@@ -189,7 +179,8 @@ Status Document::Build(const std::vector<Tag>& tags,
       }
       size_t e = next0(j);
       recs.emplace_back(
-          db_.AddLoaded(static_cast<uint32_t>(j), static_cast<uint32_t>(e)), j);
+          db_.AddLoaded(static_cast<uint32_t>(j), static_cast<uint32_t>(e)),
+          static_cast<uint32_t>(j));
       j = e;
     }
     if (j >= n) {

@@ -1,8 +1,8 @@
 // Document: a whole drawing in memory: header, classes, tables, blocks,
 // entities and objects, over one EntityDb.
 //
-// Load reads the file into one buffer and tokenizes it without a heap
-// allocation per tag (tag_reader.h); records are ranges of that tag array.
+// Load maps the file (or reads it into one buffer) and tokenizes it without a
+// heap allocation per tag (tag_reader.h); records are ranges of that tag array.
 // Structure is built once: sections, tables with their entries, blocks with
 // their entities (ENTITIES-section entities are routed to the model space or
 // paper space block by owner 330, or by 67 when there is no owner), the
@@ -39,6 +39,7 @@
 
 #include "dxf/entity.h"
 #include "dxf/entity_db.h"
+#include "dxf/file_map.h"
 #include "dxf/status.h"
 #include "dxf/tag.h"
 #include "dxf/tag_writer.h"
@@ -258,7 +259,7 @@ class Document {
   std::string name_;
   // The whole file (one of the two); base tags point into it.
   std::string data_;
-  std::unique_ptr<char[]> file_;
+  FileMap file_;  // mapped or read by Load
   size_t input_size_ = 0;
   bool binary_ = false;
   bool one_byte_codes_ = false;

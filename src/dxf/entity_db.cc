@@ -67,12 +67,14 @@ std::vector<RecordId> EntityDb::BuildIndex() {
     if (h > max_handle_) max_handle_ = h;
     index_.push_back(IndexEntry{h, id});
   }
+  // Ties go to the earlier record, which the index keeps. Sorting on both
+  // keys does it in place: a stable sort would need a copy of the index.
   auto by_handle = [](const IndexEntry& a, const IndexEntry& b) {
-    return a.handle < b.handle;
+    return a.handle != b.handle ? a.handle < b.handle : a.id < b.id;
   };
-  // Files list handles mostly in order; stable keeps the first duplicate.
+  // Files list handles mostly in order.
   if (!std::is_sorted(index_.begin(), index_.end(), by_handle)) {
-    std::stable_sort(index_.begin(), index_.end(), by_handle);
+    std::sort(index_.begin(), index_.end(), by_handle);
   }
   std::vector<RecordId> dups;
   size_t out = 0;

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 #include "dxf/tag_writer.h"
 
@@ -137,6 +138,35 @@ TEST(TagReaderTest, IgnoresWhatFollowsEof) {
   TagFile file;
   ASSERT_TRUE(ReadTags(data, "t.dxf", &arena, &file).ok());
   EXPECT_EQ(file.tags.size(), 1u);
+}
+
+// Line ends are found a block of bytes at a time: values of every length
+// around the block size, both line-end styles, must come back whole, and a
+// bad value far into the file must still be reported on its own line.
+TEST(TagReaderTest, LinesOfEveryLengthAcrossBlocks) {
+  for (const char* nl : {"\n", "\r\n"}) {
+    std::string data;
+    std::vector<std::string> values;
+    for (size_t n = 0; n < 200; ++n) {
+      values.push_back(std::string(n, static_cast<char>('a' + n % 26)));
+      data += std::string(n % 3 == 0 ? "  1" : "1") + nl + values.back() + nl;
+    }
+    std::string good = data + "  0" + nl + "EOF";  // no final line end
+    Arena arena;
+    TagFile file;
+    Status s = ReadTags(good, "t.dxf", &arena, &file);
+    ASSERT_TRUE(s.ok()) << s.message();
+    ASSERT_EQ(file.tags.size(), values.size() + 1) << nl;
+    for (size_t i = 0; i < values.size(); ++i) {
+      ASSERT_TRUE(file.tags[i].Is(1, values[i])) << nl << " value " << i;
+    }
+    EXPECT_TRUE(file.tags.back().Is(0, "EOF"));
+
+    std::string bad = data + " 40" + nl + "1.5x" + nl + "  0" + nl + "EOF" + nl;
+    s = ReadTags(bad, "t.dxf", &arena, &file);
+    EXPECT_EQ(s.message(), "t.dxf:" + std::to_string(2 * values.size() + 2) +
+                               ": group 40 expects a number, got '1.5x'");
+  }
 }
 
 TEST(TagReaderTest, BinaryValuesBecomeAsciiText) {
