@@ -6,6 +6,7 @@
 #include <system_error>
 
 #include "core/file_util.h"
+#include "dxf/version.h"
 #include "host/releases.h"
 
 namespace lmt::cli {
@@ -50,11 +51,7 @@ Result<std::string> DxfRelease(const std::string& path) {
       value + 6 > head.size()) {
     return std::string(kR12);
   }
-  std::string release = head.substr(value, 6);
-  const bool numbered =
-      release.find_first_not_of("0123456789", 2) == std::string::npos;
-  if (!numbered || release < kR12) return std::string(kR12);  // "AC2.10"
-  return release;
+  return std::string(dxf::ReleaseAsRead(head.substr(value, 6)));
 }
 
 Result<int> DxfSaveType(const std::string& release) {

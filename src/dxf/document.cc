@@ -9,6 +9,7 @@
 #include "dxf/recovery.h"
 #include "dxf/tag_reader.h"
 #include "dxf/tag_writer.h"
+#include "dxf/version.h"
 
 namespace lmt::dxf {
 namespace {
@@ -405,11 +406,7 @@ void Document::Route(RecordId id) {
 std::string_view Document::version() const {
   // Files without $ACADVER, and releases before R12 ("AC1006", "AC2.10"),
   // are read as R12, as CAD programs read them.
-  auto v = HeaderValue("$ACADVER");
-  const bool release_word =
-      v && v->size() == 6 && v->starts_with("AC") &&
-      v->find_first_not_of("0123456789", 2) == std::string_view::npos;
-  return release_word && *v >= "AC1009" ? *v : std::string_view("AC1009");
+  return ReleaseAsRead(HeaderValue("$ACADVER").value_or(""));
 }
 
 std::span<const Tag> Document::HeaderTags(std::string_view name) const {

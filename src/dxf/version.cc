@@ -227,6 +227,14 @@ std::string_view AcadVerOfYear(int year) {
   }
 }
 
+std::string_view ReleaseAsRead(std::string_view acadver) {
+  const bool release_word =
+      acadver.size() == 6 && acadver.starts_with("AC") &&
+      acadver.find_first_not_of("0123456789", 2) == std::string_view::npos;
+  return release_word && acadver >= "AC1009" ? acadver
+                                             : std::string_view("AC1009");
+}
+
 std::string_view ReleaseName(std::string_view acadver) {
   static constexpr std::pair<std::string_view, std::string_view> kNames[] = {
       {"AC1009", "R12"},    {"AC1012", "R13"},    {"AC1014", "R14"},

@@ -34,6 +34,12 @@ Status CheckTargetVersion(std::string_view acadver);
 // must be 2000 or later too.
 Status ConvertVersion(Document& doc, std::string_view acadver);
 
+// The release a drawing whose $ACADVER is `acadver` is read as: the word
+// itself, or "AC1009" (R12) for an empty word, one from before R12
+// ("AC1006", "AC2.10") or one that names no release, as CAD programs read
+// them.
+std::string_view ReleaseAsRead(std::string_view acadver);
+
 // "R12", "R14", "DXF 2000" ... for a release word; the word itself when it
 // names no release.
 std::string_view ReleaseName(std::string_view acadver);
