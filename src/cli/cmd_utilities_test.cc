@@ -128,7 +128,7 @@ TEST_F(UtilityCommandsTest, UnreadableDrawingsExitThree) {
 TEST_F(UtilityCommandsTest, R12DrawingsAreEditedInTheirOwnRelease) {
   LMT_SKIP_WITHOUT_SHARED();
   // Written by a CAD program: the layout's own viewport 267 and 26B.
-  fs::copy_file(SharedDir() + "/dxf-corpus/files/024_sample_AC1009_ascii.dxf",
+  fs::copy_file(lmt::testing::CorpusPath("024_sample_AC1009_ascii.dxf"),
                 dir_ / "r12.dxf");
   // The test drawing's viewport shows the frame at (0..42000, 0..29700);
   // the circle far below it goes, the one inside stays.

@@ -138,8 +138,7 @@ TEST_F(CreateLayoutsCommandTest, OutputEqualToDrawingReplacesIt) {
 // R12 is refused with its reason and nothing is written.
 TEST_F(CreateLayoutsCommandTest, OlderReleasesBecomeDxf2000OrAreRefused) {
   LMT_SKIP_WITHOUT_SHARED();
-  const std::string r14 =
-      lmt::testing::SharedDir() + "/dxf-corpus/files/394_Test2.dxf";
+  const std::string r14 = lmt::testing::CorpusPath("394_Test2.dxf");
   test::LayomatRun run =
       Layomat("create-layouts '" + r14 +
               "' --template layer:ENTREE__SORTIE -o '" + Out("r14.dxf") + "'");

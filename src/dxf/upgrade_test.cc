@@ -23,10 +23,6 @@ std::unique_ptr<Document> Load(const std::string& path) {
   return doc;
 }
 
-std::string CorpusFile(const std::string& name) {
-  return testing::SharedDir() + "/dxf-corpus/files/" + name;
-}
-
 Viewport ViewportWithHandle(Document& doc, uint64_t handle) {
   Entity e = doc.FindByHandle(handle);
   return Viewport(e.valid() && e.type() == "VIEWPORT" ? e : Entity());
@@ -75,7 +71,8 @@ TEST(UpgradeTest, R12IsRefusedUnchanged) {
 }
 
 TEST(UpgradeTest, R14GetsLayoutsAndFullViewportsAndTakesNewLayouts) {
-  const std::string path = CorpusFile("394_Test2.dxf");  // R14, 2 viewports
+  const std::string path =
+      testing::CorpusPath("394_Test2.dxf");  // R14, 2 viewports
   LMT_SKIP_WITHOUT_SHARED_FOR(path);
   LMT_SKIP_WITHOUT_EZDXF();
   auto doc = Load(path);

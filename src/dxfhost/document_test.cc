@@ -220,8 +220,7 @@ TEST(DocumentTest, OldReleasesAreSavedWhereTheyFit) {
         << newer.message();
     EXPECT_FALSE(std::filesystem::exists(dir + "/r12-2018.dxf"));
   }
-  const std::string r14 =
-      lmt::testing::SharedDir() + "/dxf-corpus/files/394_Test2.dxf";
+  const std::string r14 = lmt::testing::CorpusPath("394_Test2.dxf");
   LMT_SKIP_WITHOUT_SHARED_FOR(r14);
   test::Session s(r14);
   ASSERT_TRUE(s.doc->SaveAs(dir + "/r14-2018.dxf", 65).ok());

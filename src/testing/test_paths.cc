@@ -30,6 +30,10 @@ std::string SamplePath(const std::string& name) {
   return SharedDir() + "/dxf-samples/" + name;
 }
 
+std::string CorpusPath(const std::string& name) {
+  return SharedDir() + "/dxf-corpus/files/" + name;
+}
+
 std::string TestdataPath(const std::string& name) {
   return std::string(LMT_SOURCE_DIR) + "/testdata/" + name;
 }

@@ -21,6 +21,9 @@ std::string SharedDir();
 // <shared>/dxf-samples/<name>; only meaningful when SharedDir() is not "".
 std::string SamplePath(const std::string& name);
 
+// <shared>/dxf-corpus/files/<name>; the same condition.
+std::string CorpusPath(const std::string& name);
+
 // <source>/testdata/<name>.
 std::string TestdataPath(const std::string& name);
 
@@ -46,10 +49,11 @@ extern const char kSharedMissing[];
   GTEST_SKIP() << ::lmt::testing::kSharedMissing
 
 // For table-driven tests whose rows mix our drawings and shared samples:
-// skips the row when `path` (made by SamplePath) needs the missing folder.
-#define LMT_SKIP_WITHOUT_SHARED_FOR(path)               \
-  if (::lmt::testing::SharedDir().empty() &&            \
-      std::string(path).rfind("/dxf-samples/", 0) == 0) \
+// skips the row when `path` (made by SamplePath or CorpusPath) needs the
+// missing folder: without it those paths start at the root.
+#define LMT_SKIP_WITHOUT_SHARED_FOR(path)       \
+  if (::lmt::testing::SharedDir().empty() &&    \
+      std::string(path).rfind("/dxf-", 0) == 0) \
   GTEST_SKIP() << ::lmt::testing::kSharedMissing
 
 // A fixture for suites whose every test reads a shared sample.
