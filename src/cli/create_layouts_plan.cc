@@ -68,7 +68,7 @@ void WriteJson(const layouts::CreationPlan& plan,
     const layouts::FramePlan& frame = plan.frames[i];
     out << (i == 0 ? "\n" : ",\n") << "  {\"row\": " << frame.row
         << ", \"name\": " << JsonString(frame.layout_name)
-        << ", \"kind\": " << JsonString(layouts::FrameKind(table, frame.row));
+        << ", \"kind\": " << JsonString(layouts::KindOfRow(table, frame.row));
     if (const std::optional<layouts::ViewportPlan>& vp = frame.viewport) {
       out << ", \"centre\": [" << layouts::PlanNumber(vp->frame_centre.x)
           << ", " << layouts::PlanNumber(vp->frame_centre.y) << "], \"size\": ["

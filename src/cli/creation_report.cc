@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "cli/frame_output.h"
+#include "frames/frame_record.h"
 #include "host/block.h"
 #include "host/entity.h"
 #include "host/layout.h"
@@ -34,21 +35,13 @@ struct Frame {
 Frame FrameOfRow(const frames::FrameTable& table, int row) {
   Frame frame;
   if (row == 0) return frame;
-  frame.kind = table.Cell(row, Column::kTyp);
-  constexpr Column kCorners[4][2] = {{Column::kPointX1, Column::kPointY1},
-                                     {Column::kPointX2, Column::kPointY2},
-                                     {Column::kPointX3, Column::kPointY3},
-                                     {Column::kPointX4, Column::kPointY4}};
-  double sx = 0, sy = 0;
-  for (const auto& corner : kCorners) {
-    std::optional<double> x = frames::ParseNumber(table.Cell(row, corner[0]));
-    std::optional<double> y = frames::ParseNumber(table.Cell(row, corner[1]));
-    if (!x || !y) return frame;
-    sx += *x;
-    sy += *y;
+  const frames::FrameRecord record = frames::ReadRecord(table, row);
+  frame.kind = record.typ;
+  if (record.corners) {
+    const frames::Point centre = frames::CornerMean(*record.corners);
+    frame.x = centre.x;
+    frame.y = centre.y;
   }
-  frame.x = sx / 4;
-  frame.y = sy / 4;
   return frame;
 }
 

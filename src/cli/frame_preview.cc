@@ -13,6 +13,7 @@
 #include "dxf/entity_walk.h"
 #include "dxf/tag.h"
 #include "frames/frame_ordering.h"
+#include "frames/frame_record.h"
 
 namespace lmt::cli {
 namespace {
@@ -127,7 +128,8 @@ Result<std::string> RenderFramePreview(const std::string& drawing,
   outlines.precision(10);
   labels.precision(10);
   for (int r = 1; r < table.row_count(); ++r) {
-    std::optional<frames::Quad> q = table.Corners(r);
+    const frames::FrameRecord frame = frames::ReadRecord(table, r);
+    const std::optional<frames::Quad>& q = frame.corners;
     if (!q) continue;
     outlines << "<polygon points=\"";
     for (const frames::Point& p : *q) {
@@ -139,10 +141,9 @@ Result<std::string> RenderFramePreview(const std::string& drawing,
     const double size = std::max(e.max_x - e.min_x, e.max_y - e.min_y) / 12;
     const double cx = (e.min_x + e.max_x) / 2, cy = (e.min_y + e.max_y) / 2;
     labels << "<text x=\"" << cx << "\" y=\"" << -cy << "\" font-size=\""
-           << size << "\">" << Escape(table.Cell(r, frames::Column::kNumber))
-           << "</text>\n<text x=\"" << cx << "\" y=\"" << -cy + size
-           << "\" font-size=\"" << size / 2 << "\">"
-           << Escape(table.Cell(r, frames::Column::kLayoutName)) << "</text>\n";
+           << size << "\">" << Escape(frame.number) << "</text>\n<text x=\""
+           << cx << "\" y=\"" << -cy + size << "\" font-size=\"" << size / 2
+           << "\">" << Escape(frame.layout_name) << "</text>\n";
   }
   if (view.empty()) view = painter.bounds;
   if (view.empty()) view = Bounds{0, 0, 1, 1};

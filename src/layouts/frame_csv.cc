@@ -5,6 +5,7 @@
 
 #include "core/check.h"
 #include "core/file_util.h"
+#include "frames/frame_record.h"
 #include "host/entity.h"
 #include "layouts/sheet_texts.h"
 
@@ -41,11 +42,10 @@ std::vector<FrameAttributes> ReadFrameAttributes(
     host::Document& document, const frames::FrameTable& table) {
   std::vector<FrameAttributes> rows;
   for (int r = 1; r < table.row_count(); ++r) {
-    const std::string& typ = table.Cell(r, frames::Column::kTyp);
-    const std::string& id = table.Cell(r, frames::Column::kId);
-    const bool reference = typ == frames::kTypBlock || typ == frames::kTypXRef;
-    rows.push_back(reference && !id.empty() ? AttributesOf(document, id)
-                                            : FrameAttributes());
+    const frames::FrameRecord frame = frames::ReadRecord(table, r);
+    rows.push_back(frame.is_reference() && !frame.id.empty()
+                       ? AttributesOf(document, frame.id)
+                       : FrameAttributes());
   }
   return rows;
 }

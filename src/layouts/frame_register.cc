@@ -5,6 +5,7 @@
 #include <map>
 #include <set>
 
+#include "frames/frame_record.h"
 #include "layouts/sheet_texts.h"
 
 namespace lmt::layouts {
@@ -243,13 +244,17 @@ RegisterOutcome ApplyRegister(const Register& reg,
                               const frames::FrameTable& found) {
   RegisterOutcome outcome{found, {}, {}};
   std::map<std::string, int> by_id;
-  std::vector<std::optional<frames::Quad>> corners(
+  // Index r holds row r's record; index 0 (the header) stays blank.
+  std::vector<frames::FrameRecord> records(
       static_cast<size_t>(found.row_count()));
   for (int r = 1; r < found.row_count(); ++r) {
-    const std::string& id = found.Cell(r, frames::Column::kId);
+    records[static_cast<size_t>(r)] = frames::ReadRecord(found, r);
+    const std::string& id = records[static_cast<size_t>(r)].id;
     if (!id.empty()) by_id.emplace(id, r);
-    corners[static_cast<size_t>(r)] = found.Corners(r);
   }
+  auto corners_of = [&](int r) -> const std::optional<frames::Quad>& {
+    return records[static_cast<size_t>(r)].corners;
+  };
   std::vector<int> taken_by(static_cast<size_t>(found.row_count()), 0);
   std::vector<int> chosen;  // found rows in register order
   for (size_t i = 0; i < reg.rows.size(); ++i) {
@@ -257,8 +262,7 @@ RegisterOutcome ApplyRegister(const Register& reg,
     const int number = static_cast<int>(i) + 1;
     auto fits = [&](int r) {
       return !row.corners ||
-             (corners[static_cast<size_t>(r)] &&
-              SameCorners(*row.corners, *corners[static_cast<size_t>(r)]));
+             (corners_of(r) && SameCorners(*row.corners, *corners_of(r)));
     };
     int match = 0;
     if (auto it = by_id.find(row.id);
@@ -267,7 +271,7 @@ RegisterOutcome ApplyRegister(const Register& reg,
     } else if (row.corners) {
       int repeated = 0;
       for (int r = 1; r < found.row_count() && match == 0; ++r) {
-        if (!corners[static_cast<size_t>(r)] || !fits(r)) continue;
+        if (!corners_of(r) || !fits(r)) continue;
         if (taken_by[static_cast<size_t>(r)] != 0) {
           repeated = r;
           continue;
@@ -291,10 +295,10 @@ RegisterOutcome ApplyRegister(const Register& reg,
     taken_by[static_cast<size_t>(match)] = number;
     chosen.push_back(match);
     RegisteredFrame frame;
-    frame.layout = row.layout_name.empty()
-                       ? found.Cell(match, frames::Column::kLayoutName)
-                       : row.layout_name;
-    frame.id = found.Cell(match, frames::Column::kId);
+    const frames::FrameRecord& matched = records[static_cast<size_t>(match)];
+    frame.layout =
+        row.layout_name.empty() ? matched.layout_name : row.layout_name;
+    frame.id = matched.id;
     frame.values = row.values;
     frame.table_row = static_cast<int>(chosen.size());
     outcome.frames.push_back(std::move(frame));
@@ -306,8 +310,8 @@ RegisterOutcome ApplyRegister(const Register& reg,
     if (taken_by[static_cast<size_t>(r)] != 0) continue;
     ++unlisted_count;
     unlisted += (unlisted.empty() ? "" : ", ") +
-                found.Cell(r, frames::Column::kNumber) + " (ID " +
-                found.Cell(r, frames::Column::kId) + ")";
+                records[static_cast<size_t>(r)].number + " (ID " +
+                records[static_cast<size_t>(r)].id + ")";
   }
   if (unlisted_count > 0) {
     outcome.warnings.push_back(

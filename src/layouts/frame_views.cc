@@ -2,6 +2,7 @@
 
 #include <numbers>
 
+#include "frames/frame_record.h"
 #include "layouts/creation_parameters.h"
 #include "layouts/viewport_geometry.h"
 
@@ -9,15 +10,15 @@ namespace lmt::layouts {
 
 std::optional<host::NamedView> FrameView(const frames::FrameTable& table,
                                          int row) {
-  const std::string& name = table.Cell(row, frames::Column::kLayoutName);
-  std::optional<frames::Quad> corners = table.Corners(row);
-  if (name.empty() || !corners) return std::nullopt;
+  const frames::FrameRecord frame = frames::ReadRecord(table, row);
+  if (frame.layout_name.empty() || !frame.corners) return std::nullopt;
+  const frames::Quad& corners = *frame.corners;
   const double angle =
-      ExtendedViewAngle(*corners, FrameOrientation::kHorizontal);
-  const FrameExtent extent = ExtentAlong(*corners, angle);
-  const frames::Point centre = FrameCentre(*corners);
+      ExtendedViewAngle(corners, FrameOrientation::kHorizontal);
+  const FrameExtent extent = ExtentAlong(corners, angle);
+  const frames::Point centre = FrameCentre(corners);
   host::NamedView view;
-  view.name = name;
+  view.name = frame.layout_name;
   view.center = host::Point{centre.x, centre.y, 0};
   view.width = extent.width * kViewMargin;
   view.height = extent.height * kViewMargin;

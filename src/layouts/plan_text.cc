@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <numbers>
 
+#include "frames/frame_record.h"
 #include "layouts/plan_checks.h"
 
 namespace lmt::layouts {
@@ -21,12 +22,10 @@ double TwistDegrees(double radians) {
   return degrees;
 }
 
-std::string FrameKind(const frames::FrameTable& table, int row) {
-  const std::string& typ = table.Cell(row, frames::Column::kTyp);
-  if (typ == frames::kTypBlock) return "block";
-  if (typ == frames::kTypXRef) return "xref";
-  if (typ == frames::kTypPolyline) return "polyline";
-  return typ;
+std::string KindOfRow(const frames::FrameTable& table, int row) {
+  frames::FrameRecord record = frames::ReadRecord(table, row);
+  if (record.kind == frames::FrameKind::kNone) return record.typ;
+  return std::string(frames::KindWord(record.kind));
 }
 
 std::vector<PlanRow> PlanRows(const CreationPlan& plan,
@@ -34,7 +33,7 @@ std::vector<PlanRow> PlanRows(const CreationPlan& plan,
   std::vector<PlanRow> rows;
   for (const FramePlan& frame : plan.frames) {
     PlanRow row{
-        frame.layout_name, FrameKind(table, frame.row), "-", "-", "-", "-"};
+        frame.layout_name, KindOfRow(table, frame.row), "-", "-", "-", "-"};
     if (const std::optional<ViewportPlan>& vp = frame.viewport) {
       row.centre =
           PlanNumber(vp->frame_centre.x) + "," + PlanNumber(vp->frame_centre.y);

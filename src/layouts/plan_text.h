@@ -22,7 +22,7 @@ double TwistDegrees(double radians);
 
 // "polyline", "block" or "xref" from row `row`'s "Typ" cell (the cell's
 // text when it is none of them).
-std::string FrameKind(const frames::FrameTable& table, int row);
+std::string KindOfRow(const frames::FrameTable& table, int row);
 
 // One planned layout as texts; the viewport's fields are "-" for a layout
 // without a viewport.

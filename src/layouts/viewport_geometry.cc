@@ -4,13 +4,9 @@
 #include <cmath>
 #include <numbers>
 
-#include "core/check.h"
-#include "frames/frame_template.h"
-
 namespace lmt::layouts {
 namespace {
 
-using frames::Column;
 using frames::Point;
 using frames::Quad;
 
@@ -58,14 +54,9 @@ ViewportView CopyOf(const ViewportView& main, const CreationParameters& p) {
 }  // namespace
 
 std::optional<FrameRow> ReadFrameRow(const frames::FrameTable& table, int row) {
-  LMT_CHECK(row > 0 && row < table.row_count());
-  std::optional<Quad> corners = table.Corners(row);
-  if (!corners) return std::nullopt;
-  FrameRow r;
-  r.corners = *corners;
-  r.typ = table.Cell(row, Column::kTyp);
-  r.angle = table.Number(row, Column::kAngle).value_or(0);
-  return r;
+  frames::FrameRecord record = frames::ReadRecord(table, row);
+  if (!record.corners) return std::nullopt;
+  return FrameRow{*record.corners, record.kind, record.angle};
 }
 
 Point FrameCentre(const Quad& q) {
@@ -104,11 +95,9 @@ double ViewAngle(const Quad& corners, FrameOrientation orientation,
 
 double BlockAngle(const FrameRow& row, bool rotate_by_block) {
   if (!rotate_by_block) return 0;
-  if (frames::EqualsNoCase(row.typ, frames::kTypBlock) ||
-      frames::EqualsNoCase(row.typ, frames::kTypXRef)) {
-    return row.angle;
-  }
-  return 0;
+  const bool reference = row.kind == frames::FrameKind::kBlock ||
+                         row.kind == frames::FrameKind::kXRef;
+  return reference ? row.angle : 0;
 }
 
 FrameExtent ExtentAlong(const Quad& corners, double view_angle) {

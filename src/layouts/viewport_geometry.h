@@ -19,6 +19,7 @@
 #include <optional>
 #include <string>
 
+#include "frames/frame_record.h"
 #include "frames/frame_table.h"
 #include "layouts/creation_parameters.h"
 
@@ -27,13 +28,12 @@ namespace lmt::layouts {
 // The values of one frame row the viewport needs.
 struct FrameRow {
   frames::Quad corners;  // model space, in the order read
-  std::string typ;       // "Polyline", "Block" or "XRef"
-  double angle = 0;      // the reference's rotation, radians
+  frames::FrameKind kind = frames::FrameKind::kNone;
+  double angle = 0;  // the reference's rotation, radians
 };
 
-// Reads corners, "Typ" and "Angle" of a data row. Nullopt when a corner
-// cell is not a number; an empty or unreadable "Angle" counts as 0.
-// REQUIRES: 0 < row < table.row_count().
+// The corners, kind and angle of a data row's record; nullopt when a corner
+// cell is not a number. REQUIRES: 0 < row < table.row_count().
 std::optional<FrameRow> ReadFrameRow(const frames::FrameTable& table, int row);
 
 // The midpoint of the diagonal from corner 1 to corner 3.

@@ -9,6 +9,7 @@
 namespace lmt::layouts {
 namespace {
 
+using frames::FrameKind;
 using frames::Point;
 using frames::Quad;
 
@@ -89,8 +90,9 @@ TEST(StandardViewAngleTest, DownLeftFrameGetsTheTwistOfUpRight) {
   for (double a : {0.0, 25.0, 70.0}) {
     CreationParameters p;
     p.scale = 0.01;
-    FrameRow up{Rectangle(c, 420, 297, Deg(a)), "Polyline", 0};
-    FrameRow down{Rectangle(c, 420, 297, Deg(a + 180)), "Polyline", 0};
+    FrameRow up{Rectangle(c, 420, 297, Deg(a)), FrameKind::kPolyline, 0};
+    FrameRow down{Rectangle(c, 420, 297, Deg(a + 180)), FrameKind::kPolyline,
+                  0};
     auto pu = PlanViewport(up, p, 0);
     auto pd = PlanViewport(down, p, 0);
     ASSERT_TRUE(pu && pd);
@@ -144,10 +146,10 @@ TEST(ExtendedViewAngleTest, ExactlyVerticalSideGivesAQuarterTurn) {
 }
 
 TEST(BlockAngleTest, OnlyForBlocksAndXRefsWithTheCheck) {
-  EXPECT_EQ(BlockAngle({{}, "Block", 1.5}, true), 1.5);
-  EXPECT_EQ(BlockAngle({{}, "xref", 1.5}, true), 1.5);
-  EXPECT_EQ(BlockAngle({{}, "Polyline", 1.5}, true), 0);
-  EXPECT_EQ(BlockAngle({{}, "Block", 1.5}, false), 0);
+  EXPECT_EQ(BlockAngle({{}, FrameKind::kBlock, 1.5}, true), 1.5);
+  EXPECT_EQ(BlockAngle({{}, FrameKind::kXRef, 1.5}, true), 1.5);
+  EXPECT_EQ(BlockAngle({{}, FrameKind::kPolyline, 1.5}, true), 0);
+  EXPECT_EQ(BlockAngle({{}, FrameKind::kBlock, 1.5}, false), 0);
 }
 
 // Every combination of frame direction, outline orientation, rule, block
@@ -222,7 +224,8 @@ void CheckFrameFillsViewport(const FillCase& c) {
   const double along = c.portrait_outline ? 29700 : 42000;
   const double across = c.portrait_outline ? 42000 : 29700;
   FrameRow row{Rectangle(centre, along, across, Deg(c.first_side_degrees)),
-               c.block ? "Block" : "Polyline", Deg(c.first_side_degrees)};
+               c.block ? FrameKind::kBlock : FrameKind::kPolyline,
+               Deg(c.first_side_degrees)};
   CreationParameters p;
   p.scale_mode = c.from_width ? ScaleMode::kFromWidth : ScaleMode::kFixed;
   p.scale = 0.01;
@@ -259,7 +262,7 @@ TEST(PlanViewportTest, ExactlyAxisAlignedOutlinesFillTheirViewport) {
         p.rotation_rule = rule;
         SCOPED_TRACE(::testing::Message() << q[1].x << "," << q[1].y << " o"
                                           << int(o) << " r" << int(rule));
-        ExpectFrameFillsViewport({q, "Polyline", 0}, p);
+        ExpectFrameFillsViewport({q, FrameKind::kPolyline, 0}, p);
       }
     }
   }
@@ -270,9 +273,9 @@ TEST(PlanViewportTest, ScaleFromWidthIgnoresTheFixedFields) {
   p.scale_mode = ScaleMode::kFromWidth;
   p.scale = 1;  // the fixed fields say 1:1
   p.frame_paper_length = 420;
-  FrameRow wide{Rectangle({0, 0}, 84000, 59400, 0), "Polyline", 0};
+  FrameRow wide{Rectangle({0, 0}, 84000, 59400, 0), FrameKind::kPolyline, 0};
   EXPECT_DOUBLE_EQ(PlanViewport(wide, p, 1)->scale, 0.005);
-  FrameRow a3{Rectangle({0, 0}, 42000, 29700, 0), "Polyline", 0};
+  FrameRow a3{Rectangle({0, 0}, 42000, 29700, 0), FrameKind::kPolyline, 0};
   EXPECT_DOUBLE_EQ(PlanViewport(a3, p, 1)->scale, 0.01);
 }
 
@@ -281,7 +284,8 @@ TEST(PlanViewportTest, ZeroWidthFrameKeepsThePreviousScale) {
   p.scale_mode = ScaleMode::kFromWidth;
   p.frame_paper_length = 420;
   p.increment = 5;
-  FrameRow flat{Corners({{0, 0}, {0, 0}, {0, 0}, {0, 0}}), "Polyline", 0};
+  FrameRow flat{Corners({{0, 0}, {0, 0}, {0, 0}, {0, 0}}), FrameKind::kPolyline,
+                0};
   std::optional<ViewportPlan> plan = PlanViewport(flat, p, 0.02);
   ASSERT_TRUE(plan);
   EXPECT_EQ(plan->scale, 0.02);
@@ -290,12 +294,13 @@ TEST(PlanViewportTest, ZeroWidthFrameKeepsThePreviousScale) {
 
 TEST(PlanViewportTest, NoViewportWithoutScaleOrSize) {
   CreationParameters p;
-  FrameRow a3{Rectangle({0, 0}, 42000, 29700, 0), "Polyline", 0};
+  FrameRow a3{Rectangle({0, 0}, 42000, 29700, 0), FrameKind::kPolyline, 0};
   p.scale = 0;
   EXPECT_FALSE(PlanViewport(a3, p, 0));
   p.scale_mode = ScaleMode::kFromWidth;  // L = 0 gives scale 0 too
   EXPECT_FALSE(PlanViewport(a3, p, 0.01));
-  FrameRow flat{Corners({{0, 0}, {0, 0}, {0, 0}, {0, 0}}), "Polyline", 0};
+  FrameRow flat{Corners({{0, 0}, {0, 0}, {0, 0}, {0, 0}}), FrameKind::kPolyline,
+                0};
   p.scale_mode = ScaleMode::kFixed;
   p.scale = 0.01;
   EXPECT_FALSE(PlanViewport(flat, p, 0.01));
@@ -305,7 +310,8 @@ TEST(PlanViewportTest, IncrementWidensAroundTheSameCentre) {
   CreationParameters p;
   p.scale = 0.01;
   p.corner = {10, 10};
-  FrameRow row{Rectangle({500, 500}, 42000, 29700, Deg(30)), "Polyline", 0};
+  FrameRow row{Rectangle({500, 500}, 42000, 29700, Deg(30)),
+               FrameKind::kPolyline, 0};
   auto plain = PlanViewport(row, p, 0);
   p.increment = 10;
   auto wider = PlanViewport(row, p, 0);
@@ -330,7 +336,8 @@ TEST(PlanViewportTest, IncrementWidensAroundTheSameCentre) {
 TEST(PlanViewportTest, MatchesTheWorkedViewportExample) {
   CreationParameters p;
   p.scale = 1.0 / 50;
-  FrameRow a1{Rectangle({5000, 3000}, 42050, 29700, Deg(30)), "Polyline", 0};
+  FrameRow a1{Rectangle({5000, 3000}, 42050, 29700, Deg(30)),
+              FrameKind::kPolyline, 0};
   auto plan = PlanViewport(a1, p, 0);
   ASSERT_TRUE(plan);
   const ViewportView& vp = plan->viewport;
@@ -344,7 +351,8 @@ TEST(PlanViewportTest, MatchesTheWorkedViewportExample) {
 TEST(ViewportViewTest, WithTargetKeepsEveryPointInPlace) {
   CreationParameters p;
   p.scale = 0.01;
-  FrameRow row{Rectangle({800, -300}, 42000, 29700, Deg(-40)), "Block", 0};
+  FrameRow row{Rectangle({800, -300}, 42000, 29700, Deg(-40)),
+               FrameKind::kBlock, 0};
   ViewportView vp = PlanViewport(row, p, 0)->viewport;
   ViewportView at_frame = WithTarget(vp, {800, -300});
   ExpectNear(at_frame.view_centre, {0, 0}, 1e-6);
@@ -362,7 +370,8 @@ TEST(PlanViewportTest, CopyViewportShowsTheFrameCentreAtItsOwnScale) {
   p.copy_width = 80;
   p.copy_height = 60;
   Point centre{3000, 4000};
-  FrameRow row{Rectangle(centre, 42000, 29700, Deg(15)), "Polyline", 0};
+  FrameRow row{Rectangle(centre, 42000, 29700, Deg(15)), FrameKind::kPolyline,
+               0};
   auto plan = PlanViewport(row, p, 0);
   ASSERT_TRUE(plan && plan->copy);
   const ViewportView& copy = *plan->copy;
@@ -381,20 +390,6 @@ TEST(PlanViewportTest, CopyViewportShowsTheFrameCentreAtItsOwnScale) {
   p.copy_scale = 0.002;
   p.copy_viewport = false;
   EXPECT_FALSE(PlanViewport(row, p, 0)->copy);
-}
-
-TEST(ReadFrameRowTest, ReadsCornersTypAndAngle) {
-  frames::FrameTable table;
-  table.SetRowCount(3);
-  table.SetCorners(1, Rectangle({0, 0}, 4, 2, 0));
-  table.SetCell(1, frames::Column::kTyp, "Block");
-  table.SetCell(1, frames::Column::kAngle, "0.5");
-  std::optional<FrameRow> row = ReadFrameRow(table, 1);
-  ASSERT_TRUE(row);
-  EXPECT_EQ(row->typ, "Block");
-  EXPECT_EQ(row->angle, 0.5);
-  EXPECT_EQ(row->corners[2], (Point{2, 1}));
-  EXPECT_FALSE(ReadFrameRow(table, 2));  // blank corners
 }
 
 }  // namespace
