@@ -2,12 +2,23 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+#include <optional>
 #include <set>
+#include <string>
+#include <vector>
 
 #include "core/fixed_lists.h"
 
 namespace lmt::core {
 namespace {
+
+std::optional<double> NumberOf(const std::string& text) {
+  char* end = nullptr;
+  const double value = std::strtod(text.c_str(), &end);
+  if (text.empty() || *end != '\0') return std::nullopt;
+  return value;
+}
 
 // Two controls with one key would make the second unreachable by settings
 // and --set.
@@ -30,22 +41,27 @@ TEST(WindowsTest, NamesAndKeysAreUnique) {
   EXPECT_EQ(windows.Secondary().size() + 1, windows.All().size());
 }
 
-TEST(WindowsTest, DesignedValues) {
+// A default the settings file cannot hold would be lost at the first save,
+// and a choice outside its list would show nothing.
+TEST(WindowsTest, EveryDefaultSurvivesTheSettingsFile) {
   Windows w;
-  EXPECT_EQ(w.okno_sozdat_layout.text_mashtab_bumaga.text(), "1");
-  EXPECT_EQ(w.okno_sozdat_layout.text_mashtab_model.text(), "100");
-  EXPECT_EQ(w.okno_sozdat_layout.option_select_mashtab.selected(), 0);
-  EXPECT_FALSE(w.okno_sozdat_layout.text_name_sloi_viewport.text().empty());
-  EXPECT_EQ(w.okno_lmt.text_stroka_name_file.text(), "20");
-  EXPECT_EQ(w.okno_lmt.option_block_poisk.selected(), 0);
-  EXPECT_EQ(w.okno_lmt.option_sortirovka_spisok.selected(), 0);
-  EXPECT_EQ(w.okno_lmt.option_sort_point.selected(), 0);
-  EXPECT_EQ(w.okno_option.option_okruglenie.selected(), 0);
-  EXPECT_EQ(w.okno_lmt.combo_versia_cad.text(), "AutoCAD");
-  EXPECT_EQ(w.okno_lmt.combo_nomer_autocad.text(), "Auto");
-  EXPECT_EQ(w.okno_filter.combo_color_linii.text(), "ByLayer");
-  EXPECT_EQ(w.okno_function_run_script.uni_text_text_skript.text(),
-            "_Layout\r\n_Set\r\nLayout1");
+  for (Window* window : w.All()) {
+    for (Control* control : window->controls()) {
+      const std::string where = window->name() + "." + control->name();
+      if (auto* group = dynamic_cast<OptionGroup*>(control)) {
+        EXPECT_TRUE(group->selected() >= 0 && group->selected() < group->size())
+            << where;
+      }
+      if (auto* combo = dynamic_cast<ComboBox*>(control)) {
+        EXPECT_LT(combo->selected(), combo->size()) << where;
+      }
+      for (int slot = 0; slot < control->slot_count(); ++slot) {
+        const std::string word = control->ValueWord(slot);
+        EXPECT_TRUE(control->SetValueWord(slot, word).ok()) << where;
+        EXPECT_EQ(control->ValueWord(slot), word) << where;
+      }
+    }
+  }
 }
 
 TEST(WindowsTest, DependentControlsFollowTheirChoice) {
@@ -65,26 +81,32 @@ TEST(WindowsTest, DependentControlsFollowTheirChoice) {
   EXPECT_FALSE(s.text_mashtab_annotation_model.enabled());
 }
 
-TEST(FixedListsTest, TablesAsTheProductHasThem) {
-  const auto versions = SaveVersionList(kSaveVersionDefaultEnglish);
-  ASSERT_EQ(versions.size(), static_cast<size_t>(kSaveVersionCount));
-  EXPECT_EQ(versions[0], "Active AutoCAD release");
-  EXPECT_EQ(versions[1], "AutoCAD R12 DXF (*.dxf)");
-  EXPECT_EQ(versions[19], "AutoCAD 2021 DXF (*.dxf)");
-  const auto colors = ColorList();
-  ASSERT_EQ(colors.size(), 256u);
-  EXPECT_EQ(colors[2], "1");
-  EXPECT_EQ(colors.back(), "254");
-  const auto weights = LineweightList();
-  ASSERT_EQ(weights.size(), 27u);
-  EXPECT_EQ(weights[2], "Default");
-  EXPECT_EQ(weights[3], "0.00");
-  EXPECT_EQ(weights.back(), "2.11");
-  const auto releases = AutoCadReleaseList();
-  ASSERT_EQ(releases.size(), 15u);
-  EXPECT_EQ(releases[1], "09");
-  EXPECT_EQ(releases.back(), "22");
+// The lists the windows offer: no blank or repeated entry, numbered entries
+// in ascending order, and as many entries as the stored indexes expect.
+TEST(FixedListsTest, EntriesAreDistinctAndNumbersAscend) {
+  const std::vector<std::vector<std::string>> lists = {
+      SaveVersionList(kSaveVersionDefaultEnglish),
+      ColorList(),
+      LineweightList(),
+      AutoCadReleaseList(),
+      HostKindList(),
+      LinetypeList()};
+  for (const std::vector<std::string>& list : lists) {
+    std::set<std::string> seen;
+    double last = -1;
+    for (const std::string& entry : list) {
+      EXPECT_FALSE(entry.empty());
+      EXPECT_TRUE(seen.insert(entry).second) << entry;
+      std::optional<double> number = NumberOf(entry);
+      if (!number) continue;
+      EXPECT_GT(*number, last) << entry;
+      last = *number;
+    }
+  }
+  EXPECT_EQ(SaveVersionList(kSaveVersionDefaultEnglish).size(),
+            static_cast<size_t>(kSaveVersionCount));
   EXPECT_EQ(HostKindList().size(), static_cast<size_t>(kHostKindCount));
+  EXPECT_EQ(ColorList().size(), 256u);
 }
 
 }  // namespace

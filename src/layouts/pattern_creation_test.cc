@@ -39,6 +39,22 @@ frames::FrameTable FrameRow() {
   return table;
 }
 
+// A pattern layout: its name, what it holds besides its own viewport, and
+// its paper.
+struct Pattern {
+  std::string name;
+  std::vector<std::string> types;
+  std::string plot_config;
+  double paper_w, paper_h;
+};
+const Pattern kExamplePattern{"Pattern", {"TEXT"}, "Adobe PDF", 420, 297};
+const Pattern kSheetsPattern{"Pattern", {"TEXT"}, "DWG to PDF.pc3", 420, 297};
+const Pattern kSampleLayout2{"Layout2",
+                             {"VIEWPORT"},
+                             "none_device",
+                             215.8999938964844,
+                             279.3999938964844};
+
 struct PatternCase {
   const char* name;
   host::HostKind kind;
@@ -46,11 +62,7 @@ struct PatternCase {
   int save_type;  // the drawing's own release
   int mode;
   std::string template_file;  // mode 2
-  std::string pattern;
-  // What the pattern layout holds besides its own viewport, and its paper.
-  std::vector<std::string> pattern_types;
-  std::string plot_config;
-  double paper_w, paper_h;
+  Pattern pattern;
 };
 
 class PatternCreationTest : public ::testing::TestWithParam<PatternCase> {
@@ -70,7 +82,7 @@ class PatternCreationTest : public ::testing::TestWithParam<PatternCase> {
     run_->user.AllowUnusedAnswers();
     core::Windows& w = run_->windows;
     w.okno_lmt.option_vid_sozdat_layout.SetButton(c.mode, true);
-    w.okno_lmt.uni_text_name_obrazec_layout.set_text(c.pattern);
+    w.okno_lmt.uni_text_name_obrazec_layout.set_text(c.pattern.name);
     w.okno_lmt.uni_text_name_obrazec_put_file_layout.set_text(c.template_file);
     auto& p = w.okno_sozdat_layout;
     p.text_mashtab_bumaga.set_text("1");
@@ -107,21 +119,21 @@ TEST_P(PatternCreationTest, CopiesPatternAndLeavesNothingTemporary) {
   for (const auto& [layer, frozen] : d.layers_frozen) {
     EXPECT_FALSE(frozen) << layer;
   }
-  ASSERT_NE(d.layout(c.pattern), nullptr) << "the pattern stays";
+  ASSERT_NE(d.layout(c.pattern.name), nullptr) << "the pattern stays";
 
   for (int r = 1; r <= 3; ++r) {
     const std::string name = "Sheet-" + std::to_string(r);
     SCOPED_TRACE(name);
     const test::LayoutRecord* layout = d.layout(name);
     ASSERT_NE(layout, nullptr);
-    EXPECT_EQ(layout->plot_config, c.plot_config);
-    EXPECT_NEAR(layout->paper_w, c.paper_w, 1e-6);
-    EXPECT_NEAR(layout->paper_h, c.paper_h, 1e-6);
+    EXPECT_EQ(layout->plot_config, c.pattern.plot_config);
+    EXPECT_NEAR(layout->paper_w, c.pattern.paper_w, 1e-6);
+    EXPECT_NEAR(layout->paper_h, c.pattern.paper_h, 1e-6);
     // Its own viewport first, the pattern's objects in their order, then
     // the frame's viewport.
     std::vector<std::string> expected = {"VIEWPORT"};
-    expected.insert(expected.end(), c.pattern_types.begin(),
-                    c.pattern_types.end());
+    expected.insert(expected.end(), c.pattern.types.begin(),
+                    c.pattern.types.end());
     expected.push_back("VIEWPORT");
     EXPECT_EQ(layout->types, expected);
 
@@ -158,87 +170,34 @@ TEST_P(PatternCreationTest, CopiesPatternAndLeavesNothingTemporary) {
 
 INSTANTIATE_TEST_SUITE_P(
     Drawings, PatternCreationTest,
+    // clang-format off
     ::testing::Values(
-        PatternCase{"ExampleCopyAutoCAD",
-                    host::HostKind::kAutoCad,
-                    test::TestdataPath("example.dxf"),
-                    65,
-                    1,
-                    "",
-                    "Pattern",
-                    {"TEXT"},
-                    "Adobe PDF",
-                    420,
-                    297},
-        PatternCase{"ExampleCopyNanoCAD",
-                    host::HostKind::kNanoCad,
-                    test::TestdataPath("example.dxf"),
-                    65,
-                    1,
-                    "",
-                    "Pattern",
-                    {"TEXT"},
-                    "Adobe PDF",
-                    420,
-                    297},
-        PatternCase{"ExampleTemplateAutoCAD",
-                    host::HostKind::kAutoCad,
-                    test::TestdataPath("example.dxf"),
-                    65,
-                    2,
-                    test::SamplePath("s_AC1032.dxf"),
-                    "Layout2",
-                    {"VIEWPORT"},
-                    "none_device",
-                    215.8999938964844,
-                    279.3999938964844},
-        PatternCase{"ExampleTemplateZWCAD",
-                    host::HostKind::kZwCad,
-                    test::TestdataPath("example.dxf"),
-                    65,
-                    2,
-                    test::SamplePath("s_AC1032.dxf"),
-                    "Layout2",
-                    {"VIEWPORT"},
-                    "none_device",
-                    215.8999938964844,
-                    279.3999938964844},
-        PatternCase{"Release2000TemplateNanoCAD",
-                    host::HostKind::kNanoCad,
-                    test::SamplePath("s_AC1015.dxf"),
-                    13,
-                    2,
-                    test::TestdataPath("example.dxf"),
-                    "Pattern",
-                    {"TEXT"},
-                    "Adobe PDF",
-                    420,
-                    297},
+        PatternCase{"ExampleCopyAutoCAD", host::HostKind::kAutoCad,
+                    test::TestdataPath("example.dxf"), 65, 1, "",
+                    kExamplePattern},
+        PatternCase{"ExampleCopyNanoCAD", host::HostKind::kNanoCad,
+                    test::TestdataPath("example.dxf"), 65, 1, "",
+                    kExamplePattern},
+        PatternCase{"ExampleTemplateAutoCAD", host::HostKind::kAutoCad,
+                    test::TestdataPath("example.dxf"), 65, 2,
+                    test::SamplePath("s_AC1032.dxf"), kSampleLayout2},
+        PatternCase{"ExampleTemplateZWCAD", host::HostKind::kZwCad,
+                    test::TestdataPath("example.dxf"), 65, 2,
+                    test::SamplePath("s_AC1032.dxf"), kSampleLayout2},
+        PatternCase{"Release2000TemplateNanoCAD", host::HostKind::kNanoCad,
+                    test::SamplePath("s_AC1015.dxf"), 13, 2,
+                    test::TestdataPath("example.dxf"), kExamplePattern},
         // The same over our own sheet set (testdata/releases).
-        PatternCase{"Release2000CopyAutoCAD",
-                    host::HostKind::kAutoCad,
-                    test::TestdataPath("releases/sheets_2000.dxf"),
-                    13,
-                    1,
-                    "",
-                    "Pattern",
-                    {"TEXT"},
-                    "DWG to PDF.pc3",
-                    420,
-                    297},
+        PatternCase{"Release2000CopyAutoCAD", host::HostKind::kAutoCad,
+                    test::TestdataPath("releases/sheets_2000.dxf"), 13, 1, "",
+                    kSheetsPattern},
         // The drawing has no "Pattern" of its own, which would keep the
         // template's layout out.
-        PatternCase{"ExampleTemplateBinaryZWCAD",
-                    host::HostKind::kZwCad,
-                    test::TestdataPath("frames/mixed.dxf"),
-                    65,
-                    2,
+        PatternCase{"ExampleTemplateBinaryZWCAD", host::HostKind::kZwCad,
+                    test::TestdataPath("frames/mixed.dxf"), 65, 2,
                     test::TestdataPath("releases/sheets_2018_bin.dxf"),
-                    "Pattern",
-                    {"TEXT"},
-                    "DWG to PDF.pc3",
-                    420,
-                    297}),
+                    kSheetsPattern}),
+    // clang-format on
     [](const auto& info) { return std::string(info.param.name); });
 
 // A row named like an existing layout is skipped: the host refuses the
