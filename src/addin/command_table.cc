@@ -11,7 +11,7 @@ constexpr std::string_view kMain = "OknoLmt";
 
 constexpr CommandEntry kTable[] = {
     // The main window's menu.
-    {kMain, "mnuObrazec", A::kGetObrazec, ""},
+    {kMain, "mnuObrazec", A::kCaptureTemplate, ""},
     {kMain, "mnuSelectAll", A::kSearchAll, ""},
     {kMain, "mnuSelect", A::kSearchOnScreen, ""},
     {kMain, "mnuSozdat", A::kCreateLayouts, ""},
@@ -28,7 +28,7 @@ constexpr CommandEntry kTable[] = {
     {kMain, "mnuOption", A::kShowWindow, "OknoOption"},
     {kMain, "mnuAbout", A::kShowAbout, ""},
     // The main window's buttons.
-    {kMain, "Command_GetObrazec", A::kGetObrazec, ""},
+    {kMain, "Command_GetObrazec", A::kCaptureTemplate, ""},
     {kMain, "Command_ParamFilter", A::kShowWindow, "OknoFilter"},
     {kMain, "Command_GetAll", A::kSearchAll, ""},
     {kMain, "Command_GetVibor", A::kSearchOnScreen, ""},
@@ -43,7 +43,7 @@ constexpr CommandEntry kTable[] = {
     {kMain, "Command_PeremestitStrokuVverh", A::kRowUp, ""},
     {kMain, "Command_PeremestitStrokuVniz", A::kRowDown, ""},
     {kMain, "Command_UdalitStroku", A::kRowDelete, ""},
-    {kMain, "Command_Prervat", A::kPrervat, ""},
+    {kMain, "Command_Prervat", A::kInterrupt, ""},
     {kMain, "Command_GetNameLayouts", A::kShowNameLayouts, ""},
     {kMain, "Command_ParamSozdatLayout", A::kShowWindow, "OknoSozdatLayout"},
     {kMain, "Command_ParamDeistvie", A::kShowWindow, "OknoDeistvie"},

@@ -18,16 +18,16 @@
 namespace lmt::addin {
 
 enum class Action {
-  kGetObrazec,      // template capture
-  kSearchAll,       // frame search, selection mode 5
-  kSearchOnScreen,  // frame search, selection mode 1
-  kCreateLayouts,   // layout creation over the frame table
-  kUpdate,          // renumber and name again
-  kRowToFirst,      // the row buttons on the selected row
+  kCaptureTemplate,  // template capture
+  kSearchAll,        // frame search over the whole drawing
+  kSearchOnScreen,   // frame search over objects picked on screen
+  kCreateLayouts,    // layout creation over the frame table
+  kUpdate,           // renumber and name again
+  kRowToFirst,       // the row buttons on the selected row
   kRowUp,
   kRowDown,
   kRowDelete,
-  kPrervat,          // main window's stop button
+  kInterrupt,        // main window's stop button
   kShowWindow,       // shows `target`
   kShowNameLayouts,  // lists the drawing's layouts, shows OknoNameLayouts
   kNameLayoutsOk,    // the chosen layout becomes the pattern layout

@@ -72,8 +72,8 @@ BatchParts PartsOf(core::Windows& w, core::Window& window) {
 std::optional<core::SettingsBlock> ConfirmedBlockOf(core::Windows& w,
                                                     core::Window& window) {
   if (&window == &w.okno_sozdat_layout)
-    return core::SettingsBlock::kSozdatLayout;
-  if (&window == &w.okno_deistvie) return core::SettingsBlock::kDeistvie;
+    return core::SettingsBlock::kCreationParameters;
+  if (&window == &w.okno_deistvie) return core::SettingsBlock::kCreationActions;
   if (&window == &w.okno_option) return core::SettingsBlock::kOption;
   return std::nullopt;
 }
@@ -115,19 +115,19 @@ void Commands::Run(const CommandEntry& entry) {
     shell_.Refresh(main);
   };
   switch (entry.action) {
-    case Action::kGetObrazec:
-      frame_commands_.GetObrazec();
+    case Action::kCaptureTemplate:
+      frame_commands_.CaptureTemplate();
       shell_.Refresh(windows.okno_filter);
       frames_changed();
       return;
     case Action::kSearchAll:
       registered_.clear();  // a new table: the register matched the old one
-      frame_commands_.Search(frames::kSearchAll);
+      frame_commands_.Search(frames::SearchMode::kAll);
       frames_changed();
       return;
     case Action::kSearchOnScreen:
       registered_.clear();
-      frame_commands_.Search(frames::kSearchOnScreen);
+      frame_commands_.Search(frames::SearchMode::kOnScreen);
       frames_changed();
       return;
     case Action::kCreateLayouts:
@@ -163,8 +163,8 @@ void Commands::Run(const CommandEntry& entry) {
       frame_commands_.DeleteRow(shell_.SelectedFrameRow());
       frames_changed();
       return;
-    case Action::kPrervat:
-      frame_commands_.Prervat();
+    case Action::kInterrupt:
+      frame_commands_.Interrupt();
       return;
     case Action::kShowWindow: {
       core::Window* target = windows.Find(entry.target);

@@ -14,7 +14,7 @@ namespace {
 
 // A command that records what the models held when it ran.
 struct Seen {
-  std::string mashtab_model;
+  std::string scale_model;
   std::string layer;
   int host_kind = -1;
   std::string product;
@@ -23,7 +23,7 @@ struct Seen {
 
 int RunProbe(CommandContext& context) {
   core::Windows& w = context.addin.windows();
-  seen.mashtab_model = w.okno_sozdat_layout.text_mashtab_model.text();
+  seen.scale_model = w.okno_sozdat_layout.text_mashtab_model.text();
   seen.host_kind = w.okno_lmt.combo_versia_cad.selected();
   seen.product = context.addin.globals().product_name;
   w.okno_filter.combo_sloy_linii.set_text("captured");
@@ -71,7 +71,7 @@ TEST_F(CliAppTest, SettingsFileThenSetsInOrder) {
                  "VersiaCAD.VersiaCAD=4", "--set",
                  "OknoFilter.ComboSloyLinii=Frames", "--yes"}),
             kExitOk);
-  EXPECT_EQ(seen.mashtab_model, "250");
+  EXPECT_EQ(seen.scale_model, "250");
   EXPECT_EQ(seen.host_kind, 4);
   EXPECT_EQ(seen.layer, "Frames");  // wins over the capture
   EXPECT_EQ(seen.product, "Лайомат");
@@ -89,7 +89,7 @@ TEST_F(CliAppTest, UsersSettingsFileIsReadWhenPresent) {
   const std::string before =
       core::ReadFileBytes(dir_ / "home" / "Layomat" / "LayomatNas.ini").value();
   EXPECT_EQ(Run({"probe-for-tests"}), kExitRefused);
-  EXPECT_EQ(seen.mashtab_model, "7");
+  EXPECT_EQ(seen.scale_model, "7");
   EXPECT_EQ(
       core::ReadFileBytes(dir_ / "home" / "Layomat" / "LayomatNas.ini").value(),
       before);

@@ -18,14 +18,15 @@ host::Outcome CaptureAndSearch(CommandContext& context,
     Result<std::string> handle = ResolveTemplateHandle(context, embedded);
     if (!handle.ok()) return host::Outcome::kRefused;
     embedded.user().QueuePick({*handle});
-    host::Outcome captured = commands.GetObrazec();
+    host::Outcome captured = commands.CaptureTemplate();
     if (captured != host::Outcome::kDone) return host::Outcome::kRefused;
     context.ReapplyFilterSets();
   }
   // The picks come in this order: the objects on screen, then the
   // direction polyline.
-  const int mode =
-      options.pick_given ? frames::kSearchOnScreen : frames::kSearchAll;
+  const frames::SearchMode mode = options.pick_given
+                                      ? frames::SearchMode::kOnScreen
+                                      : frames::SearchMode::kAll;
   if (options.pick_given) embedded.user().QueueWindowPick();
   if (context.addin.windows().okno_lmt.option_sortirovka_spisok.selected() ==
       static_cast<int>(frames::SortOrder::kPolyline)) {

@@ -23,10 +23,11 @@ class PlainOptionsTest : public ::testing::Test {
     env_.get_env = [](std::string_view) { return std::nullopt; };
     env_.format_number = [](double) { return std::string("0.2"); };
     // Start from choices no option makes, so that every write shows.
-    std::string poisk = "True";
+    std::string block_search = "True";
     std::string sort = "True";
     std::string mode = "True";
-    core::WriteIniUnicode(settings_, "OknoLmt", "OptionBlockPoisk2", poisk)
+    core::WriteIniUnicode(settings_, "OknoLmt", "OptionBlockPoisk2",
+                          block_search)
         .IgnoreError();
     core::WriteIniUnicode(settings_, "OknoLmt", "OptionSortirovkaSpisok3", sort)
         .IgnoreError();

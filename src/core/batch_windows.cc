@@ -106,7 +106,7 @@ constexpr auto kScope = std::to_array<CaptionEntry>({
       {"CheckSuffixTEXT" #n, "Suffix", "Суффикс"},                            \
   })
 
-constexpr auto kAtributCaptions = JoinCaptions(
+constexpr auto kReplaceAttributeCaptions = JoinCaptions(
     std::to_array<CaptionEntry>({
         {"OknoFunctionReplaceAtribut", "Replace attributes in many files",
          "Замена атрибутов во многих файлах"},
@@ -229,7 +229,7 @@ AttributeGroup::AttributeGroup(Window* owner, int n)
 }
 
 OknoFunctionReplaceAtribut::OknoFunctionReplaceAtribut()
-    : Window("OknoFunctionReplaceAtribut", kAtributCaptions),
+    : Window("OknoFunctionReplaceAtribut", kReplaceAttributeCaptions),
       option_name_layouts(this, "Option_NameLayouts", 4, 0),
       uni_text_name_layouts(this, "UniText_NameLayouts", ""),
       option_name_block(this, "Option_NameBlock", 2, 0),

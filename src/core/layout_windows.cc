@@ -3,7 +3,7 @@
 namespace lmt::core {
 namespace {
 
-constexpr CaptionEntry kSozdatLayoutCaptions[] = {
+constexpr CaptionEntry kCreationParameterCaptions[] = {
     {"OknoSozdatLayout", "Creation Options", "Параметры создания"},
     {"FrameMashtab", "Viewport scale", "Масштаб видового экрана"},
     {"OptionSelectMashtab0", "Scale", "Масштаб"},
@@ -41,7 +41,7 @@ constexpr CaptionEntry kSozdatLayoutCaptions[] = {
     {"CommandClose", "Close", "Закрыть"},
 };
 
-constexpr CaptionEntry kDeistvieCaptions[] = {
+constexpr CaptionEntry kCreationActionCaptions[] = {
     {"OknoDeistvie", "Action Options", "Параметры действий"},
     {"CheckSozdatText", "Create text", "Создать текст"},
     {"TXTTextStroka", "Text (##1 number, ##2 drawing, ##3 layout, ##4 scale):",
@@ -83,7 +83,7 @@ constexpr CaptionEntry kOptionCaptions[] = {
 }  // namespace
 
 OknoSozdatLayout::OknoSozdatLayout()
-    : Window("OknoSozdatLayout", kSozdatLayoutCaptions),
+    : Window("OknoSozdatLayout", kCreationParameterCaptions),
       option_viewport_vert_gor(this, "Option_ViewportVertGor", 2, 0),
       option_select_mashtab(this, "Option_SelectMashtab", 2, 0),
       text_mashtab_bumaga(this, "Text_MashtabBumaga", "1"),
@@ -128,7 +128,7 @@ void OknoSozdatLayout::UpdateEnabled() {
 }
 
 OknoDeistvie::OknoDeistvie()
-    : Window("OknoDeistvie", kDeistvieCaptions),
+    : Window("OknoDeistvie", kCreationActionCaptions),
       check_sozdat_text(this, "Check_SozdatText", false),
       text_text_stroka(this, "Text_TextStroka", "##3"),
       text_text_sloi(this, "Text_TextSloi", "0"),

@@ -71,7 +71,7 @@ std::vector<SettingEntry> MainWindowEntries(Windows& w) {
   return list.Take();
 }
 
-std::vector<SettingEntry> SozdatLayoutEntries(Windows& w) {
+std::vector<SettingEntry> CreationParameterEntries(Windows& w) {
   OknoSozdatLayout& s = w.okno_sozdat_layout;
   EntryList list("OknoSozdatLayout");
   list.Add(s.option_viewport_vert_gor)
@@ -103,7 +103,7 @@ std::vector<SettingEntry> SozdatLayoutEntries(Windows& w) {
   return list.Take();
 }
 
-std::vector<SettingEntry> DeistvieEntries(Windows& w) {
+std::vector<SettingEntry> CreationActionEntries(Windows& w) {
   OknoDeistvie& d = w.okno_deistvie;
   EntryList list("OknoDeistvie");
   list.Add(d.check_sozdat_text)
@@ -148,7 +148,7 @@ std::vector<SettingEntry> RunLispEntries(Windows& w) {
   return list.Take();
 }
 
-std::vector<SettingEntry> ReplaceAtributEntries(Windows& w) {
+std::vector<SettingEntry> ReplaceAttributeEntries(Windows& w) {
   OknoFunctionReplaceAtribut& r = w.okno_function_replace_atribut;
   EntryList list("OknoFunctionReplaceAtribut");
   list.Add(r.option_name_layouts)
@@ -234,10 +234,14 @@ std::vector<SettingEntry> ImportEntries(Windows& w) {
 }
 
 constexpr SettingsBlock kAllBlocks[] = {
-    SettingsBlock::kMainWindow,     SettingsBlock::kOption,
-    SettingsBlock::kSozdatLayout,   SettingsBlock::kDeistvie,
-    SettingsBlock::kRunScript,      SettingsBlock::kRunLisp,
-    SettingsBlock::kReplaceAtribut, SettingsBlock::kReplaceText,
+    SettingsBlock::kMainWindow,
+    SettingsBlock::kOption,
+    SettingsBlock::kCreationParameters,
+    SettingsBlock::kCreationActions,
+    SettingsBlock::kRunScript,
+    SettingsBlock::kRunLisp,
+    SettingsBlock::kReplaceAttributes,
+    SettingsBlock::kReplaceText,
     SettingsBlock::kImport,
 };
 
@@ -254,16 +258,16 @@ std::vector<SettingEntry> SettingEntries(Windows& windows,
           .Add(windows.okno_option.check_proverka_obnovlenia);
       return list.Take();
     }
-    case SettingsBlock::kSozdatLayout:
-      return SozdatLayoutEntries(windows);
-    case SettingsBlock::kDeistvie:
-      return DeistvieEntries(windows);
+    case SettingsBlock::kCreationParameters:
+      return CreationParameterEntries(windows);
+    case SettingsBlock::kCreationActions:
+      return CreationActionEntries(windows);
     case SettingsBlock::kRunScript:
       return RunScriptEntries(windows);
     case SettingsBlock::kRunLisp:
       return RunLispEntries(windows);
-    case SettingsBlock::kReplaceAtribut:
-      return ReplaceAtributEntries(windows);
+    case SettingsBlock::kReplaceAttributes:
+      return ReplaceAttributeEntries(windows);
     case SettingsBlock::kReplaceText:
       return ReplaceTextEntries(windows);
     case SettingsBlock::kImport:
@@ -298,10 +302,10 @@ void ReadSettings(const std::filesystem::path& file, Windows& windows,
 
 void ReadStartupSettings(const std::filesystem::path& file, Windows& windows) {
   for (SettingsBlock block :
-       {SettingsBlock::kDeistvie, SettingsBlock::kOption,
-        SettingsBlock::kSozdatLayout, SettingsBlock::kMainWindow,
+       {SettingsBlock::kCreationActions, SettingsBlock::kOption,
+        SettingsBlock::kCreationParameters, SettingsBlock::kMainWindow,
         SettingsBlock::kRunLisp, SettingsBlock::kRunScript,
-        SettingsBlock::kReplaceAtribut, SettingsBlock::kReplaceText,
+        SettingsBlock::kReplaceAttributes, SettingsBlock::kReplaceText,
         SettingsBlock::kImport}) {
     ReadSettings(file, windows, block);
   }
@@ -311,7 +315,7 @@ Status WriteExitSettings(const std::filesystem::path& file, Windows& windows) {
   Status first;
   for (SettingsBlock block :
        {SettingsBlock::kMainWindow, SettingsBlock::kRunLisp,
-        SettingsBlock::kRunScript, SettingsBlock::kReplaceAtribut,
+        SettingsBlock::kRunScript, SettingsBlock::kReplaceAttributes,
         SettingsBlock::kReplaceText, SettingsBlock::kImport}) {
     Status s = WriteSettings(file, windows, block);
     if (!s.ok() && first.ok()) first = s;

@@ -33,13 +33,13 @@ namespace lmt::core {
 inline constexpr std::string_view kSettingsFileName = "LayomatNas.ini";
 
 enum class SettingsBlock {
-  kMainWindow,    // sections VersiaCAD, OknoLmt (+ CheckNotRotate)
-  kOption,        // OknoOption: written on confirmation
-  kSozdatLayout,  // OknoSozdatLayout: written on confirmation
-  kDeistvie,      // OknoDeistvie: written on confirmation
+  kMainWindow,          // sections VersiaCAD, OknoLmt (+ CheckNotRotate)
+  kOption,              // OknoOption: written on confirmation
+  kCreationParameters,  // OknoSozdatLayout: written on confirmation
+  kCreationActions,     // OknoDeistvie: written on confirmation
   kRunScript,
   kRunLisp,
-  kReplaceAtribut,
+  kReplaceAttributes,
   kReplaceText,
   kImport,
 };

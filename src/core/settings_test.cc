@@ -129,9 +129,9 @@ TEST_F(SettingsTest, EverythingRoundTripsExceptTheValueModes) {
       2);
   windows_.okno_function_replace_text.text3.option_value_text.Select(1);
   for (auto block : {SettingsBlock::kMainWindow, SettingsBlock::kOption,
-                     SettingsBlock::kSozdatLayout, SettingsBlock::kDeistvie,
-                     SettingsBlock::kRunScript, SettingsBlock::kRunLisp,
-                     SettingsBlock::kReplaceAtribut,
+                     SettingsBlock::kCreationParameters,
+                     SettingsBlock::kCreationActions, SettingsBlock::kRunScript,
+                     SettingsBlock::kRunLisp, SettingsBlock::kReplaceAttributes,
                      SettingsBlock::kReplaceText, SettingsBlock::kImport}) {
     ASSERT_TRUE(WriteSettings(file_, windows_, block).ok());
   }

@@ -12,7 +12,7 @@ constexpr CaptionEntry kOnOffCaptions[] = {
     {"CommandStart", "START", "СТАРТ"},
 };
 
-constexpr CaptionEntry kDelVneCaptions[] = {
+constexpr CaptionEntry kDeleteOutsideCaptions[] = {
     {"OknoFunctionDelVneViewport", "Delete all around viewport",
      "Удалить всё вокруг видового экрана"},
     {"TXTSelViewpost",
@@ -35,7 +35,7 @@ OknoFunctionOnOffViewport::OknoFunctionOnOffViewport()
       option_viewport_on_off(this, "Option_ViewportOnOff", 2, 0) {}
 
 OknoFunctionDelVneViewport::OknoFunctionDelVneViewport()
-    : Window("OknoFunctionDelVneViewport", kDelVneCaptions) {}
+    : Window("OknoFunctionDelVneViewport", kDeleteOutsideCaptions) {}
 
 OknoNanoCADVersia::OknoNanoCADVersia()
     : Window("OknoNanoCADVersia", kNanoCaptions),

@@ -11,10 +11,12 @@
 #include "dxf/entity_copy.h"
 #include "dxf/upgrade.h"
 #include "dxf/version.h"
-#include "dxfhost/collections.h"
+#include "dxfhost/blocks.h"
 #include "dxfhost/entities.h"
+#include "dxfhost/layouts.h"
 #include "dxfhost/selection.h"
 #include "dxfhost/session.h"
+#include "dxfhost/symbol_tables.h"
 #include "host/releases.h"
 
 namespace lmt::dxfhost {

@@ -35,7 +35,7 @@ void FrameCommands::DeleteRow(int row) {
   if (IsDataRow(row)) state_.table.DeleteRow(row);
 }
 
-void FrameCommands::Prervat() {
+void FrameCommands::Interrupt() {
   host::User& user = session_.user();
   user.RequestInterrupt();
   for (int i = 0; i < 6; ++i) user.PumpEvents();

@@ -41,9 +41,11 @@ struct FrameState {
   std::vector<Point> direction;
 };
 
-// `Search` selection modes.
-inline constexpr int kSearchOnScreen = 1;  // "Select Window"
-inline constexpr int kSearchAll = 5;       // "Select All" / "Find All"
+// Which objects `Search` looks at.
+enum class SearchMode {
+  kOnScreen,  // those the user selects on screen ("Select Window")
+  kAll,       // every object of the drawing ("Select All" / "Find All")
+};
 
 // Which of the search's four state flags (Session::search_flags) marks
 // which step. While a flag is set the connection keeps the document that
@@ -66,14 +68,14 @@ class FrameCommands {
   // kind and properties become the template and fill the filter window.
   // kRefused when no host or drawing is there or the pick was empty (the
   // old template stays); the frame table is reset either way.
-  host::Outcome GetObrazec();
+  host::Outcome CaptureTemplate();
 
-  // mnuSelectAll / Command_GetAll (mode 5) and mnuSelect / Command_GetVibor
-  // (mode 1): fills the table with one row per frame found, orders and
+  // mnuSelectAll / Command_GetAll (kAll) and mnuSelect / Command_GetVibor
+  // (kOnScreen): fills the table with one row per frame found, orders and
   // names it. kRefused when nothing was selected; kInterrupted when the
   // stop button ended it (the rows made so far stay, neither ordered nor
-  // named). REQUIRES: mode is kSearchAll or kSearchOnScreen.
-  host::Outcome Search(int mode);
+  // named).
+  host::Outcome Search(SearchMode mode);
 
   // Command_Update: renumbers the rows and names them all again.
   void Update();
@@ -89,7 +91,7 @@ class FrameCommands {
   // Command_Prervat: sets the interrupt flag, lets events run six times so
   // the running command sees it, and says so (MSG0005), also when no
   // command runs.
-  void Prervat();
+  void Interrupt();
 
  private:
   bool IsDataRow(int row) const;

@@ -61,7 +61,7 @@ class FrameCommandsTest : public ::testing::Test {
 
   host::Outcome Capture(const std::string& handle) {
     user_.QueuePick({handle});
-    return commands_->GetObrazec();
+    return commands_->CaptureTemplate();
   }
 
   // "Select All" with the start point cancelled unless given.
@@ -71,7 +71,7 @@ class FrameCommandsTest : public ::testing::Test {
     } else {
       user_.QueuePointCancel();
     }
-    return commands_->Search(kSearchAll);
+    return commands_->Search(SearchMode::kAll);
   }
 
   const std::string& Cell(int row, Column column) {
@@ -166,21 +166,21 @@ TEST_F(FrameCommandsTest, EmptyOrSeveralPicksAndAnEmptySearch) {
   ASSERT_EQ(Capture("30"), host::Outcome::kDone);
   const FrameTemplate before = state_.frame_template;
   user_.QueuePick({});  // Enter: the template stays
-  EXPECT_EQ(commands_->GetObrazec(), host::Outcome::kRefused);
+  EXPECT_EQ(commands_->CaptureTemplate(), host::Outcome::kRefused);
   EXPECT_EQ(state_.frame_template.kind, before.kind);
   EXPECT_EQ(user_.message_texts().back(),
             globals_.messages.Get(core::kMsgTemplateEmpty));
 
   user_.QueuePick({"36", "31"});  // the circle is not offered
-  EXPECT_EQ(commands_->GetObrazec(), host::Outcome::kDone);
+  EXPECT_EQ(commands_->CaptureTemplate(), host::Outcome::kDone);
   user_.QueuePick({"31", "30"});
-  EXPECT_EQ(commands_->GetObrazec(), host::Outcome::kDone);
+  EXPECT_EQ(commands_->CaptureTemplate(), host::Outcome::kDone);
   EXPECT_EQ(user_.message_texts()[user_.message_texts().size() - 2],
             globals_.messages.Get(core::kMsgSeveralSelected));
 
   windows_.okno_filter.check_tolko_v_sloe.set_checked(true);
   windows_.okno_filter.combo_sloy_linii.set_text("NO SUCH LAYER");
-  EXPECT_EQ(commands_->Search(kSearchAll), host::Outcome::kRefused);
+  EXPECT_EQ(commands_->Search(SearchMode::kAll), host::Outcome::kRefused);
   EXPECT_EQ(user_.message_texts().back(),
             globals_.messages.Get(core::kMsgNoObjects));
   EXPECT_EQ(state_.table.row_count(), kResetRowCount);
@@ -351,7 +351,7 @@ TEST_F(FrameCommandsTest, InterruptKeepsTheRowsMadeSoFar) {
   // Four pumps around each activation of the CAD window, two before the
   // walk; then one per object.
   user_.InterruptAtPump(8 + 2);
-  EXPECT_EQ(commands_->Search(kSearchAll), host::Outcome::kInterrupted);
+  EXPECT_EQ(commands_->Search(SearchMode::kAll), host::Outcome::kInterrupted);
   EXPECT_EQ(Handles(), (std::vector<std::string>{"45", "49"}));
   EXPECT_NE(user_.message_texts().back(),
             globals_.messages.Get(core::kMsgSelectionComplete));
@@ -362,7 +362,7 @@ TEST_F(FrameCommandsTest, SelectWindowTakesOnlyPickedFramesThatPassTheFilter) {
   ASSERT_EQ(Capture("30"), host::Outcome::kDone);
   user_.QueuePick({"32", "33", "35"});  // a frame, 3 vertices, a line
   user_.QueuePointCancel();
-  ASSERT_EQ(commands_->Search(kSearchOnScreen), host::Outcome::kDone);
+  ASSERT_EQ(commands_->Search(SearchMode::kOnScreen), host::Outcome::kDone);
   EXPECT_EQ(Handles(), std::vector<std::string>{"32"});
 }
 
@@ -391,7 +391,7 @@ TEST_F(FrameCommandsTest, RowCommandsUpdateAndStop) {
   commands_->Update();
   EXPECT_EQ(Cell(2, Column::kLayoutName), "2");
 
-  commands_->Prervat();
+  commands_->Interrupt();
   EXPECT_TRUE(user_.interrupted());
   EXPECT_EQ(user_.message_texts().back(),
             globals_.messages.Get(core::kMsgInterrupted));

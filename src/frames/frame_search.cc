@@ -2,7 +2,6 @@
 #include <string>
 #include <vector>
 
-#include "core/check.h"
 #include "core/messages.h"
 #include "frames/drawing_steps.h"
 #include "frames/frame_commands.h"
@@ -83,8 +82,7 @@ Point AskStartPoint(host::Session& session, host::Document& document) {
 
 }  // namespace
 
-host::Outcome FrameCommands::Search(int mode) {
-  LMT_CHECK(mode == kSearchAll || mode == kSearchOnScreen);
+host::Outcome FrameCommands::Search(SearchMode mode) {
   if (!session_.Connect()) return host::Outcome::kRefused;
   ScopedSearchFlag flag(session_, kFlagSearch);
   host::Document& document = session_.document();
@@ -108,7 +106,7 @@ host::Outcome FrameCommands::Search(int mode) {
   const host::SelectionFilter filter = BuildSearchFilter(kind, choices);
   int32_t count = 0;
   if (set.ok()) {
-    if (mode == kSearchOnScreen) {
+    if (mode == SearchMode::kOnScreen) {
       ActivateCadWindow(session_);
       (*set)->SelectOnScreen(filter).IgnoreError();  // counted below
     } else {

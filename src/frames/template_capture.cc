@@ -1,4 +1,4 @@
-// Template capture (FrameCommands::GetObrazec).
+// Template capture (FrameCommands::CaptureTemplate).
 #include <string>
 #include <vector>
 
@@ -70,7 +70,7 @@ void ReadTemplate(host::Document& document, const host::Entity& picked,
 
 }  // namespace
 
-host::Outcome FrameCommands::GetObrazec() {
+host::Outcome FrameCommands::CaptureTemplate() {
   if (!session_.Connect()) return host::Outcome::kRefused;
   ScopedSearchFlag flag(session_, kFlagCapture);
   host::Document& document = session_.document();

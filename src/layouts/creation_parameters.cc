@@ -10,14 +10,14 @@ namespace lmt::layouts {
 namespace {
 
 // Control names of the window, written once.
-constexpr std::string_view kTextMashtabBumaga = "Text_MashtabBumaga";
-constexpr std::string_view kDvoetoch = "TXT_Dvoetoch";
-constexpr std::string_view kTextMashtabModel = "Text_MashtabModel";
-constexpr std::string_view kCommandGetMashtabRamka = "Command_GetMashtabRamka";
-constexpr std::string_view kTextAutoMashtabRamka = "Text_AutoMashtabRamka";
-constexpr std::string_view kTextAnnotationBumaga =
+constexpr std::string_view kScalePaperText = "Text_MashtabBumaga";
+constexpr std::string_view kScaleColonLabel = "TXT_Dvoetoch";
+constexpr std::string_view kScaleModelText = "Text_MashtabModel";
+constexpr std::string_view kPickFrameLengthButton = "Command_GetMashtabRamka";
+constexpr std::string_view kFrameLengthText = "Text_AutoMashtabRamka";
+constexpr std::string_view kAnnotationPaperText =
     "Text_MashtabAnnotationBumaga";
-constexpr std::string_view kTextAnnotationModel = "Text_MashtabAnnotationModel";
+constexpr std::string_view kAnnotationModelText = "Text_MashtabAnnotationModel";
 constexpr std::string_view kPictureCopyViewport = "Picture_CopyViewport";
 
 std::string_view Trim(std::string_view text) {
@@ -101,15 +101,15 @@ CreationParameters ReadCreationParameters(const CreationFieldTexts& f,
 
 std::vector<ControlState> ScaleOptionStates(ScaleMode mode) {
   bool fixed = mode == ScaleMode::kFixed;
-  return {{kTextMashtabBumaga, fixed},
-          {kDvoetoch, fixed},
-          {kTextMashtabModel, fixed},
-          {kCommandGetMashtabRamka, !fixed},
-          {kTextAutoMashtabRamka, !fixed}};
+  return {{kScalePaperText, fixed},
+          {kScaleColonLabel, fixed},
+          {kScaleModelText, fixed},
+          {kPickFrameLengthButton, !fixed},
+          {kFrameLengthText, !fixed}};
 }
 
 std::vector<ControlState> AnnotationCheckStates(bool checked) {
-  return {{kTextAnnotationBumaga, checked}, {kTextAnnotationModel, checked}};
+  return {{kAnnotationPaperText, checked}, {kAnnotationModelText, checked}};
 }
 
 std::vector<ControlState> CopyViewportCheckStates(bool checked) {

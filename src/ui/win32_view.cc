@@ -683,8 +683,8 @@ void Win32View::OnCommand(Form& f, int id, int code, HWND control) {
 
 void Win32View::AfterChange(Form& f) {
   if (auto* main = dynamic_cast<core::OknoLmt*>(f.model)) main->UpdateEnabled();
-  if (auto* sozdat = dynamic_cast<core::OknoSozdatLayout*>(f.model))
-    sozdat->UpdateEnabled();
+  if (auto* parameters = dynamic_cast<core::OknoSozdatLayout*>(f.model))
+    parameters->UpdateEnabled();
   Refresh(*f.model);
 }
 

@@ -137,7 +137,7 @@ class ComEndToEndTest : public ::testing::Test {
     layouts::CreationReport report;
     report.outcome = host::Outcome::kNotConnected;
     frames::FrameCommands commands(session_, state, Namer());
-    EXPECT_EQ(commands.Search(frames::kSearchAll), host::Outcome::kDone);
+    EXPECT_EQ(commands.Search(frames::SearchMode::kAll), host::Outcome::kDone);
     if (state.table.last_row() < 1) return report;
     return layouts::CreateLayouts(session_, state.table);
   }
@@ -176,7 +176,7 @@ TEST_F(ComEndToEndTest, ExampleBecomesNineLayoutsSavedOverCom) {
   frames::FrameState state;
   frames::FrameCommands commands(session_, state, Namer());
   const int64_t before_search = trips->total();
-  ASSERT_EQ(commands.Search(frames::kSearchAll), host::Outcome::kDone);
+  ASSERT_EQ(commands.Search(frames::SearchMode::kAll), host::Outcome::kDone);
   const int frames_found = state.table.last_row();
   ASSERT_EQ(frames_found, 9);
   const int64_t search_trips = trips->total() - before_search;
@@ -243,9 +243,9 @@ TEST_F(ComEndToEndTest, TemplatePickedInTheProgramNarrowsTheSearch) {
 
   frames::FrameState state;
   frames::FrameCommands commands(session_, state, Namer());
-  ASSERT_EQ(commands.GetObrazec(), host::Outcome::kDone);
+  ASSERT_EQ(commands.CaptureTemplate(), host::Outcome::kDone);
   EXPECT_EQ(windows_.okno_filter.uni_text_name_block.text(), "FRAME_A3");
-  ASSERT_EQ(commands.Search(frames::kSearchAll), host::Outcome::kDone);
+  ASSERT_EQ(commands.Search(frames::SearchMode::kAll), host::Outcome::kDone);
   // The six references, not the three polylines.
   EXPECT_EQ(state.table.last_row(), 6);
 }

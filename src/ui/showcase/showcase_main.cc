@@ -67,9 +67,10 @@ bool FindFrames(lmt::core::AddIn& addin, const std::string& drawing,
                                    main.uni_text_leyout_name2.text()});
       });
   user.QueuePick({handle});
-  if (commands.GetObrazec() != lmt::host::Outcome::kDone) return false;
+  if (commands.CaptureTemplate() != lmt::host::Outcome::kDone) return false;
   user.QueuePointCancel();
-  return commands.Search(lmt::frames::kSearchAll) == lmt::host::Outcome::kDone;
+  return commands.Search(lmt::frames::SearchMode::kAll) ==
+         lmt::host::Outcome::kDone;
 }
 
 // Reads the window's own surface (frame, menu and children included): a
