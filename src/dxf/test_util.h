@@ -11,6 +11,7 @@
 
 namespace lmt::dxf::testing {
 
+using ::lmt::testing::CorpusPath;
 using ::lmt::testing::SamplePath;
 using ::lmt::testing::SharedDir;
 using ::lmt::testing::TempPath;
