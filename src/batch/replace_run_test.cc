@@ -335,7 +335,9 @@ TEST_F(ReplaceRunTest, InterruptStopsBeforeTheNextFile) {
   ReplaceSettings settings;
   settings.files = {Copy("attributes.dxf", "a.dxf"),
                     Copy("attributes.dxf", "b.dxf")};
-  user_.InterruptAtPump(16 + 12 + 4 + 3);  // in the first poll of file 2
+  // Stop pressed while file 2 is read: it is not saved, and not counted.
+  testing::FailingHost stop(*dbx_);
+  stop.InterruptAt("DbxDocument.DxfIn", 2, user_);
   BatchReport report = ReplaceAttributesFiles(*dbx_, ui_, settings,
                                               Group1("SHEET", NewValue("")));
   EXPECT_TRUE(report.interrupted);

@@ -7,7 +7,8 @@
 // --file-per-sheet (cli/split_output.h). Prints the plan's warnings first,
 // then one line per layout made and per row skipped, the files written when
 // split, and how many of the rows got their layout; with --json the run's
-// report (cli/creation_report.h) instead. --dry-run only plans
+// report (cli/creation_report.h) instead. Each other host refusal passed
+// over is a line on standard error. --dry-run only plans
 // (cli/create_layouts_plan.h). --register FILE takes the sheets, their
 // order, names and title-block values from an edited `frames --csv` file
 // (layouts/frame_register.h); --index-layout and --index-at draw a table of the
@@ -184,6 +185,11 @@ int RunCreateLayouts(CommandContext& context) {
                     count + " layouts"});
   }
   if (!options.json) WriteCreationText(run_report, options, context.out);
+  // The rows skipped have their lines above; the other refusals go where
+  // every command writes them.
+  for (const host::Skip& skip : report.skips.skips()) {
+    if (skip.step != layouts::kSkipLayout) WriteSkip(skip, context.err);
+  }
   if (const int plotted = PlotNewLayouts(context, report.created)) {
     return FinishReport(context, run_report, plotted);
   }

@@ -10,6 +10,7 @@
 #include "cli/frame_preview.h"
 #include "cli/frame_search_run.h"
 #include "cli/registry.h"
+#include "cli/run_report.h"
 #include "frames/frame_commands.h"
 #include "layouts/frame_csv.h"
 #include "utilities/frame_marks.h"
@@ -62,10 +63,7 @@ int RunFrames(CommandContext& context) {
                   << state.table.last_row() << " frames highlighted on layer "
                   << utilities::kMarkLayer << " in " << *options.mark << "\n";
     }
-    for (const host::Skip& skip : marked.skips.skips()) {
-      context.err << "layomat: " << skip.object << ": " << skip.step << ": "
-                  << skip.status.message() << "\n";
-    }
+    WriteSkips(marked.skips, context.err);
   }
   return ExitStatusOf(opened.outcome);
 }

@@ -7,6 +7,7 @@
 #include "cli/embedded_session.h"
 #include "cli/frame_search_run.h"
 #include "cli/registry.h"
+#include "cli/run_report.h"
 #include "layouts/layout_sorting.h"
 
 namespace lmt::cli {
@@ -34,10 +35,7 @@ int RunSortLayouts(CommandContext& context) {
   EmbeddedSession& embedded = *opened.embedded;
   const layouts::SortReport sorted =
       layouts::SortLayouts(*embedded.document(), *sort, opened.state.table);
-  for (const host::Skip& skip : sorted.skips.skips()) {
-    context.err << "layomat: " << skip.object << ": " << skip.step << ": "
-                << skip.status.message() << "\n";
-  }
+  WriteSkips(sorted.skips, context.err);
   if (sorted.moved == 0) {
     context.err << "layomat: the layouts of " << options.args[0]
                 << (sorted.after.empty() ? " are none"

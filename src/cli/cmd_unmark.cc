@@ -6,6 +6,7 @@
 #include "cli/embedded_session.h"
 #include "cli/frame_search_run.h"
 #include "cli/registry.h"
+#include "cli/run_report.h"
 #include "utilities/frame_marks.h"
 
 namespace lmt::cli {
@@ -23,10 +24,7 @@ int RunUnmark(CommandContext& context) {
   if (opened.exit != kExitOk) return opened.exit;
   const utilities::MarkReport removed =
       utilities::RemoveHighlighting(*opened.embedded->document());
-  for (const host::Skip& skip : removed.skips.skips()) {
-    context.err << "layomat: " << skip.object << ": " << skip.step << ": "
-                << skip.status.message() << "\n";
-  }
+  WriteSkips(removed.skips, context.err);
   if (removed.erased == 0) {
     context.err << "layomat: " << options.args[0]
                 << " has no frame highlighting to remove\n";

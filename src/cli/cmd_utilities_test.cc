@@ -139,7 +139,8 @@ TEST_F(UtilityCommandsTest, R12DrawingsAreEditedInTheirOwnRelease) {
   ASSERT_EQ(
       Layomat("delete-outside frames.dxf --viewport 35 -o cut.dxf").status, 0);
   testing::ShellRun read = testing::RunShell(
-      "/usr/bin/python3 - " + testing::ShellQuote(dir_.path().string()) +
+      testing::PythonCommand() + "- " +
+      testing::ShellQuote(dir_.path().string()) +
       " <<'EOF'\n"
       "import ezdxf, sys, os\n"
       "for name in ('off', 'on', 'cut'):\n"

@@ -7,6 +7,7 @@
 #include "cli/embedded_session.h"
 #include "cli/frame_search_run.h"
 #include "cli/registry.h"
+#include "cli/run_report.h"
 #include "layouts/frame_views.h"
 
 namespace lmt::cli {
@@ -32,10 +33,7 @@ int RunViews(CommandContext& context) {
         }
         return yes;
       });
-  for (const host::Skip& skip : views.skips.skips()) {
-    context.err << "layomat: " << skip.object << ": " << skip.step << ": "
-                << skip.status.message() << "\n";
-  }
+  WriteSkips(views.skips, context.err);
   if (views.made + views.replaced == 0) {
     context.err << "layomat: no view to make in " << options.args[0] << "\n";
     return kExitRefused;

@@ -148,7 +148,8 @@ TEST_F(CreateLayoutsCommandTest, OlderReleasesBecomeDxf2000OrAreRefused) {
             std::string::npos)
       << run.err;
   lmt::testing::ShellRun read = lmt::testing::RunShell(
-      "/usr/bin/python3 -c \"import ezdxf,sys; d = ezdxf.readfile(sys.argv[1]);"
+      lmt::testing::PythonCommand() +
+      "-c \"import ezdxf,sys; d = ezdxf.readfile(sys.argv[1]);"
       " a = d.audit(); print(d.dxfversion, len(d.layouts), len(a.errors))\" " +
       lmt::testing::ShellQuote(Out("r14.dxf")) + " 2>&1");
   EXPECT_EQ(read.out, "AC1015 11 0\n");  // Model, Layout1 and 9 sheets

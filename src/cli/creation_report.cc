@@ -16,6 +16,8 @@ namespace {
 using frames::Column;
 
 constexpr std::string_view kLayout = "layout";
+constexpr std::string_view kStep = "step";
+constexpr std::string_view kRefused = "refused";
 
 // The frame table row that named the layout `name`; 0 when none did.
 int RowOf(const frames::FrameTable& table, std::string_view name) {
@@ -110,7 +112,12 @@ RunReport CreationRunReport(const layouts::CreationReport& report,
              {{"frame", FrameJson(frame)}},
              FrameWords(frame)});
   }
-  for (const host::Skip& skip : report.skipped.skips()) {
+  host::SkipLog steps;
+  for (const host::Skip& skip : report.skips.skips()) {
+    if (skip.step != layouts::kSkipLayout) {
+      steps.Add(skip.object, skip.step, skip.status);
+      continue;
+    }
     run.Add({std::string(kLayout),
              skip.object,
              std::string(kSkipped),
@@ -118,12 +125,14 @@ RunReport CreationRunReport(const layouts::CreationReport& report,
              {},
              ""});
   }
+  AddSkips(run, kStep, steps);
   for (const std::string& name : report.deleted) {
     run.Add({std::string(kLayout), name, "deleted", "", {}, ""});
   }
   run.SetTotal("rows", report.rows);
   run.SetTotal("made", static_cast<int64_t>(report.created.size()));
-  run.SetTotal("skipped", static_cast<int64_t>(report.skipped.skips().size()));
+  run.SetTotal("skipped", report.skips.Count(layouts::kSkipLayout));
+  run.SetTotal(kRefused, static_cast<int64_t>(steps.skips().size()));
   run.SetTotal("deleted", static_cast<int64_t>(report.deleted.size()));
   run.SetTotal("viewports", report.viewports);
   for (const std::string& out : outputs) run.AddOutput(out);
@@ -139,6 +148,8 @@ void WriteCreationText(const RunReport& report, const CliOptions& options,
       } else if (item.result == kMade) {
         out << "layout\t" << item.name << "\n";
         if (options.verbose) out << "\t" << item.detail << "\n";
+      } else if (item.kind == kStep) {
+        continue;  // the command writes these to standard error
       } else if (item.result == kSkipped) {
         out << "skipped\t" << item.name << "\t" << item.reason << "\n";
       } else {
@@ -151,6 +162,10 @@ void WriteCreationText(const RunReport& report, const CliOptions& options,
   out << report.Total("made") << " of " << report.Total("rows")
       << " layouts made";
   if (skipped > 0) out << "; " << skipped << " skipped";
+  if (const int64_t refused = report.Total(kRefused); refused > 0) {
+    out << "; " << refused << (refused == 1 ? " host call" : " host calls")
+        << " refused";
+  }
   out << "; " << report.Total("viewports") << " viewports -> ";
   if (files.size() == 1) {
     out << files.front() << "\n";

@@ -1,7 +1,8 @@
 // What `create-layouts` tells its user: the layouts made (each with the
 // frame it shows: kind, model-space centre, viewport scale and twist), the
-// rows skipped with the host's refusal, the earlier layouts deleted, and the
-// totals; as a RunReport for --json and as the command's text lines.
+// rows skipped with the host's refusal, the other refused steps passed
+// over, the earlier layouts deleted, and the totals; as a RunReport for
+// --json and as the command's text lines.
 #ifndef LMT_CLI_CREATION_REPORT_H_
 #define LMT_CLI_CREATION_REPORT_H_
 
@@ -18,9 +19,11 @@
 namespace lmt::cli {
 
 // Items "layout" (made, with field "frame": {"kind", "centre": [x, y],
-// "scale", "twist"}; skipped, with the reason; "deleted"), totals "rows",
-// "made", "skipped", "deleted", "viewports", and `outputs` (OUT, or the
-// files of a split run). The
+// "scale", "twist"}; skipped, with the reason; "deleted"), "step" (skipped:
+// a refused call passed over, named by the layout or layer it concerned,
+// the reason naming the step as AddSkips does), totals "rows", "made",
+// "skipped" (rows), "refused" (steps), "deleted", "viewports", and `outputs`
+// (OUT, or the files of a split run). The
 // viewport of each made layout is read back from `document`; a value the
 // host cannot give is null.
 RunReport CreationRunReport(const layouts::CreationReport& report,
@@ -30,8 +33,10 @@ RunReport CreationRunReport(const layouts::CreationReport& report,
 
 // The text lines: "layout NAME", "skipped NAME REASON", "deleted NAME",
 // "file PATH N layouts" for each file item of a split run (tab separated)
-// and the count line. --quiet leaves the count line only;
-// --verbose adds below each layout made the frame it shows.
+// and the count line, which says how many host calls were refused when any
+// were (the command writes those to standard error with WriteSkip).
+// --quiet leaves the count line only; --verbose adds below each layout
+// made the frame it shows.
 void WriteCreationText(const RunReport& report, const CliOptions& options,
                        std::ostream& out);
 

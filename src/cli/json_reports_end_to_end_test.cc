@@ -101,6 +101,33 @@ TEST_F(JsonReportTest, SkippedRowsCarryTheirReason) {
             "");
 }
 
+TEST_F(JsonReportTest, RefusedStepIsNamedAndTheRunGoesOn) {
+  // The template drawing cannot be read, so its import is refused; the
+  // drawing's own "Pattern" is then copied as if it had been imported.
+  const std::string args = "create-layouts '" + example_ + "' -o " +
+                           Out("s.dxf") +
+                           " --by-size --template-file /nowhere/t.dwt Pattern";
+  test::LayomatRun json = Layomat(args + " --json");
+  ASSERT_EQ(json.status, 0) << json.err;
+  EXPECT_EQ(
+      Check(json.out,
+            "st=[i for i in r['items'] if i['kind']=='step']\n"
+            "assert [(i['name'], i['result']) for i in st]=="
+            "[('Pattern', 'skipped')], st\n"
+            "assert st[0]['reason'].startswith('import pattern: '), st\n"
+            "t=r['totals']\n"
+            "assert (t['refused'], t['skipped'], t['made'])==(1, 0, 9)\n"),
+      "");
+  test::LayomatRun text = Layomat(args);
+  ASSERT_EQ(text.status, 0) << text.err;
+  EXPECT_NE(text.err.find("layomat: Pattern: import pattern: "),
+            std::string::npos)
+      << text.err;
+  EXPECT_NE(text.out.find("9 of 9 layouts made; 1 host call refused;"),
+            std::string::npos)
+      << text.out;
+}
+
 TEST_F(JsonReportTest, RefusalStillPrintsOneDocument) {
   test::LayomatRun run =
       Layomat("create-layouts '" + example_ + "' -o " + Out("s.dxf") +

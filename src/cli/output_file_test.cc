@@ -15,6 +15,7 @@
 #include "core/file_util.h"
 #include "testing/shell.h"
 #include "testing/temp_dir.h"
+#include "testing/test_paths.h"
 
 namespace lmt::cli {
 namespace {
@@ -124,7 +125,8 @@ TEST_P(EveryInputTest, WritesExactlyOutInTheInputsReleaseAndFormat) {
   EXPECT_EQ(IsBinary(dir_ / "result"), input().binary)
       << "binary input must give binary output";
   testing::ShellRun read = testing::RunShell(
-      "/usr/bin/python3 -c \"import ezdxf,sys; ezdxf.readfile(sys.argv[1])\" " +
+      testing::PythonCommand() +
+      "-c \"import ezdxf,sys; ezdxf.readfile(sys.argv[1])\" " +
       testing::ShellQuote((dir_ / "result").string()) + " 2>&1");
   EXPECT_EQ(read.status, 0) << read.out;
 }
@@ -277,7 +279,8 @@ TEST_F(OutputFileTest, LayoutOfATurnedBlockFrameGetsExactlyItsAngle) {
   // angle to the last bit the degree conversion keeps (the old 8-decimal
   // table text was 2.5e-7 degrees off).
   testing::ShellRun twist = testing::RunShell(
-      "/usr/bin/python3 -c \"import ezdxf,sys; d=ezdxf.readfile(sys.argv[1]);"
+      testing::PythonCommand() +
+      "-c \"import ezdxf,sys; d=ezdxf.readfile(sys.argv[1]);"
       " print(sorted(round(v.dxf.view_twist_angle, 12) % 360"
       " for n in ('S1', 'S2') for v in d.layouts.get(n).query('VIEWPORT')"
       " if v.dxf.id != 1))\" " +

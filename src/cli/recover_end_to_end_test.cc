@@ -12,6 +12,7 @@
 #include "core/file_util.h"
 #include "testing/shell.h"
 #include "testing/temp_dir.h"
+#include "testing/test_paths.h"
 
 namespace lmt::cli {
 namespace {
@@ -73,7 +74,8 @@ TEST_F(RecoverCommandTest, RecoverWritesADrawingThatReadsStrictly) {
   // Our strict read takes it, and ezdxf finds what the example holds.
   EXPECT_EQ(Layomat("templates '" + Out("fixed.dxf") + "'").status, 0);
   testing::ShellRun check = testing::RunShell(
-      "/usr/bin/python3 -c \"import ezdxf,sys;"
+      testing::PythonCommand() +
+      "-c \"import ezdxf,sys;"
       "a=ezdxf.readfile(sys.argv[1]);b=ezdxf.readfile(sys.argv[2]);"
       "print(len(a.audit().errors), len(a.modelspace()) == "
       "len(b.modelspace()), [l.name for l in a.layouts] == "

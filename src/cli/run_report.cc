@@ -76,6 +76,16 @@ void AddSkips(RunReport& report, std::string_view kind,
   }
 }
 
+void WriteSkip(const host::Skip& skip, std::ostream& err) {
+  err << "layomat: ";
+  if (!skip.object.empty()) err << skip.object << ": ";
+  err << skip.step << ": " << skip.status.message() << "\n";
+}
+
+void WriteSkips(const host::SkipLog& skips, std::ostream& err) {
+  for (const host::Skip& skip : skips.skips()) WriteSkip(skip, err);
+}
+
 void WriteItemsText(const RunReport& report, std::ostream& out) {
   for (const ReportItem& item : report.items()) {
     out << item.result << "\t" << item.kind << "\t" << item.name;

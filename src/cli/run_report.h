@@ -86,6 +86,12 @@ std::string JsonNumber(double value);
 void AddSkips(RunReport& report, std::string_view kind,
               const host::SkipLog& skips);
 
+// The line a command writes to standard error for a host refusal it passed
+// over: "layomat: OBJECT: STEP: REASON" ("OBJECT: " left out when not known).
+void WriteSkip(const host::Skip& skip, std::ostream& err);
+// WriteSkip for each of `skips`.
+void WriteSkips(const host::SkipLog& skips, std::ostream& err);
+
 // One line per item, "RESULT<TAB>KIND<TAB>NAME", with the reason or the
 // detail after another tab; for --verbose where a command has no item
 // lines of its own.

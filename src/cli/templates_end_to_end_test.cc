@@ -10,6 +10,7 @@
 #include "core/file_util.h"
 #include "testing/shell.h"
 #include "testing/temp_dir.h"
+#include "testing/test_paths.h"
 
 namespace lmt::cli {
 namespace {
@@ -57,7 +58,8 @@ TEST_F(TemplatesCommandTest, JsonParsesAndMatchesTheText) {
   const std::string file = (dir_.path() / "templates.json").string();
   ASSERT_TRUE(core::WriteFileAtomically(file, run.out).ok());
   testing::ShellRun check = testing::RunShell(
-      "/usr/bin/python3 -c \"import json,sys; d=json.load(open(sys.argv[1]));"
+      testing::PythonCommand() +
+      "-c \"import json,sys; d=json.load(open(sys.argv[1]));"
       " c=d['candidates']; print(len(c), c[0]['kind'], c[0]['count'],"
       " c[0]['width'], c[0]['template'], c[3]['layer'])\" '" +
       file + "'");

@@ -348,9 +348,9 @@ TEST_F(FrameCommandsTest, InterruptKeepsTheRowsMadeSoFar) {
   ASSERT_EQ(Capture("45"), host::Outcome::kDone);
   windows_.okno_filter.check_tolko_name_block.set_checked(false);
   user_.QueuePointCancel();
-  // Four pumps around each activation of the CAD window, two before the
-  // walk; then one per object.
-  user_.InterruptAtPump(8 + 2);
+  // Stop pressed while the second frame is read: it is kept, no more are.
+  testing::FailingHost stop(*app_);
+  stop.InterruptAt("Entity.ObjectID", 2, user_);
   EXPECT_EQ(commands_->Search(SearchMode::kAll), host::Outcome::kInterrupted);
   EXPECT_EQ(Handles(), (std::vector<std::string>{"45", "49"}));
   EXPECT_NE(user_.message_texts().back(),

@@ -38,9 +38,10 @@ std::optional<host::LayoutPtr> FindLayout(host::Document& document,
   return *layout;
 }
 
-void DeleteLayout(host::Document& document, std::string_view name) {
+void DeleteLayout(host::Document& document, std::string_view name,
+                  host::SkipLog& skips) {
   if (std::optional<host::LayoutPtr> layout = FindLayout(document, name)) {
-    (void)(*layout)->Delete();
+    skips.Record(name, "delete layout", (*layout)->Delete());
   }
 }
 
@@ -68,12 +69,15 @@ std::vector<host::EntityPtr> PatternObjects(const host::LayoutPtr& source) {
 }
 
 void CopyPattern(host::Document& document, const host::LayoutPtr& target,
-                 const host::LayoutPtr& source,
-                 const std::vector<host::EntityPtr>& objects) {
-  (void)target->CopyFrom(source);
+                 std::string_view name, const host::LayoutPtr& source,
+                 const std::vector<host::EntityPtr>& objects,
+                 host::SkipLog& skips) {
+  skips.Record(name, "copy settings", target->CopyFrom(source));
   if (objects.empty()) return;
   Result<host::BlockPtr> block = target->Block();
-  if (block.ok()) (void)document.CopyObjects(objects, *block);
+  if (skips.Record(name, "block", block)) {
+    skips.Record(name, "copy objects", document.CopyObjects(objects, *block));
+  }
 }
 
 // The plan of a connected session; one computation for a run and for a
@@ -111,12 +115,13 @@ class Run {
 
   CreationReport Execute() {
     const CreationParameters& p = settings_.params;
-    (void)MakeLayer(document_, p.viewport_layer, false, false, false);
+    host::SkipLog& skips = report_.skips;
+    MakeLayer(document_, p.viewport_layer, false, false, false, skips);
     if (p.set_annotation_scale) {
-      (void)MakeLayer(document_, kAnnotationLayer, false, false, true);
-      FreezeAllLayers(document_, true);
+      MakeLayer(document_, kAnnotationLayer, false, false, true, skips);
+      FreezeAllLayers(document_, true, kAnnotationLayer, skips);
     }
-    utilities::ViewportOffOn(session_, false);
+    skips.Append(utilities::ViewportOffOn(session_, false).skips);
 
     const std::vector<std::string> before = LayoutNames(document_);
     if (family_ != HostFamily::kNone) Dispatch();
@@ -126,16 +131,16 @@ class Run {
                                      : settings_.pattern_layout;
       report_.deleted = LayoutsToDelete(before, pattern, report_.created);
       for (const std::string& name : report_.deleted) {
-        DeleteLayout(document_, name);
+        DeleteLayout(document_, name, skips);
       }
     }
 
     if (p.set_annotation_scale) {
-      FreezeAllLayers(document_, false);
-      (void)MakeLayer(document_, "0", false, false, true);
-      DeleteLayer(document_, kAnnotationLayer);
+      FreezeAllLayers(document_, false, "", skips);
+      MakeLayer(document_, "0", false, false, true, skips);
+      DeleteLayer(document_, kAnnotationLayer, skips);
     }
-    utilities::ViewportOffOn(session_, true);
+    skips.Append(utilities::ViewportOffOn(session_, true).skips);
     user_.SetProgressValue(0);
     // The end of the run is reported also after a refusal, as after a run
     // on a host of no family: only the user's stop silences it.
@@ -178,21 +183,31 @@ class Run {
   // "_-Layout _Template" with the file and the layout; nanoCAD keeps its
   // file dialogs as they are.
   void ImportPattern() {
-    if (!nano())
-      (void)document_.SetVariable("FILEDIA", host::Variant(int16_t{0}));
+    host::SkipLog& skips = report_.skips;
+    const std::string& name = settings_.pattern_layout;
+    if (!nano()) {
+      skips.Record(name, "FILEDIA",
+                   document_.SetVariable("FILEDIA", host::Variant(int16_t{0})));
+    }
     std::string command = "_-Layout _Template\r\"" + settings_.pattern_file +
-                          "\"\r\"" + settings_.pattern_layout + "\"\r\x1b";
-    (void)document_.SendCommand(command);
-    if (!nano())
-      (void)document_.SetVariable("FILEDIA", host::Variant(int16_t{1}));
+                          "\"\r\"" + name + "\"\r\x1b";
+    skips.Record(name, "import pattern", document_.SendCommand(command));
+    if (!nano()) {
+      skips.Record(name, "FILEDIA",
+                   document_.SetVariable("FILEDIA", host::Variant(int16_t{1})));
+    }
   }
 
   void SetLayoutCreateViewport(bool create) {
     if (nano()) return;
+    host::SkipLog& skips = report_.skips;
     Result<host::ApplicationPtr> app = document_.Application();
-    if (!app.ok()) return;
+    if (!skips.Record("", "application", app)) return;
     Result<host::PreferencesPtr> prefs = (*app)->Preferences();
-    if (prefs.ok()) (void)(*prefs)->SetLayoutCreateViewport(create);
+    if (skips.Record("", "preferences", prefs)) {
+      skips.Record("", "LayoutCreateViewport",
+                   (*prefs)->SetLayoutCreateViewport(create));
+    }
   }
 
   // The source every new layout copies: the pattern itself, or for nanoCAD
@@ -200,13 +215,15 @@ class Run {
   host::LayoutPtr PrepareSource(const host::LayoutPtr& pattern) {
     if (family_ == HostFamily::kAutoCad) return pattern;
     temporary_ = nano() ? kNanoCadCopyLayout : kZwCadCopyLayout;
-    DeleteLayout(document_, temporary_);
+    host::SkipLog& skips = report_.skips;
+    DeleteLayout(document_, temporary_, skips);
     Result<host::LayoutsPtr> layouts = document_.Layouts();
-    if (!layouts.ok()) return pattern;
+    if (!skips.Record(temporary_, "layouts", layouts)) return pattern;
     Result<host::LayoutPtr> temp = (*layouts)->Add(temporary_);
-    if (!temp.ok()) return pattern;
-    (void)document_.SetActiveLayout(*temp);
-    CopyPattern(document_, *temp, pattern, PatternObjects(pattern));
+    if (!skips.Record(temporary_, "add layout", temp)) return pattern;
+    skips.Record(temporary_, "active layout", document_.SetActiveLayout(*temp));
+    CopyPattern(document_, *temp, temporary_, pattern, PatternObjects(pattern),
+                skips);
     return *temp;
   }
 
@@ -226,6 +243,7 @@ class Run {
       source = PrepareSource(pattern);
       objects = PatternObjects(source);
     }
+    host::SkipLog& skips = report_.skips;
     Result<host::LayoutsPtr> layouts = document_.Layouts();
     for (const FramePlan& plan : plans) {
       user_.SetProgressValue(plan.row);
@@ -234,36 +252,36 @@ class Run {
           layouts.ok() ? (*layouts)->Add(plan.layout_name)
                        : Result<host::LayoutPtr>(layouts.status());
       // A name the host refuses (taken, or not valid there) skips the row.
-      if (!layout.ok()) {
-        report_.skipped.Add(plan.layout_name, std::string(kSkipLayout),
-                            layout.status());
-        continue;
-      }
-      report_.created.push_back(plan.layout_name);
-      if (source) CopyPattern(document_, *layout, source, objects);
+      const std::string& name = plan.layout_name;
+      if (!skips.Record(name, kSkipLayout, layout)) continue;
+      report_.created.push_back(name);
+      if (source) CopyPattern(document_, *layout, name, source, objects, skips);
       if (plan.viewport) {
-        BuiltViewports built =
-            BuildViewport(document_, *layout, *plan.viewport, params, user_);
+        BuiltViewports built = BuildViewport(
+            document_, *layout, name, *plan.viewport, params, user_, skips);
         report_.viewports +=
             (built.viewport != nullptr) + (built.copy != nullptr);
       } else {
-        (void)document_.SetActiveLayout(*layout);
+        skips.Record(name, "active layout", document_.SetActiveLayout(*layout));
       }
-      if (params.plot_layout) (void)(*layout)->SetPlotType(host::kPlotLayout);
+      if (params.plot_layout) {
+        skips.Record(name, "plot type",
+                     (*layout)->SetPlotType(host::kPlotLayout));
+      }
       if (settings_.text.create) {
-        (void)CreateSheetText(document_, settings_.text, plan.sheet);
+        CreateSheetText(document_, settings_.text, plan.sheet, skips);
       }
       if (settings_.attributes.change) {
-        (void)ChangeAttributes(document_, settings_.attributes, plan.sheet);
+        ChangeAttributes(document_, settings_.attributes, plan.sheet, skips);
       }
-      if (Result<host::ApplicationPtr> app = document_.Application();
-          app.ok()) {
-        (void)(*app)->ZoomExtents();
+      Result<host::ApplicationPtr> app = document_.Application();
+      if (skips.Record(name, "application", app)) {
+        skips.Record(name, "zoom", (*app)->ZoomExtents());
       }
       if (user_.interrupted()) break;
     }
     SetLayoutCreateViewport(true);
-    if (!temporary_.empty()) DeleteLayout(document_, temporary_);
+    if (!temporary_.empty()) DeleteLayout(document_, temporary_, skips);
   }
 
   host::Session& session_;

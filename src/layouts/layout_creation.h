@@ -20,7 +20,8 @@
 //
 // Failures: a host call refused for one object skips that step and the
 // run goes on; a layout name the host refuses (taken, or not valid there)
-// skips that row, recorded with the host's refusal in the report. Only the
+// skips that row. Every refusal passed over is recorded in the report's
+// skip log, under the layout (or layer) it concerned. Only the
 // missing pattern layout stops a run before it starts (its message, nothing
 // created, then the clean-up and the final message as after any run).
 #ifndef LMT_LAYOUTS_LAYOUT_CREATION_H_
@@ -45,7 +46,8 @@ inline constexpr std::string_view kNanoCadCopyLayout = "TempNewNano";
 inline constexpr std::string_view kZwCadCopyLayout = "TempNewZW";
 
 // Step of a row skipped because the host refused its layout: the skip's
-// object is the layout name, its status the host's refusal.
+// object is the layout name, its status the host's refusal. Every other
+// step passed over leaves the row's layout made, without that one property.
 inline constexpr std::string_view kSkipLayout = "layout";
 
 struct CreationReport {
@@ -55,7 +57,9 @@ struct CreationReport {
   host::Outcome outcome = host::Outcome::kDone;
   int rows = 0;                      // rows to make a layout for
   std::vector<std::string> created;  // layout names, in order
-  host::SkipLog skipped;             // rows passed over (kSkipLayout)
+  // Every refused call passed over; the rows passed over are its
+  // kSkipLayout entries.
+  host::SkipLog skips;
   std::vector<std::string> deleted;  // earlier layouts (Check_UdalitListi)
   int viewports = 0;                 // viewports made, copies included
 };

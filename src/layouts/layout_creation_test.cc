@@ -10,6 +10,7 @@
 #include <cmath>
 #include <cstdlib>
 #include <filesystem>
+#include <map>
 #include <numbers>
 
 #include "layouts/creation_test_support.h"
@@ -351,21 +352,22 @@ TEST_F(CreationTest, SheetTextAndAttributesOnEachNewLayout) {
 }
 
 TEST_F(CreationTest, InterruptedRunCleansUpWithoutFinalMessage) {
+  std::unique_ptr<lmt::testing::FailingHost> stop;
   CreationReport report;
   Described d = Create(
       host::HostKind::kNanoCad,
-      [this](core::Windows& w) {
+      [&](core::Windows& w) {
         w.okno_lmt.option_vid_sozdat_layout.SetButton(1, true);
         w.okno_lmt.uni_text_name_obrazec_layout.set_text("Pattern");
         w.okno_sozdat_layout.check_mashtab_annotation.set_checked(true);
-        // Three viewports switched off, one pump before the loop, then
-        // the first row's.
-        run_->user.InterruptAtPump(5);
+        // Stop pressed while the second row's viewport is built: that row
+        // is finished, the next is not begun.
+        stop = std::make_unique<lmt::testing::FailingHost>(run_->application());
+        stop->InterruptAt("PViewport.SetTwistAngle", 2, run_->user);
       },
       &report);
   EXPECT_EQ(report.outcome, host::Outcome::kInterrupted);
-  EXPECT_GE(report.created.size(), 1u);
-  EXPECT_LT(report.created.size(), 4u);
+  EXPECT_EQ(report.created, (std::vector<std::string>{"Sheet-1", "Sheet-2"}));
   for (const std::string& text : run_->user.message_texts()) {
     EXPECT_NE(text, run_->globals.messages.Get(15));
   }
@@ -393,7 +395,7 @@ TEST_F(CreationTest, EarlierLayoutsDeletedButNotThePattern) {
   EXPECT_EQ(d.layouts.size(), 5u);
 }
 
-TEST_F(CreationTest, RowsWhoseLayoutTheHostRefusesAreReportedSkipped) {
+TEST_F(CreationTest, RefusedCallsAreSkippedAndNamedInTheReport) {
   std::unique_ptr<lmt::testing::FailingHost> failing;
   CreationReport report;
   Described d = Create(
@@ -401,24 +403,44 @@ TEST_F(CreationTest, RowsWhoseLayoutTheHostRefusesAreReportedSkipped) {
       [&](core::Windows& w) {
         w.okno_lmt.option_vid_sozdat_layout.SetButton(1, true);
         w.okno_lmt.uni_text_name_obrazec_layout.set_text("Pattern");
-        // The second row's layout is refused, the rest go through.
         failing =
             std::make_unique<lmt::testing::FailingHost>(run_->application());
-        failing->Refuse("Layouts.Add", /*allow_first=*/1, /*times=*/1);
+        // The second row's layout, the scale of the next viewport made (the
+        // third row's) and every layer lock.
+        failing->Refuse("Layouts.Add", /*allow_first=*/1, /*times=*/1)
+            .Refuse("PViewport.SetCustomScale", 1, 1)
+            .Refuse("Layer.SetLock");
       },
       &report);
   EXPECT_EQ(report.outcome, host::Outcome::kDone);
   EXPECT_EQ(report.rows, 4);
   EXPECT_EQ(report.created,
             (std::vector<std::string>{"Sheet-1", "Sheet-3", "Sheet-4"}));
-  ASSERT_EQ(report.skipped.skips().size(), 1u);
-  const host::Skip& skip = report.skipped.skips()[0];
-  EXPECT_EQ(skip.object, "Sheet-2");
-  EXPECT_EQ(skip.step, kSkipLayout);
-  EXPECT_EQ(skip.status.code(), StatusCode::kRefused);
-  EXPECT_EQ(skip.status.message(), "Layouts.Add refused");
+  std::vector<std::string> skips;
+  for (const host::Skip& skip : report.skips.skips()) {
+    EXPECT_EQ(skip.status.code(), StatusCode::kRefused) << skip.step;
+    skips.push_back(skip.object + " " + skip.step + ": " +
+                    skip.status.message());
+  }
+  EXPECT_EQ(skips, (std::vector<std::string>{
+                       "Viewport lock: Layer.SetLock refused",
+                       "Sheet-2 layout: Layouts.Add refused",
+                       "Sheet-3 custom scale: PViewport.SetCustomScale refused",
+                   }));
+  EXPECT_EQ(report.skips.Count(kSkipLayout), 1);
+  // The row whose scale was refused still has its viewport, and the run
+  // went on to the next row as if nothing had happened.
   EXPECT_EQ(d.layout("Sheet-2"), nullptr);
-  EXPECT_NE(d.layout("Sheet-3"), nullptr);
+  EXPECT_EQ(report.viewports, 3);
+  std::map<std::string, double> scales;
+  for (const VpRecord& v : d.viewports) {
+    if (v.id != 1 && v.layout.starts_with("Sheet-")) {
+      scales[v.layout] = v.h / v.vh;
+    }
+  }
+  ASSERT_EQ(scales.size(), 3u);
+  EXPECT_NE(scales["Sheet-3"], scales["Sheet-1"]);
+  EXPECT_EQ(scales["Sheet-4"], scales["Sheet-1"]);
 }
 
 TEST_F(CreationTest, TurnedBlockFrameGivesItsViewportExactlyItsAngle) {

@@ -5,13 +5,15 @@
 //
 // Every host call may fail; a failing step is skipped and the next one
 // runs, so a missing style or block leaves the drawing as the host left it.
-// Nothing is reported to the user.
+// Nothing is shown to the user: the refusals go to the run's skip log under
+// the layout's name.
 #ifndef LMT_LAYOUTS_SHEET_ACTIONS_H_
 #define LMT_LAYOUTS_SHEET_ACTIONS_H_
 
 #include <string_view>
 
 #include "host/object_model.h"
+#include "host/skip_log.h"
 #include "layouts/run_settings.h"
 #include "layouts/sheet_texts.h"
 
@@ -25,10 +27,10 @@ inline constexpr std::string_view kAttributeSetName = "SS2";
 // adds the filled-in text with AddMText to the active space at (x, y) and
 // sets Height, AttachmentPoint, the insertion point again, AttachmentPoint
 // again and StyleName, in that order (setting the attachment point moves
-// the text). The text, or the refusal that stopped it being added.
-Result<host::MTextPtr> CreateSheetText(host::Document& document,
-                                       const SheetTextSettings& settings,
-                                       const SheetValues& values);
+// the text). The text, or null when the host refused to add it.
+host::MTextPtr CreateSheetText(host::Document& document,
+                               const SheetTextSettings& settings,
+                               const SheetValues& values, host::SkipLog& skips);
 
 // Selects the block references of layout `values.layout` through the set
 // "SS2" (any older set of that name is deleted first) and, in each one
@@ -37,7 +39,7 @@ Result<host::MTextPtr> CreateSheetText(host::Document& document,
 // filled-in value. Returns how many attributes were set.
 int ChangeAttributes(host::Document& document,
                      const AttributeSettings& settings,
-                     const SheetValues& values);
+                     const SheetValues& values, host::SkipLog& skips);
 
 }  // namespace lmt::layouts
 

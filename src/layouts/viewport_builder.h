@@ -5,13 +5,16 @@
 // the optional copy viewport. The numbers come from PlanViewport; which
 // rule gave the view angle (standard or extended) is the plan's business.
 //
-// A host that refuses a step leaves that property as it is and the next
-// step runs; only a refused AddPViewport leaves the layout without a
-// viewport.
+// A host that refuses a step leaves that property as it is, the refusal is
+// recorded under the layout's name and the next step runs; only a refused
+// AddPViewport leaves the layout without a viewport.
 #ifndef LMT_LAYOUTS_VIEWPORT_BUILDER_H_
 #define LMT_LAYOUTS_VIEWPORT_BUILDER_H_
 
+#include <string_view>
+
 #include "host/object_model.h"
+#include "host/skip_log.h"
 #include "host/user.h"
 #include "layouts/creation_parameters.h"
 #include "layouts/viewport_geometry.h"
@@ -23,14 +26,14 @@ struct BuiltViewports {
   host::PViewportPtr copy;      // null when not asked for or refused
 };
 
-// Builds the viewports of `plan` in `layout`, which becomes the active
-// layout in paper space. `user` pumps events before the annotation scale
-// is set.
+// Builds the viewports of `plan` in `layout` (named `name`), which becomes
+// the active layout in paper space. `user` pumps events before the
+// annotation scale is set.
 BuiltViewports BuildViewport(host::Document& document,
                              const host::LayoutPtr& layout,
-                             const ViewportPlan& plan,
-                             const CreationParameters& params,
-                             host::User& user);
+                             std::string_view name, const ViewportPlan& plan,
+                             const CreationParameters& params, host::User& user,
+                             host::SkipLog& skips);
 
 }  // namespace lmt::layouts
 

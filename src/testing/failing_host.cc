@@ -21,6 +21,16 @@ FailingHost& FailingHost::Refuse(std::string member, int64_t allow_first,
   return *this;
 }
 
+FailingHost& FailingHost::InterruptAt(std::string member, int64_t nth,
+                                      host::User& user) {
+  gate_->RefuseIf([member = std::move(member), nth, seen = int64_t{0},
+                   &user](std::string_view called) mutable {
+    if (called == member && ++seen == nth) user.RequestInterrupt();
+    return false;
+  });
+  return *this;
+}
+
 int64_t FailingHost::CallCount(std::string_view member) const {
   return gate_->CallCount(member);
 }

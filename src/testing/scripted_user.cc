@@ -38,7 +38,6 @@ void ScriptedUser::QueueDistance(double distance) {
   distances_.emplace_back(distance);
 }
 void ScriptedUser::QueueDistanceCancel() { distances_.emplace_back(Cancel()); }
-void ScriptedUser::InterruptAtPump(int n) { interrupt_at_pump_ = n; }
 
 std::vector<std::string> ScriptedUser::message_texts() const {
   std::vector<std::string> texts;
@@ -59,7 +58,6 @@ void ScriptedUser::BringToFront() {
 void ScriptedUser::PumpEvents() {
   events_.push_back("pump");
   ++pump_count_;
-  if (interrupt_at_pump_ > 0 && --interrupt_at_pump_ == 0) RequestInterrupt();
 }
 
 void ScriptedUser::Wait(std::chrono::milliseconds duration) {

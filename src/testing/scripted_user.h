@@ -38,9 +38,6 @@ class ScriptedUser : public host::User {
   void QueuePointCancel();
   void QueueDistance(double distance);
   void QueueDistanceCancel();
-  // The stop button is pressed during the n-th PumpEvents from now (1: the
-  // next one).
-  void InterruptAtPump(int n);
   // Do not fail the test for answers left in the queues.
   void AllowUnusedAnswers() { allow_unused_ = true; }
 
@@ -94,7 +91,6 @@ class ScriptedUser : public host::User {
   std::deque<Result<std::vector<std::string>>> picks_;
   std::deque<Result<host::Point>> points_;
   std::deque<Result<double>> distances_;
-  int interrupt_at_pump_ = 0;
   bool allow_unused_ = false;
 
   std::vector<std::string> events_;

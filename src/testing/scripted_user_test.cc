@@ -88,19 +88,6 @@ TEST(ScriptedUserTest, PicksPointsDistancesAndCancels) {
   EXPECT_EQ(user.pick_filters()[0], filter);
 }
 
-TEST(ScriptedUserTest, InterruptArrivesAtTheChosenPump) {
-  ScriptedUser user;
-  user.InterruptAtPump(3);
-  std::vector<bool> seen;
-  for (int i = 0; i < 4; ++i) {
-    user.PumpEvents();
-    seen.push_back(user.interrupted());
-  }
-  EXPECT_EQ(seen, (std::vector<bool>{false, false, true, true}));
-  user.ClearInterrupt();
-  EXPECT_FALSE(user.interrupted());
-}
-
 TEST(ScriptedUserTest, RecordsWindowAndProgressEventsInOrder) {
   ScriptedUser user;
   user.ActivateCadWindow("CAD");
