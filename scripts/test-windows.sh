@@ -11,7 +11,7 @@ jobs=${LMT_JOBS:-$(nproc)}
 started=$SECONDS
 
 packages=(wine wine64 fonts-wine libwine-dev g++-mingw-w64-x86-64-posix
-          mingw-w64-tools xvfb xauth)
+          mingw-w64-tools xvfb xauth nsis)
 missing=()
 for p in "${packages[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" \
