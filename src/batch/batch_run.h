@@ -19,6 +19,7 @@
 #include "core/batch_windows.h"
 #include "core/messages.h"
 #include "core/status.h"
+#include "host/skip_log.h"
 #include "host/user.h"
 
 namespace lmt::batch {
@@ -62,6 +63,9 @@ struct BatchReport {
   std::vector<FileFailure> failures;
   // The files written, in order.
   std::vector<std::string> written;
+  // Host calls refused along the way that did not fail their file (a
+  // system variable the host would not set), under the file's path.
+  host::SkipLog skips;
 };
 
 // The files of a window's table: rows up to the first empty name.

@@ -29,6 +29,13 @@ void Caption(BatchUi& ui, const HostBatchOptions& options,
 
 }  // namespace
 
+void SetVariableOrSkip(host::Document& document, std::string_view name,
+                       const host::Variant& value, const FileEntry& file,
+                       host::SkipLog& skips) {
+  skips.Record(file.path, "set " + std::string(name),
+               document.SetVariable(name, value));
+}
+
 std::optional<SaveFormat> SaveFormatOf(host::Application& application,
                                        int index) {
   int host_type = 0;
@@ -99,6 +106,7 @@ BatchReport RunHostBatch(host::Application& application, BatchUi& ui,
     if (opened && current != nullptr) {
       OperationResult done = operation(*current, file);
       stop_run = done.stop_run;
+      report.skips.Append(done.skips);
       if (!done.status.ok()) {
         failure = done.status;
         save = false;  // never write a drawing the operation did not finish

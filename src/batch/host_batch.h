@@ -51,7 +51,15 @@ struct OperationResult {
   // The host cannot do this at all (the operation has told the user why):
   // the run ends after this file.
   bool stop_run = false;
+  // Refusals the operation went on after; they go into the run's report.
+  host::SkipLog skips;
 };
+
+// Sets system variable `name` for an operation on `file`; a refusal is
+// recorded in `skips` and the operation goes on with the host's value.
+void SetVariableOrSkip(host::Document& document, std::string_view name,
+                       const host::Variant& value, const FileEntry& file,
+                       host::SkipLog& skips);
 
 // The operation on the opened drawing; `file` is its table row.
 using FileOperation = std::function<OperationResult(host::Document& document,

@@ -261,6 +261,21 @@ TEST_F(HostBatchTest, RefusedCommandLeavesFileUnsavedAndFailed) {
   EXPECT_EQ(Count("close"), 2);
 }
 
+// A host that will not set a system variable still runs the script on
+// every file; each refusal is named, under its file, in the run's report.
+TEST_F(HostBatchTest, RefusedVariablesAreSkippedAndReported) {
+  testing::FailingHost refuse(app_);
+  refuse.Refuse("Document.SetVariable", 1, 2);  // file 1's DRAWORDERCTL, both
+  BatchReport report = RunScriptFiles(app_, ui_, Script("_Line", 2));
+  EXPECT_EQ(report.processed, 2);
+  EXPECT_TRUE(report.failures.empty());
+  EXPECT_EQ(Count("saveas"), 2);
+  ASSERT_EQ(report.skips.skips().size(), 2u);
+  EXPECT_EQ(report.skips.skips()[0].object, PathToUtf8(dir_ / "plan1.dwg"));
+  EXPECT_EQ(report.skips.Count("set DRAWORDERCTL"), 2);
+  EXPECT_EQ(Count("set "), 4);  // file 1's PEDITACCEPT, file 2's three
+}
+
 TEST_F(HostBatchTest, LispRefusalsBeforeTheRun) {
   RunLispSettings s;
   s.lisp_file = PathToUtf8(dir_ / "none.lsp");

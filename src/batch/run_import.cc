@@ -26,7 +26,10 @@ OperationResult Refused(BatchUi& ui, std::string_view format, Status s) {
   ui.user.ShowMessage(ImportUnavailableMessage(format, s),
                       host::MessageIcon::kCritical, host::MessageButtons::kOk,
                       ui.product_name);
-  return OperationResult{std::move(s), true};
+  OperationResult result;
+  result.status = std::move(s);
+  result.stop_run = true;
+  return result;
 }
 
 }  // namespace
@@ -92,39 +95,47 @@ BatchReport RunImportFiles(host::Application& application, BatchUi& ui,
 
   auto run = [&](host::Document& document, const FileEntry& file) {
     user.SetStatusText(kCaptionImportFile);
-    document
-        .SetVariable(
-            "TILEMODE",
-            host::Variant(static_cast<int16_t>(settings.into_layout ? 0 : 1)))
-        .IgnoreError();
+    OperationResult result;
+    auto refused = [&](Status s) {
+      OperationResult r = Refused(ui, settings.format, std::move(s));
+      r.skips = result.skips;
+      return r;
+    };
+    SetVariableOrSkip(
+        document, "TILEMODE",
+        host::Variant(static_cast<int16_t>(settings.into_layout ? 0 : 1)), file,
+        result.skips);
     if (!IsPdf(settings.format)) {
       Result<host::Variant> filedia = document.GetVariable("FILEDIA");
-      document.SetVariable("FILEDIA", host::Variant(int16_t{0})).IgnoreError();
+      SetVariableOrSkip(document, "FILEDIA", host::Variant(int16_t{0}), file,
+                        result.skips);
       Status s = document.SendCommand(ImportCommand(file.path));
       if (s.ok()) user.Wait(kHostWait);
-      if (filedia.ok()) document.SetVariable("FILEDIA", *filedia).IgnoreError();
-      if (!s.ok()) return Refused(ui, settings.format, s);
+      if (filedia.ok()) {
+        SetVariableOrSkip(document, "FILEDIA", *filedia, file, result.skips);
+      }
+      if (!s.ok()) return refused(s);
       // Read for hosts that report the translation; a failed import shows
       // as a drawing without the content, as in the CAD program itself.
       (void)document.GetVariable("IMPORTTRANSLATIONRESULT");
-      return OperationResult{};
+      return result;
     }
     for (const SystemVariable& v : PdfImportVariables(settings.pdf)) {
-      document.SetVariable(v.name, host::Variant(static_cast<int32_t>(v.value)))
-          .IgnoreError();
+      SetVariableOrSkip(document, v.name,
+                        host::Variant(static_cast<int32_t>(v.value)), file,
+                        result.skips);
     }
-    document
-        .SetVariable(
-            "PDFIMPORTIMAGEPATH",
-            host::Variant(PathToUtf8(PdfImageFolder(PathFromUtf8(file.path)))))
-        .IgnoreError();
+    SetVariableOrSkip(
+        document, "PDFIMPORTIMAGEPATH",
+        host::Variant(PathToUtf8(PdfImageFolder(PathFromUtf8(file.path)))),
+        file, result.skips);
     const int pages = settings.all_pages ? PagesOf(file.path) : 1;
     double x = 0;
     for (int page = 1; page <= pages; ++page) {
       if (pages > 1) user.SetStatusText(ImportPageCaption(page, pages));
       Status s = document.SendCommand(PdfImportCommand(
           file.path, page, x, 0, settings.scale, settings.rotation));
-      if (!s.ok()) return Refused(ui, settings.format, s);
+      if (!s.ok()) return refused(s);
       user.Wait(kHostWait);
       // The next page goes the interval right of the drawing's extents.
       if (Result<host::Variant> max = document.GetVariable("VSMAX"); max.ok()) {
@@ -133,7 +144,7 @@ BatchReport RunImportFiles(host::Application& application, BatchUi& ui,
         }
       }
     }
-    return OperationResult{};
+    return result;
   };
   return RunHostBatch(application, ui, settings.files, options, run);
 }

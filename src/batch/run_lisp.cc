@@ -48,13 +48,14 @@ BatchReport RunLispFiles(host::Application& application, BatchUi& ui,
   const std::string load = LispLoadCommand(settings.lisp_file);
   const std::string start = LispStartCommand(settings.start_command);
 
-  auto run = [&](host::Document& document, const FileEntry&) {
+  auto run = [&](host::Document& document, const FileEntry& file) {
     OperationResult result;
     ui.user.SetStatusText(kCaptionRunLisp);
     // Lisp files from outside the trusted folders load only with
     // SECURELOAD 0; the user's value is put back before the close.
     Result<host::Variant> secure = document.GetVariable("SECURELOAD");
-    document.SetVariable("SECURELOAD", host::Variant(int16_t{0})).IgnoreError();
+    SetVariableOrSkip(document, "SECURELOAD", host::Variant(int16_t{0}), file,
+                      result.skips);
     if (Status s = document.SendCommand(load); !s.ok()) {
       result.status = s;
       result.stop_run = true;
@@ -69,7 +70,9 @@ BatchReport RunLispFiles(host::Application& application, BatchUi& ui,
                      host::MessageIcon::kInformation);
       }
     }
-    if (secure.ok()) document.SetVariable("SECURELOAD", *secure).IgnoreError();
+    if (secure.ok()) {
+      SetVariableOrSkip(document, "SECURELOAD", *secure, file, result.skips);
+    }
     return result;
   };
   return RunHostBatch(application, ui, settings.files, options, run);

@@ -25,18 +25,19 @@ BatchReport RunScriptFiles(host::Application& application, BatchUi& ui,
   const bool send = ScriptSendsCommand(ScriptArguments(settings.script_text));
   host::User& user = ui.user;
 
-  auto run = [&](host::Document& document, const FileEntry&) {
+  auto run = [&](host::Document& document, const FileEntry& file) {
     OperationResult result;
     if (!send) return result;
     // PEDITACCEPT stays 1 afterwards: scripts that join lines expect it.
-    document.SetVariable("PEDITACCEPT", host::Variant(int16_t{1}))
-        .IgnoreError();
+    SetVariableOrSkip(document, "PEDITACCEPT", host::Variant(int16_t{1}), file,
+                      result.skips);
     Result<host::Variant> draw_order = document.GetVariable("DRAWORDERCTL");
-    document.SetVariable("DRAWORDERCTL", host::Variant(int16_t{0}))
-        .IgnoreError();
+    SetVariableOrSkip(document, "DRAWORDERCTL", host::Variant(int16_t{0}), file,
+                      result.skips);
     result.status = document.SendCommand(expression);
     if (draw_order.ok()) {
-      document.SetVariable("DRAWORDERCTL", *draw_order).IgnoreError();
+      SetVariableOrSkip(document, "DRAWORDERCTL", *draw_order, file,
+                        result.skips);
     }
     user.Wait(kHostWait);
     return result;

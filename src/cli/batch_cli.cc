@@ -89,6 +89,8 @@ RunReport BatchRunReport(std::string_view command,
   run.SetTotal("processed", report.processed);
   run.SetTotal("written", static_cast<int64_t>(report.written.size()));
   run.SetTotal("failed", static_cast<int64_t>(report.failures.size()));
+  AddSkips(run, "step", report.skips);
+  run.SetTotal("refused", static_cast<int64_t>(report.skips.skips().size()));
   for (const std::string& path : report.written) run.AddOutput(path);
   return run;
 }
@@ -112,6 +114,7 @@ int ReportBatch(CommandContext& context, std::string_view command,
     if (!message.starts_with(failure.path)) context.err << failure.path << ": ";
     context.err << message << "\n";
   }
+  WriteSkips(report.skips, context.err);
   return FinishReport(context, run,
                       report.failures.empty() ? kExitOk : kExitFileError);
 }

@@ -194,7 +194,7 @@ TEST_F(JsonReportTest, FailedBatchFileIsListedWithExitThree) {
                   "assert it['t.dxf']['output']==r['outputs'][0]\n"
                   "assert r['outputs'][0].endswith('done/t.dxf'), r\n"
                   "assert r['totals']=={'files':2,'processed':2,'written':1,"
-                  "'failed':1}, r['totals']\n"),
+                  "'failed':1,'refused':0}, r['totals']\n"),
             "");
 }
 
