@@ -9,6 +9,7 @@
 #include "host/block.h"
 #include "host/entity.h"
 #include "host/layout.h"
+#include "layouts/viewport_geometry.h"
 
 namespace lmt::cli {
 namespace {
@@ -40,7 +41,8 @@ Frame FrameOfRow(const frames::FrameTable& table, int row) {
   const frames::FrameRecord record = frames::ReadRecord(table, row);
   frame.kind = record.typ;
   if (record.corners) {
-    const frames::Point centre = frames::CornerMean(*record.corners);
+    // The dry run's centre too: one definition for both reports.
+    const frames::Point centre = layouts::FrameCentre(*record.corners);
     frame.x = centre.x;
     frame.y = centre.y;
   }

@@ -170,7 +170,7 @@ TEST(RecoveryTest, CorpusFilesOfSmallWritersOpenWhenRecovered) {
   for (const char* name : {"041_empty.dxf", "057_tux.dxf", "059_misc01.dxf",
                            "380_M4_c.dxf", "386_spline007.dxf"}) {
     SCOPED_TRACE(name);
-    const std::string path = lmt::testing::CorpusPath(name);
+    const std::string path = testing::CorpusPath(name);
     std::unique_ptr<Document> doc;
     EXPECT_FALSE(Document::Load(path, &doc).ok());
     Status s = Document::Load(path, &doc, ReadOptions{true});

@@ -72,7 +72,7 @@ TEST(UpgradeTest, R12IsRefusedUnchanged) {
 
 TEST(UpgradeTest, R14GetsLayoutsAndFullViewportsAndTakesNewLayouts) {
   const std::string path =
-      lmt::testing::CorpusPath("394_Test2.dxf");  // R14, 2 viewports
+      testing::CorpusPath("394_Test2.dxf");  // R14, 2 viewports
   LMT_SKIP_WITHOUT_SHARED_FOR(path);
   LMT_SKIP_WITHOUT_EZDXF();
   auto doc = Load(path);

@@ -41,13 +41,4 @@ FrameRecord ReadRecord(const FrameTable& table, int row) {
   return r;
 }
 
-Point CornerMean(const Quad& corners) {
-  Point sum;
-  for (const Point& p : corners) {
-    sum.x += p.x;
-    sum.y += p.y;
-  }
-  return {sum.x / 4, sum.y / 4};
-}
-
 }  // namespace lmt::frames

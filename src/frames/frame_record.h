@@ -46,9 +46,6 @@ struct FrameRecord {
 // The record of data row `row`. REQUIRES: 0 < row < table.row_count().
 FrameRecord ReadRecord(const FrameTable& table, int row);
 
-// The centre of the four corners (their mean).
-Point CornerMean(const Quad& corners);
-
 }  // namespace lmt::frames
 
 #endif  // LMT_FRAMES_FRAME_RECORD_H_

@@ -29,7 +29,7 @@ TEST(FrameRecordTest, ReadsEveryFieldOfARow) {
   EXPECT_TRUE(r.is_reference());
   EXPECT_EQ(r.angle, 0.5);
   ASSERT_TRUE(r.corners);
-  EXPECT_EQ(CornerMean(*r.corners), (Point{2, 1}));
+  EXPECT_EQ((*r.corners)[2], (Point{4, 2}));
 
   // A blank row: no corners, no kind, angle 0.
   FrameRecord blank = ReadRecord(table, 2);
