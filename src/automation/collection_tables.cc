@@ -75,25 +75,31 @@ Status CopyFrom(Call& call) {
   return self->CopyFrom(*source);
 }
 
-// GetFont(Typeface, Bold, Italic, Charset, PitchAndFamily), all out.
+// GetFont(Typeface, Bold, Italic, Charset, PitchAndFamily), all out and
+// typed (String, Boolean, Boolean, Long, Long): as with the programs' type
+// library, a VARIANT reference or a reference of another type is refused.
 Status GetFont(Call& call) {
   TextStyle* self = Self<TextStyle>(call);
   if (self == nullptr) return Status::NotSupported("not a text style");
+  if (call.args.size() < 5) return MissingArgument(call.args.size());
+  constexpr VARTYPE kTypes[] = {VT_BSTR, VT_BOOL, VT_BOOL, VT_I4, VT_I4};
+  for (size_t i = 0; i < 5; ++i) {
+    if (V_VT(call.args[i]) != (VT_BYREF | kTypes[i]) ||
+        V_BYREF(call.args[i]) == nullptr) {
+      return Status::InvalidArgument("GetFont: argument " +
+                                     std::to_string(i + 1) +
+                                     " is not a variable of its type");
+    }
+  }
   Result<host::Font> font = self->GetFont();
   if (!font.ok()) return font.status();
-  if (call.args.size() < 5) return MissingArgument(call.args.size());
-  comhost::ScopedVariant values[] = {
-      comhost::TextVariant(font->typeface), comhost::BoolVariant(font->bold),
-      comhost::BoolVariant(font->italic), comhost::I4Variant(font->charset),
-      comhost::I4Variant(font->pitch_and_family)};
-  for (size_t i = 0; i < 5; ++i) {
-    VARIANT* arg = call.args[i];
-    if (V_VT(arg) != (VT_BYREF | VT_VARIANT) || V_VARIANTREF(arg) == nullptr) {
-      return Status::InvalidArgument("GetFont takes variables");
-    }
-    VariantClear(V_VARIANTREF(arg));
-    *V_VARIANTREF(arg) = values[i].Release();
-  }
+  BSTR* face = V_BSTRREF(call.args[0]);
+  SysFreeString(*face);
+  *face = SysAllocString(core::Utf8ToWide(font->typeface).c_str());
+  *V_BOOLREF(call.args[1]) = font->bold ? VARIANT_TRUE : VARIANT_FALSE;
+  *V_BOOLREF(call.args[2]) = font->italic ? VARIANT_TRUE : VARIANT_FALSE;
+  *V_I4REF(call.args[3]) = font->charset;
+  *V_I4REF(call.args[4]) = font->pitch_and_family;
   return Status();
 }
 

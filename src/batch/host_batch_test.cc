@@ -26,7 +26,9 @@ namespace {
 
 // A CAD program that opens any path, records what each drawing receives
 // ("open P", "set NAME=V", "send TEXT", "saveas P TYPE", "close"), and
-// refuses to close the first `failing_closes` times it is asked.
+// refuses to close the first `failing_closes` times it is asked. Like the
+// programs, it refuses a system variable value that is neither a 16-bit
+// integer nor a text: every variable the runs set is one of the two.
 struct Recorder {
   std::vector<std::string> log;
   int failing_closes = 0;
@@ -46,6 +48,11 @@ class RecDocument : public host::Document {
   }
   Status DoSetVariable(std::string_view name,
                        const host::Variant& value) override {
+    if (!std::holds_alternative<int16_t>(value) &&
+        !std::holds_alternative<std::string>(value)) {
+      return Status::InvalidArgument("type mismatch setting " +
+                                     std::string(name));
+    }
     rec_.log.push_back("set " + std::string(name) + "=" +
                        host::ToText(value).value_or("?"));
     return Status();
@@ -337,6 +344,8 @@ TEST_F(HostBatchTest, PdfPagesAreImportedOneByOneIntoTheTemplate) {
   BatchReport report =
       RunImportFiles(app_, ui_, s, PathToUtf8(dir_ / "template.dwg"));
   EXPECT_EQ(report.processed, 1);
+  EXPECT_TRUE(report.skips.empty()) << report.skips.skips()[0].status.message();
+  EXPECT_EQ(Count("set PDFIMPORT"), 4);
   EXPECT_EQ(rec_.log.front(), "open " + PathToUtf8(dir_ / "template.dwg"));
   std::vector<std::string> sends = Sends();
   ASSERT_EQ(sends.size(), 2u);

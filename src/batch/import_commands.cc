@@ -29,16 +29,16 @@ std::string Coordinate(double value) {
 
 std::vector<SystemVariable> PdfImportVariables(
     const PdfImportOptions& options) {
-  int filter = 0;
+  int16_t filter = 0;
   for (std::size_t k = 0; k < options.import_kinds.size(); ++k) {
-    if (!options.import_kinds[k]) filter |= 1 << k;
+    if (!options.import_kinds[k]) filter |= static_cast<int16_t>(1 << k);
   }
-  int mode = 0;
+  int16_t mode = 0;
   for (std::size_t k = 0; k < options.modes.size(); ++k) {
-    if (options.modes[k]) mode |= 1 << k;
+    if (options.modes[k]) mode |= static_cast<int16_t>(1 << k);
   }
   return {{"PDFIMPORTFILTER", filter},
-          {"PDFIMPORTLAYERS", options.layers},
+          {"PDFIMPORTLAYERS", static_cast<int16_t>(options.layers)},
           {"PDFIMPORTMODE", mode}};
 }
 

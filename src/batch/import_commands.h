@@ -6,6 +6,7 @@
 #define LMT_BATCH_IMPORT_COMMANDS_H_
 
 #include <array>
+#include <cstdint>
 #include <filesystem>
 #include <string>
 #include <string_view>
@@ -29,9 +30,10 @@ struct PdfImportOptions {
   std::array<bool, 5> modes = {false, true, true, false, false};
 };
 
+// The programs hold these as 16-bit integers and refuse a 32-bit value.
 struct SystemVariable {
   std::string name;
-  int value = 0;
+  int16_t value = 0;
 };
 
 // PDFIMPORTFILTER, PDFIMPORTLAYERS and PDFIMPORTMODE with their values.

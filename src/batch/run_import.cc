@@ -121,8 +121,7 @@ BatchReport RunImportFiles(host::Application& application, BatchUi& ui,
       return result;
     }
     for (const SystemVariable& v : PdfImportVariables(settings.pdf)) {
-      SetVariableOrSkip(document, v.name,
-                        host::Variant(static_cast<int32_t>(v.value)), file,
+      SetVariableOrSkip(document, v.name, host::Variant(v.value), file,
                         result.skips);
     }
     SetVariableOrSkip(

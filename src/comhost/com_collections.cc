@@ -209,24 +209,33 @@ class ComTextStyle : public host::TextStyle, public ComObject {
 
  protected:
   Result<std::string> DoName() const override { return GetText("Name"); }
-  // GetFont fills five by-reference arguments.
+  // GetFont(Typeface As String, Bold As Boolean, Italic As Boolean,
+  // Charset As Long, PitchAndFamily As Long), typed output-only arguments
+  // ("GetFont Method (ActiveX)", https://help.autodesk.com/cloudhelp/2016/
+  // CHS/AutoCAD-ActiveX/files/GUID-7070FBED-AD5F-47EB-BB9A-5CD25B76DCC8.htm):
+  // the type library refuses a VARIANT reference as a type mismatch.
   Result<host::Font> DoGetFont() const override {
-    ScopedVariant typeface, bold, italic, charset, pitch;
+    BSTR typeface = nullptr;
+    VARIANT_BOOL bold = VARIANT_FALSE;
+    VARIANT_BOOL italic = VARIANT_FALSE;
+    LONG charset = 0;
+    LONG pitch = 0;
     std::vector<ScopedVariant> args;
-    for (ScopedVariant* out : {&typeface, &bold, &italic, &charset, &pitch}) {
-      args.push_back(RefVariant(*out));
+    args.push_back(TypedRefVariant(VT_BSTR, &typeface));
+    args.push_back(TypedRefVariant(VT_BOOL, &bold));
+    args.push_back(TypedRefVariant(VT_BOOL, &italic));
+    args.push_back(TypedRefVariant(VT_I4, &charset));
+    args.push_back(TypedRefVariant(VT_I4, &pitch));
+    Status s = Do("GetFont", std::move(args));
+    std::string face;
+    if (typeface != nullptr) {
+      face = WideToUtf8(std::wstring_view(typeface, SysStringLen(typeface)));
+      SysFreeString(typeface);
     }
-    if (Status s = Do("GetFont", std::move(args)); !s.ok()) return s;
-    host::Font font;
-    Result<std::string> face = ReadText(*typeface.get());
-    Result<bool> b = ReadBool(*bold.get());
-    Result<bool> i = ReadBool(*italic.get());
-    Result<int32_t> c = ReadI4(*charset.get());
-    Result<int32_t> p = ReadI4(*pitch.get());
-    if (!face.ok() || !b.ok() || !i.ok() || !c.ok() || !p.ok()) {
-      return Status::InvalidArgument("GetFont: unreadable font");
-    }
-    return host::Font{*face, *b, *i, *c, *p};
+    if (!s.ok()) return s;
+    return host::Font{face, bold != VARIANT_FALSE, italic != VARIANT_FALSE,
+                      static_cast<int32_t>(charset),
+                      static_cast<int32_t>(pitch)};
   }
   Status DoSetFont(const host::Font& font) override {
     std::vector<ScopedVariant> args;

@@ -57,6 +57,14 @@ ScopedVariant RefVariant(ScopedVariant& target) {
   return out;
 }
 
+ScopedVariant TypedRefVariant(VARTYPE type, void* target) {
+  LMT_CHECK(target != nullptr);
+  ScopedVariant out;
+  V_VT(out.get()) = static_cast<VARTYPE>(VT_BYREF | type);
+  V_BYREF(out.get()) = target;
+  return out;
+}
+
 Result<ScopedVariant> Invoke(ComContext& context, IDispatch* object,
                              std::string_view type_key, std::string_view name,
                              CallKind kind, std::vector<ScopedVariant> args) {

@@ -77,6 +77,10 @@ Result<ScopedVariant> Invoke(ComContext& context, IDispatch* object,
 // A by-reference argument that the server fills (out parameters such as
 // GetBoundingBox's corners). `target` must outlive the call.
 ScopedVariant RefVariant(ScopedVariant& target);
+// A by-reference argument of a declared type (VT_BSTR, VT_BOOL, VT_I4...)
+// pointing at `target`, for out-parameters that the type library types:
+// the programs refuse a VARIANT reference there as a type mismatch.
+ScopedVariant TypedRefVariant(VARTYPE type, void* target);
 
 // Every element of a collection through its enumerator (_NewEnum), fetched
 // in large batches so that a walk costs a few round trips, not one per

@@ -83,11 +83,20 @@ TEST(DocumentTest, VariablesFromTheDrawingAndTheSession) {
   EXPECT_EQ(std::get<std::string>(*s.doc->GetVariable("CTAB")), "Model");
   EXPECT_EQ(std::get<int16_t>(*s.doc->GetVariable("INSUNITS")), 4);
 
-  for (const char* name :
-       {"FILEDIA", "PEDITACCEPT", "DRAWORDERCTL", "SECURELOAD"}) {
+  for (const char* name : {"FILEDIA", "PEDITACCEPT", "DRAWORDERCTL",
+                           "SECURELOAD", "PDFIMPORTFILTER", "INSUNITS"}) {
     ASSERT_TRUE(s.doc->SetVariable(name, Variant(int16_t{0})).ok()) << name;
     EXPECT_EQ(*host::ToInt(*s.doc->GetVariable(name)), 0) << name;
+    // As in the programs, a 16-bit variable refuses a 32-bit value.
+    EXPECT_EQ(s.doc->SetVariable(name, Variant(int32_t{1})).code(),
+              StatusCode::kInvalidArgument)
+        << name;
   }
+  ASSERT_TRUE(
+      s.doc->SetVariable("PDFIMPORTIMAGEPATH", Variant(std::string("C:\\i")))
+          .ok());
+  EXPECT_EQ(std::get<std::string>(*s.doc->GetVariable("pdfimportimagepath")),
+            "C:\\i");
   ASSERT_TRUE(
       s.doc->SetVariable("CANNOSCALE", Variant(std::string("1:100"))).ok());
   EXPECT_EQ(std::get<std::string>(*s.doc->GetVariable("CANNOSCALE")), "1:100");

@@ -36,9 +36,13 @@ struct SessionDefault {
 // Program settings the add-in reads or sets, with the values a fresh CAD
 // session has.
 constexpr SessionDefault kSessionDefaults[] = {
-    {"FILEDIA", 1},    {"PEDITACCEPT", 0}, {"DRAWORDERCTL", 3},
-    {"SECURELOAD", 1}, {"CMDECHO", 1},     {"LAYOUTREGENCTL", 2},
+    {"FILEDIA", 1},         {"PEDITACCEPT", 0},     {"DRAWORDERCTL", 3},
+    {"SECURELOAD", 1},      {"CMDECHO", 1},         {"LAYOUTREGENCTL", 2},
+    {"PDFIMPORTFILTER", 8}, {"PDFIMPORTLAYERS", 0}, {"PDFIMPORTMODE", 2},
 };
+
+// Program settings held as text, empty in a fresh session.
+constexpr std::string_view kSessionTexts[] = {"PDFIMPORTIMAGEPATH"};
 
 bool Is(std::string_view a, std::string_view b) {
   return dxf::EqualsNoCase(a, b);
@@ -63,6 +67,15 @@ dxf::Entity DictionaryVar(Drawing& d, std::string_view name) {
 Status ReadOnly(std::string_view name) {
   return Status::Refused("system variable " + std::string(name) +
                          " is read-only");
+}
+
+// The programs keep these variables as 16-bit integers and refuse any other
+// variant type for them (a VT_I4 fails as a type mismatch), so the engine
+// does too: a caller that passes 32-bit values would work here and fail there.
+Result<int16_t> ShortValue(std::string_view name, const host::Variant& v) {
+  if (const int16_t* value = std::get_if<int16_t>(&v)) return *value;
+  return Status::InvalidArgument("system variable " + std::string(name) +
+                                 " takes a 16-bit integer");
 }
 
 Result<int32_t> IntValue(std::string_view name, const host::Variant& v) {
@@ -172,13 +185,16 @@ Result<host::Variant> ReadVariable(Drawing& d, std::string_view name) {
   for (const SessionDefault& s : kSessionDefaults) {
     if (Is(name, s.name)) return host::Variant(s.value);
   }
+  for (std::string_view text : kSessionTexts) {
+    if (Is(name, text)) return host::Variant(std::string());
+  }
   return HeaderVariable(d, name);
 }
 
 Status WriteVariable(Drawing& d, std::string_view name,
                      const host::Variant& value) {
   if (Is(name, "TILEMODE")) {
-    Result<int32_t> v = IntValue(name, value);
+    Result<int16_t> v = ShortValue(name, value);
     if (!v.ok()) return v.status();
     if (*v == 1) return ActivateBlock(d, d.doc->model_space());
     if (*v != 0) return Status::InvalidArgument("TILEMODE is 0 or 1");
@@ -248,12 +264,21 @@ Status WriteVariable(Drawing& d, std::string_view name,
   for (std::string_view ro : kReadOnly) {
     if (Is(name, ro)) return ReadOnly(ro);
   }
+  for (std::string_view text : kSessionTexts) {
+    if (!Is(name, text)) continue;
+    const std::string* value_text = std::get_if<std::string>(&value);
+    if (value_text == nullptr) {
+      return Status::InvalidArgument("system variable " + std::string(name) +
+                                     " takes a text");
+    }
+    d.session_vars[std::string(text)] = host::Variant(*value_text);
+    return Status();
+  }
   for (const SessionDefault& s : kSessionDefaults) {
     if (!Is(name, s.name)) continue;
-    Result<int32_t> v = IntValue(name, value);
+    Result<int16_t> v = ShortValue(name, value);
     if (!v.ok()) return v.status();
-    d.session_vars[std::string(s.name)] =
-        host::Variant(static_cast<int16_t>(*v));
+    d.session_vars[std::string(s.name)] = host::Variant(*v);
     return Status();
   }
   // A variable the drawing's header holds as one value.
@@ -265,7 +290,12 @@ Status WriteVariable(Drawing& d, std::string_view name,
   int code = tags[0].code;
   std::string text;
   switch (dxf::TypeOfCode(code)) {
-    case dxf::ValueType::kInt16:
+    case dxf::ValueType::kInt16: {
+      Result<int16_t> v = ShortValue(name, value);
+      if (!v.ok()) return v.status();
+      text = dxf::FormatInt(*v);
+      break;
+    }
     case dxf::ValueType::kInt32:
     case dxf::ValueType::kInt64:
     case dxf::ValueType::kBool: {
