@@ -170,6 +170,7 @@ constexpr Member kBlock[] = {
     {L"Name", &Prop<Block, &Block::Name>},
     {L"IsXRef", &Prop<Block, &Block::IsXRef>},
     {L"IsLayout", &Prop<Block, &Block::IsLayout>},
+    {L"Origin", &Prop<Block, &Block::Origin>},
     {L"Layout", &Prop<Block, &Block::Layout>},
     {L"Count", &Prop<Block, &Block::Count>},
     {L"Item", &IndexItem<Block>},

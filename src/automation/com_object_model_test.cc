@@ -104,6 +104,16 @@ TEST_F(ComObjectModelTest, ModelSpaceReadsAsTheEmbeddedHostReadsIt) {
       using Attributes = std::vector<host::AttributePtr>;
       EXPECT_EQ(r->GetAttributes().value_or(Attributes{}).size(),
                 s->GetAttributes().value_or(Attributes{}).size());
+      // The definition's base point, which places its inner frame.
+      Result<host::BlocksPtr> com_blocks = doc_->Blocks();
+      Result<host::BlocksPtr> direct_blocks = direct_->Blocks();
+      ASSERT_TRUE(com_blocks.ok() && direct_blocks.ok());
+      Result<host::BlockPtr> a = (*com_blocks)->Item("FRAME_A3");
+      Result<host::BlockPtr> b = (*direct_blocks)->Item("FRAME_A3");
+      ASSERT_TRUE(a.ok() && b.ok());
+      Result<host::Point> origin = (*a)->Origin();
+      ASSERT_TRUE(origin.ok()) << origin.status().ToString();
+      EXPECT_EQ(*origin, (*b)->Origin().value_or(host::Point{1, 1, 1}));
     }
   }
 }

@@ -81,6 +81,10 @@ class ComBlock : public host::Block, public ComObject {
   Result<std::string> DoName() const override { return GetText("Name"); }
   Result<bool> DoIsXRef() const override { return GetBool("IsXRef"); }
   Result<bool> DoIsLayout() const override { return GetBool("IsLayout"); }
+  // The base point, in WCS ("Origin Property (ActiveX)",
+  // https://help.autodesk.com/cloudhelp/2016/ENU/AutoCAD-ActiveX/files/
+  // GUID-9EB3E590-E112-4FA7-A266-3B60E5A0B1AF.htm).
+  Result<host::Point> DoOrigin() const override { return GetPoint("Origin"); }
   Result<host::LayoutPtr> DoLayout() const override {
     return Wrapped<host::LayoutPtr>(GetDispatch("Layout"), shared(),
                                     WrapLayout);
