@@ -186,14 +186,14 @@ class Run {
     host::SkipLog& skips = report_.skips;
     const std::string& name = settings_.pattern_layout;
     if (!nano()) {
-      skips.Record(name, "FILEDIA",
+      skips.Record(name, "set FILEDIA",
                    document_.SetVariable("FILEDIA", host::Variant(int16_t{0})));
     }
     std::string command = "_-Layout _Template\r\"" + settings_.pattern_file +
                           "\"\r\"" + name + "\"\r\x1b";
     skips.Record(name, "import pattern", document_.SendCommand(command));
     if (!nano()) {
-      skips.Record(name, "FILEDIA",
+      skips.Record(name, "set FILEDIA",
                    document_.SetVariable("FILEDIA", host::Variant(int16_t{1})));
     }
   }

@@ -59,7 +59,7 @@ void FinishViewport(host::Document& document, const host::PViewportPtr& vp,
     // MSpace enters some viewport of the layout; make sure it is this one.
     step("active viewport", document.SetActivePViewport(vp));
     user.PumpEvents();
-    step("CANNOSCALE",
+    step("set CANNOSCALE",
          document.SetVariable("CANNOSCALE",
                               host::Variant(params.annotation_scale)));
     step("update", vp->Update());
