@@ -7,6 +7,7 @@
 #include <objbase.h>
 
 #include <algorithm>
+#include <chrono>
 #include <memory>
 #include <string>
 
@@ -202,6 +203,34 @@ TEST_F(ComObjectModelTest, ObjectsPassedBackAreRecognised) {
             StatusCode::kInvalidArgument);
   EXPECT_EQ(doc_->SetActiveLayout(nullptr).code(),
             StatusCode::kInvalidArgument);
+}
+
+// A program that rejects calls while busy: each call is repeated until the
+// program takes it, so the walk reads the same; a program busy for longer
+// than the budget refuses the call instead of hanging the add-in.
+TEST_F(ComObjectModelTest, BusyProgramIsWaitedForWithinTheBudget) {
+  const std::vector<host::EntityPtr> calm = Model(*doc_);
+  server_->SimulateBusy(/*every=*/4, /*tries=*/2);
+  const std::vector<host::EntityPtr> busy = Model(*doc_);
+  ASSERT_EQ(busy.size(), calm.size());
+  for (size_t i = 0; i < busy.size(); ++i) {
+    EXPECT_EQ(busy[i]->Handle().value_or("?"), calm[i]->Handle().value_or(""));
+    EXPECT_EQ(busy[i]->Layer().value_or("?"), calm[i]->Layer().value_or(""));
+  }
+  EXPECT_GT(Trips().busy_retries, 0);
+
+  server_->SimulateBusy(/*every=*/1, /*tries=*/1000000);
+  comhost::ComContext context;
+  context.set_busy_budget(std::chrono::milliseconds(200));
+  const auto started = std::chrono::steady_clock::now();
+  Result<comhost::ScopedVariant> version =
+      comhost::Invoke(context, comhost::DispatchOf(app_.get()), "Application",
+                      "Version", comhost::CallKind::kGet);
+  EXPECT_FALSE(version.ok());
+  EXPECT_LT(std::chrono::steady_clock::now() - started,
+            std::chrono::seconds(5));
+  EXPECT_GT(context.stats().busy_retries, 0);
+  server_->SimulateBusy(0, 0);
 }
 
 TEST_F(ComObjectModelTest, RefusalsComeBackAsStatusesWithTheirCode) {

@@ -245,6 +245,16 @@ Status LmtRefuse(Call& call) {
   return Status();
 }
 
+// LmtSimulateBusy(every, tries): see Server::SimulateBusy.
+Status LmtSimulateBusy(Call& call) {
+  Result<int32_t> every = Arg<int32_t>(call, 0);
+  if (!every.ok()) return every.status();
+  Result<std::optional<int32_t>> tries = OptionalArg<int32_t>(call, 1);
+  if (!tries.ok()) return tries.status();
+  call.server.SimulateBusy(*every, tries->value_or(1));
+  return Status();
+}
+
 Status LmtAllowAll(Call& call) {
   call.server.application()->gate().AllowAll();
   return Status();
@@ -345,6 +355,7 @@ constexpr Member kApplication[] = {
     {L"LmtQueueDistance", &LmtQueueDistance},
     {L"LmtRefuse", &LmtRefuse},
     {L"LmtAllowAll", &LmtAllowAll},
+    {L"LmtSimulateBusy", &LmtSimulateBusy},
     {L"LmtServerCalls", &LmtServerCalls},
     {L"LmtMessageCount", &LmtMessageCount},
 };

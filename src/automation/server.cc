@@ -41,4 +41,22 @@ Server::Server(host::HostKind kind, DWORD thread_id)
 
 void Server::Quit() { PostThreadMessageW(thread_id_, WM_QUIT, 0, 0); }
 
+void Server::SimulateBusy(int32_t every, int32_t tries) {
+  busy_every_ = every > 0 ? every : 0;
+  busy_tries_ = tries > 0 ? tries : 1;
+  busy_left_ = 0;
+  busy_counted_ = 0;
+}
+
+bool Server::RejectAsBusy() {
+  if (busy_every_ == 0) return false;
+  if (busy_left_ > 0) {
+    --busy_left_;
+    return true;
+  }
+  if (++busy_counted_ % busy_every_ != 0) return false;
+  busy_left_ = busy_tries_ - 1;
+  return true;
+}
+
 }  // namespace lmt::automation

@@ -78,6 +78,12 @@ class Server {
 
   void CountCall() { ++calls_; }
   int64_t calls() const { return calls_; }
+  // Plays a program that is busy now and then: from now on every `every`-th
+  // call, and the `tries` - 1 calls after it, are rejected, as a program
+  // rejects calls while it runs a command. `every` 0 ends it.
+  void SimulateBusy(int32_t every, int32_t tries);
+  // Whether this call is to be rejected as busy; counts it.
+  bool RejectAsBusy();
   // Ends the message loop (the object model's Application.Quit).
   void Quit();
 
@@ -87,6 +93,10 @@ class Server {
   ServerUser user_;  // declared before the application, which keeps a pointer
   host::ApplicationPtr application_;
   int64_t calls_ = 0;
+  int32_t busy_every_ = 0;
+  int32_t busy_tries_ = 0;
+  int32_t busy_left_ = 0;
+  int64_t busy_counted_ = 0;
 };
 
 }  // namespace lmt::automation

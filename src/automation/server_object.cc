@@ -211,6 +211,12 @@ HRESULT ServerObject::Invoke(DISPID id, REFIID riid, LCID, WORD flags,
                              EXCEPINFO* excep, UINT* arg_err) {
   if (!IsEqualIID(riid, IID_NULL)) return DISP_E_UNKNOWNINTERFACE;
   if (params == nullptr) return E_INVALIDARG;
+  // A busy program answers before it looks at the call; the two codes are
+  // what the programs return while a command or a dialog runs.
+  if (server_.RejectAsBusy()) {
+    return server_.calls() % 2 == 0 ? RPC_E_CALL_REJECTED
+                                    : RPC_E_SERVERCALL_RETRYLATER;
+  }
   server_.CountCall();
   if (result != nullptr) VariantInit(result);
   if (id == DISPID_NEWENUM) return NewEnum(result, excep);

@@ -20,6 +20,21 @@ std::string MemberName(std::string_view type_key, std::string_view name) {
 
 }  // namespace
 
+bool ComContext::IsBusy(HRESULT hr) {
+  return hr == RPC_E_CALL_REJECTED || hr == RPC_E_SERVERCALL_RETRYLATER;
+}
+
+// Keeps this thread's windows answering while the program is busy.
+void ComContext::Pause(std::chrono::milliseconds pause) {
+  MsgWaitForMultipleObjects(0, nullptr, FALSE,
+                            static_cast<DWORD>(pause.count()), QS_ALLINPUT);
+  MSG msg;
+  while (PeekMessageW(&msg, nullptr, 0, 0, PM_REMOVE)) {
+    TranslateMessage(&msg);
+    DispatchMessageW(&msg);
+  }
+}
+
 std::string ComContext::Key(std::string_view type_key, std::string_view name) {
   return MemberName(type_key, name);
 }
@@ -32,8 +47,9 @@ Result<DISPID> ComContext::DispId(IDispatch* object, std::string_view type_key,
   LPOLESTR names[] = {wide.data()};
   DISPID id = DISPID_UNKNOWN;
   ++stats_.name_lookups;
-  HRESULT hr =
-      object->GetIDsOfNames(IID_NULL, names, 1, LOCALE_USER_DEFAULT, &id);
+  HRESULT hr = RetryWhileBusy([&] {
+    return object->GetIDsOfNames(IID_NULL, names, 1, LOCALE_USER_DEFAULT, &id);
+  });
   if (FAILED(hr)) return StatusFromHresult(hr, nullptr, key);
   ids_.emplace(std::move(key), id);
   return id;
@@ -94,10 +110,12 @@ Result<ScopedVariant> Invoke(ComContext& context, IDispatch* object,
     ScopedVariant result;
     EXCEPINFO excep{};
     UINT arg_err = 0;
-    ++context.stats().invokes;
-    HRESULT hr = object->Invoke(
-        *id, IID_NULL, LOCALE_USER_DEFAULT, flags, &params,
-        kind == CallKind::kGet ? result.get() : nullptr, &excep, &arg_err);
+    HRESULT hr = context.RetryWhileBusy([&] {
+      ++context.stats().invokes;
+      return object->Invoke(*id, IID_NULL, LOCALE_USER_DEFAULT, flags, &params,
+                            kind == CallKind::kGet ? result.get() : nullptr,
+                            &excep, &arg_err);
+    });
     if (SUCCEEDED(hr)) return result;
     if (hr == DISP_E_MEMBERNOTFOUND && from_cache && attempt == 0) {
       // Another class of object behind the same type key: ask anew once.
@@ -117,10 +135,12 @@ Result<std::vector<ComPtr<IDispatch>>> Enumerate(ComContext& context,
   DISPPARAMS none{};
   ScopedVariant result;
   EXCEPINFO excep{};
-  ++context.stats().enum_calls;
-  HRESULT hr = collection->Invoke(DISPID_NEWENUM, IID_NULL, LOCALE_USER_DEFAULT,
-                                  DISPATCH_METHOD | DISPATCH_PROPERTYGET, &none,
-                                  result.get(), &excep, nullptr);
+  HRESULT hr = context.RetryWhileBusy([&] {
+    ++context.stats().enum_calls;
+    return collection->Invoke(DISPID_NEWENUM, IID_NULL, LOCALE_USER_DEFAULT,
+                              DISPATCH_METHOD | DISPATCH_PROPERTYGET, &none,
+                              result.get(), &excep, nullptr);
+  });
   if (FAILED(hr)) return StatusFromHresult(hr, &excep, member);
   IUnknown* unknown = V_VT(result.get()) == VT_UNKNOWN ? V_UNKNOWN(result.get())
                       : V_VT(result.get()) == VT_DISPATCH

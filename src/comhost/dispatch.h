@@ -19,6 +19,8 @@
 #include <oaidl.h>
 #include <windows.h>
 
+#include <algorithm>
+#include <chrono>
 #include <cstdint>
 #include <map>
 #include <string>
@@ -37,6 +39,8 @@ struct CallStats {
   int64_t name_lookups = 0;
   int64_t enum_calls = 0;  // _NewEnum queries and IEnumVARIANT::Next
   int64_t total() const { return invokes + name_lookups + enum_calls; }
+  // Calls repeated because the program was busy (not in total()).
+  int64_t busy_retries = 0;
 };
 
 // What every object of one application shares: the DISPID cache and the
@@ -54,11 +58,42 @@ class ComContext {
   CallStats& stats() { return stats_; }
   const CallStats& stats() const { return stats_; }
 
+  // How long one call is repeated while the program says it is busy
+  // (RPC_E_CALL_REJECTED, RPC_E_SERVERCALL_RETRYLATER) before the refusal
+  // is passed on. A program busy longer than this is treated as refusing.
+  std::chrono::milliseconds busy_budget() const { return busy_budget_; }
+  void set_busy_budget(std::chrono::milliseconds budget) {
+    busy_budget_ = budget;
+  }
+  // Runs `call` (returning an HRESULT) again while the program is busy,
+  // with growing pauses, within the budget.
+  template <typename Call>
+  HRESULT RetryWhileBusy(Call&& call);
+
  private:
   static std::string Key(std::string_view type_key, std::string_view name);
+  static bool IsBusy(HRESULT hr);
+  static void Pause(std::chrono::milliseconds pause);
+
   std::map<std::string, DISPID, std::less<>> ids_;
   CallStats stats_;
+  std::chrono::milliseconds busy_budget_{60000};
 };
+
+template <typename Call>
+HRESULT ComContext::RetryWhileBusy(Call&& call) {
+  const auto deadline = std::chrono::steady_clock::now() + busy_budget_;
+  std::chrono::milliseconds pause{10};
+  for (;;) {
+    HRESULT hr = call();
+    if (!IsBusy(hr) || std::chrono::steady_clock::now() >= deadline) {
+      return hr;
+    }
+    ++stats_.busy_retries;
+    Pause(pause);
+    pause = std::min(pause * 2, std::chrono::milliseconds{250});
+  }
+}
 
 // How a member is called: methods and property reads alike as
 // DISPATCH_METHOD | DISPATCH_PROPERTYGET (what script clients send, which

@@ -270,6 +270,30 @@ TEST_F(ComEndToEndTest, RefusedViewportIsSkippedAndTheRunGoesOn) {
   EXPECT_EQ(user_.message_texts().back(), globals_.messages.Get(15));
 }
 
+// The program rejects every fifth call twice, as a program busy with a
+// command does: the whole job waits for it and comes out as on a calm one.
+TEST_F(ComEndToEndTest, BusyProgramGivesTheSameLayouts) {
+  host::ApplicationPtr program = Start("AutoCAD.Application");
+  Choose(host::HostKind::kAutoCad);
+  ExampleSettings();
+  std::vector<comhost::ScopedVariant> args;
+  args.push_back(comhost::I4Variant(5));
+  args.push_back(comhost::I4Variant(2));
+  ASSERT_TRUE(ServerCall(program, "LmtSimulateBusy", std::move(args)).ok());
+  ASSERT_TRUE(session_.Connect());
+
+  frames::FrameState state;
+  const layouts::CreationReport report = SearchAndCreate(state);
+  EXPECT_EQ(report.outcome, host::Outcome::kDone);
+  EXPECT_EQ(report.created.size(), 9u);
+  EXPECT_EQ(report.viewports, 9);
+  EXPECT_TRUE(report.skips.empty()) << report.skips.skips()[0].step;
+  const comhost::CallStats* trips =
+      comhost::CallStatsOf(*session_.connection().application);
+  ASSERT_NE(trips, nullptr);
+  EXPECT_GT(trips->busy_retries, 0);
+}
+
 TEST_F(ComEndToEndTest, ZwCadFallsBackToZwCadPlus) {
   // Only "ZWcad+.Application" is registered: "ZWCAD.Application" is tried
   // first and finds nothing.
