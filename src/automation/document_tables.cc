@@ -80,6 +80,21 @@ Status TextMethod(Call& call) {
   return (self->*Method)(*text);
 }
 
+// Runs the command at once, or queues it when the server plays a program
+// that runs commands when idle.
+Status SendCommand(Call& call) {
+  Document* self = Self<Document>(call);
+  if (self == nullptr) return Status::NotSupported("not a document");
+  Result<std::string> text = Arg<std::string>(call, 0);
+  if (!text.ok()) return text.status();
+  if (!call.server.defers_commands()) return self->SendCommand(*text);
+  host::ObjectPtr keep = call.self_ptr;
+  call.server.QueueCommand([keep, command = *text] {
+    return static_cast<Document&>(*keep).SendCommand(command);
+  });
+  return Status();
+}
+
 template <Status (DbxDocument::*Method)(std::string_view)>
 Status DbxPathMethod(Call& call) {
   DbxDocument* self = Self<DbxDocument>(call);
@@ -255,6 +270,27 @@ Status LmtSimulateBusy(Call& call) {
   return Status();
 }
 
+// LmtDeferCommands(defer): see Server::DeferCommands.
+Status LmtDeferCommands(Call& call) {
+  Result<bool> defer = Arg<bool>(call, 0);
+  if (!defer.ok()) return defer.status();
+  call.server.DeferCommands(*defer);
+  return Status();
+}
+
+Status GetAcadState(Call& call) {
+  if (Self<Application>(call) == nullptr) return Status::NotSupported("");
+  ReturnObject(call, call.self_ptr, &AcadStateTable());
+  return Status();
+}
+
+// False while queued commands were still to run (they run now, as the
+// program gets idle), true after.
+Status IsQuiescent(Call& call) {
+  Return(call, !call.server.RunQueuedCommands(/*waiting=*/true));
+  return Status();
+}
+
 Status LmtAllowAll(Call& call) {
   call.server.application()->gate().AllowAll();
   return Status();
@@ -297,7 +333,7 @@ constexpr Member kDocument[] = {
     {L"Application", &Prop<Document, &Document::Application>},
     {L"GetVariable", &GetVariable},
     {L"SetVariable", &SetVariable},
-    {L"SendCommand", &TextMethod<&Document::SendCommand>},
+    {L"SendCommand", &SendCommand},
     {L"ActiveLayout", &ObjectProp<host::Layout, &Document::ActiveLayout,
                                   &Document::SetActiveLayout>},
     {L"ActiveSpace", &ActiveSpace},
@@ -349,6 +385,7 @@ constexpr Member kApplication[] = {
     {L"Preferences", &Prop<Application, &Application::Preferences>},
     {L"GetInterfaceObject", &GetInterfaceObject},
     {L"ZoomExtents", &Action<Application, &Application::ZoomExtents>},
+    {L"GetAcadState", &GetAcadState},
     {L"Quit", &Quit},
     {L"LmtQueuePick", &LmtQueuePick},
     {L"LmtQueuePoint", &LmtQueuePoint},
@@ -356,6 +393,7 @@ constexpr Member kApplication[] = {
     {L"LmtRefuse", &LmtRefuse},
     {L"LmtAllowAll", &LmtAllowAll},
     {L"LmtSimulateBusy", &LmtSimulateBusy},
+    {L"LmtDeferCommands", &LmtDeferCommands},
     {L"LmtServerCalls", &LmtServerCalls},
     {L"LmtMessageCount", &LmtMessageCount},
 };
@@ -364,6 +402,10 @@ const ClassTable kPreferencesDisplayTable{L"PreferencesDisplay",
                                           kPreferencesDisplay};
 const ClassTable kPreferencesOpenSaveTable{L"PreferencesOpenSave",
                                            kPreferencesOpenSave};
+constexpr Member kAcadState[] = {
+    {L"IsQuiescent", &IsQuiescent},
+};
+const ClassTable kAcadStateTable{L"AcadState", kAcadState};
 
 }  // namespace
 
@@ -376,6 +418,7 @@ const ClassTable kApplicationTable{L"Application", kApplication};
 const ClassTable kEmptyTable{L"Object", {}};
 
 const ClassTable& PreferencesDisplayTable() { return kPreferencesDisplayTable; }
+const ClassTable& AcadStateTable() { return kAcadStateTable; }
 const ClassTable& PreferencesOpenSaveTable() {
   return kPreferencesOpenSaveTable;
 }

@@ -48,6 +48,23 @@ void Server::SimulateBusy(int32_t every, int32_t tries) {
   busy_counted_ = 0;
 }
 
+void Server::QueueCommand(std::function<Status()> command) {
+  if (queued_commands_.empty()) calls_since_queued_ = 0;
+  queued_commands_.push_back(std::move(command));
+}
+
+bool Server::RunQueuedCommands(bool waiting) {
+  // An idle program gets to its command line soon, if not at once.
+  constexpr int kCallsUntilIdle = 10;
+  if (queued_commands_.empty()) return false;
+  if (!waiting && ++calls_since_queued_ < kCallsUntilIdle) return false;
+  std::vector<std::function<Status()>> due;
+  due.swap(queued_commands_);
+  // A command that fails does so in the program, where nobody waits for it.
+  for (auto& command : due) command().IgnoreError();
+  return true;
+}
+
 bool Server::RejectAsBusy() {
   if (busy_every_ == 0) return false;
   if (busy_left_ > 0) {

@@ -11,6 +11,7 @@
 
 #include <cstdint>
 #include <deque>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -84,6 +85,16 @@ class Server {
   void SimulateBusy(int32_t every, int32_t tries);
   // Whether this call is to be rejected as busy; counts it.
   bool RejectAsBusy();
+  // Plays a program that runs SendCommand strings when it is idle: queued,
+  // they run when the caller waits for quiescence (GetAcadState's
+  // IsQuiescent) or a few calls later, whichever comes first; not before
+  // SendCommand returns.
+  void DeferCommands(bool defer) { defer_commands_ = defer; }
+  bool defers_commands() const { return defer_commands_; }
+  void QueueCommand(std::function<Status()> command);
+  // Runs the queued commands when due (always when `waiting`); returns
+  // whether any ran.
+  bool RunQueuedCommands(bool waiting);
   // Ends the message loop (the object model's Application.Quit).
   void Quit();
 
@@ -97,6 +108,9 @@ class Server {
   int32_t busy_tries_ = 0;
   int32_t busy_left_ = 0;
   int64_t busy_counted_ = 0;
+  bool defer_commands_ = false;
+  std::vector<std::function<Status()>> queued_commands_;
+  int calls_since_queued_ = 0;
 };
 
 }  // namespace lmt::automation

@@ -218,6 +218,7 @@ HRESULT ServerObject::Invoke(DISPID id, REFIID riid, LCID, WORD flags,
                                     : RPC_E_SERVERCALL_RETRYLATER;
   }
   server_.CountCall();
+  server_.RunQueuedCommands(/*waiting=*/false);
   if (result != nullptr) VariantInit(result);
   if (id == DISPID_NEWENUM) return NewEnum(result, excep);
   if (id < 1 || static_cast<size_t>(id) > table_.members.size()) {

@@ -95,6 +95,8 @@ const ClassTable& TableFor(const host::Object& object);
 // Tables that are not chosen by class: the two option groups of
 // Preferences.
 const ClassTable& PreferencesDisplayTable();
+// The AcadState object of GetAcadState, played by the application itself.
+const ClassTable& AcadStateTable();
 const ClassTable& PreferencesOpenSaveTable();
 
 // A VT_DISPATCH result over `object` (VT_EMPTY for null).

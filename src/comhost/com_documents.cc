@@ -1,5 +1,6 @@
 // The application, its preferences and documents, the database members
 // every drawing has, the tiled viewport and Utility, over IDispatch.
+#include <chrono>
 #include <utility>
 
 #include "comhost/com_application.h"
@@ -226,8 +227,42 @@ class ComDocument : public ComDatabaseT<host::Document> {
     args.push_back(HostVariant(value));
     return Do("SetVariable", std::move(args));
   }
+  // SendCommand returns as soon as the command prompts; the command runs
+  // when the program is idle. The add-in reads the command's effect next
+  // (the pattern layout, the restored FILEDIA), so it waits for the program
+  // to be quiescent ("GetAcadState Method (ActiveX)", https://help.autodesk.
+  // com/cloudhelp/2015/ENU/AutoCAD-ActiveX/files/GUID-820F93B4-7B83-4708-
+  // 8E21-0D43D7D1C828.htm). A program without GetAcadState is taken as it
+  // answers.
   Status DoSendCommand(std::string_view command) override {
-    return Do("SendCommand", Args(TextVariant(command)));
+    if (Status s = Do("SendCommand", Args(TextVariant(command))); !s.ok()) {
+      return s;
+    }
+    WaitUntilQuiescent();
+    return Status();
+  }
+  void WaitUntilQuiescent() const {
+    Result<ComPtr<IDispatch>> app = GetDispatch("Application");
+    if (!app.ok()) return;
+    ComContext& context = *shared().context;
+    const auto deadline =
+        std::chrono::steady_clock::now() + context.busy_budget();
+    std::chrono::milliseconds pause{5};
+    for (;;) {
+      Result<ScopedVariant> state = Invoke(context, app->get(), "Application",
+                                           "GetAcadState", CallKind::kGet);
+      if (!state.ok() || V_VT(state->get()) != VT_DISPATCH ||
+          V_DISPATCH(state->get()) == nullptr) {
+        return;
+      }
+      Result<ScopedVariant> quiet =
+          Invoke(context, V_DISPATCH(state->get()), "AcadState", "IsQuiescent",
+                 CallKind::kGet);
+      if (!quiet.ok() || ReadBool(*quiet->get()).value_or(true)) return;
+      if (std::chrono::steady_clock::now() >= deadline) return;
+      ComContext::Pause(pause);
+      pause = std::min(pause * 2, std::chrono::milliseconds{100});
+    }
   }
   Result<host::LayoutPtr> DoActiveLayout() const override {
     return Wrapped<host::LayoutPtr>(GetDispatch("ActiveLayout"), shared(),

@@ -69,11 +69,12 @@ class ComContext {
   // with growing pauses, within the budget.
   template <typename Call>
   HRESULT RetryWhileBusy(Call&& call);
+  // Waits `pause` while this thread's windows go on answering.
+  static void Pause(std::chrono::milliseconds pause);
 
  private:
   static std::string Key(std::string_view type_key, std::string_view name);
   static bool IsBusy(HRESULT hr);
-  static void Pause(std::chrono::milliseconds pause);
 
   std::map<std::string, DISPID, std::less<>> ids_;
   CallStats stats_;

@@ -294,6 +294,33 @@ TEST_F(ComEndToEndTest, BusyProgramGivesTheSameLayouts) {
   EXPECT_GT(trips->busy_retries, 0);
 }
 
+// The program runs SendCommand strings when it is idle, as the programs
+// do: the pattern layout that "-Layout _Template" brings in exists only
+// after the add-in has waited for the program to be quiescent.
+TEST_F(ComEndToEndTest, PatternFromAnotherFileWaitsForTheCommand) {
+  host::ApplicationPtr program =
+      Start("AutoCAD.Application", LMT_TESTDATA_DIR "/frames/mixed.dxf");
+  Choose(host::HostKind::kAutoCad);
+  std::vector<comhost::ScopedVariant> args;
+  args.push_back(comhost::BoolVariant(true));
+  ASSERT_TRUE(ServerCall(program, "LmtDeferCommands", std::move(args)).ok());
+  core::OknoLmt& main = windows_.okno_lmt;
+  main.option_vid_sozdat_layout.SetButton(2, true);
+  main.uni_text_name_obrazec_layout.set_text("Pattern");
+  main.uni_text_name_obrazec_put_file_layout.set_text(
+      ServerPath(LMT_TESTDATA_DIR "/releases/sheets_2018_bin.dxf"));
+  ASSERT_TRUE(session_.Connect());
+
+  frames::FrameState state;
+  const layouts::CreationReport report = SearchAndCreate(state);
+  EXPECT_EQ(report.outcome, host::Outcome::kDone);
+  EXPECT_FALSE(report.created.empty());
+  for (const host::Skip& skip : report.skips.skips()) {
+    ADD_FAILURE() << skip.object << " " << skip.step << ": "
+                  << skip.status.message();
+  }
+}
+
 TEST_F(ComEndToEndTest, ZwCadFallsBackToZwCadPlus) {
   // Only "ZWcad+.Application" is registered: "ZWCAD.Application" is tried
   // first and finds nothing.
