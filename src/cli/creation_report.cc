@@ -39,7 +39,8 @@ Frame FrameOfRow(const frames::FrameTable& table, int row) {
   Frame frame;
   if (row == 0) return frame;
   const frames::FrameRecord record = frames::ReadRecord(table, row);
-  frame.kind = record.typ;
+  // The dry run's word for the kind, so that both reports read alike.
+  frame.kind = std::string(frames::KindWord(record.kind));
   if (record.corners) {
     // The dry run's centre too: one definition for both reports.
     const frames::Point centre = layouts::FrameCentre(*record.corners);

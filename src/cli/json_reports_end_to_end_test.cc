@@ -77,7 +77,7 @@ TEST_F(JsonReportTest, CreateLayoutsReportMatchesTheDrawing) {
             "  cy=v.view_target_point[1]+dx*math.sin(t)+dy*math.cos(t)\n"
             "  assert abs(f['centre'][0]-cx)<1e-6 and"
             " abs(f['centre'][1]-cy)<1e-6, (f, cx, cy)\n"
-            "  assert f['kind'] in ('Block', 'Polyline'), f\n"
+            "  assert f['kind'] in ('block', 'polyline'), f\n"
             "assert sum(1 for i in made if i['frame']['twist'])==1\n",
             Out("s.dxf")),
       "");
