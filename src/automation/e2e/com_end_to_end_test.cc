@@ -4,11 +4,17 @@
 // the frames of the example drawing, makes the layouts and saves them
 // (check_saved.py reads the result afterwards). Also: ZWCAD's fall-back to
 // ZWCAD+, the identifier progeCAD and IntelliCAD share, a program started
-// on the user's Yes, and a member the server refuses being skipped.
+// on the user's Yes, and a member the server refuses being skipped. Against
+// a server as strict as the programs (busy now and then, running commands
+// only when idle): the whole job, a pattern layout from another file, delete
+// outside a viewport, viewports off and on, and Run Script.
 //
 // Prints the round trips and the time per layout it measured.
 #include <gtest/gtest.h>
 #include <objbase.h>
+// <objbase.h> brings in <windows.h>, whose GetObject macro would rename the
+// automation runtime's member in the headers below.
+#undef GetObject
 
 #include <chrono>
 #include <cstdio>
@@ -16,10 +22,13 @@
 #include <string>
 #include <vector>
 
+#include "batch/batch_run.h"
+#include "batch/run_script.h"
 #include "comhost/com_application.h"
 #include "comhost/com_object.h"
 #include "comhost/com_runtime.h"
 #include "core/globals.h"
+#include "core/messages.h"
 #include "core/windows.h"
 #include "frames/frame_commands.h"
 #include "host/object_model.h"
@@ -27,6 +36,8 @@
 #include "layouts/layout_creation.h"
 #include "layouts/layout_naming.h"
 #include "testing/scripted_user.h"
+#include "utilities/delete_outside_viewport.h"
+#include "utilities/viewports_on_off.h"
 #undef GetObject
 
 namespace lmt {
@@ -106,6 +117,18 @@ class ComEndToEndTest : public ::testing::Test {
     Result<host::DocumentPtr> opened = (*documents)->Open(ServerPath(drawing));
     EXPECT_TRUE(opened.ok()) << opened.status().ToString();
     return *app;
+  }
+
+  // Makes the program as strict as the real ones: busy now and then, and
+  // running command strings only when idle.
+  void MakeStrict(const host::ApplicationPtr& program) {
+    std::vector<comhost::ScopedVariant> busy;
+    busy.push_back(comhost::I4Variant(7));
+    busy.push_back(comhost::I4Variant(2));
+    ASSERT_TRUE(ServerCall(program, "LmtSimulateBusy", std::move(busy)).ok());
+    std::vector<comhost::ScopedVariant> defer;
+    defer.push_back(comhost::BoolVariant(true));
+    ASSERT_TRUE(ServerCall(program, "LmtDeferCommands", std::move(defer)).ok());
   }
 
   void Choose(host::HostKind kind) {
@@ -270,16 +293,13 @@ TEST_F(ComEndToEndTest, RefusedViewportIsSkippedAndTheRunGoesOn) {
   EXPECT_EQ(user_.message_texts().back(), globals_.messages.Get(15));
 }
 
-// The program rejects every fifth call twice, as a program busy with a
-// command does: the whole job waits for it and comes out as on a calm one.
-TEST_F(ComEndToEndTest, BusyProgramGivesTheSameLayouts) {
+// The whole job against a strict program (busy now and then, commands run
+// only when idle) comes out as on a calm one.
+TEST_F(ComEndToEndTest, StrictProgramGivesTheSameLayouts) {
   host::ApplicationPtr program = Start("AutoCAD.Application");
   Choose(host::HostKind::kAutoCad);
   ExampleSettings();
-  std::vector<comhost::ScopedVariant> args;
-  args.push_back(comhost::I4Variant(5));
-  args.push_back(comhost::I4Variant(2));
-  ASSERT_TRUE(ServerCall(program, "LmtSimulateBusy", std::move(args)).ok());
+  MakeStrict(program);
   ASSERT_TRUE(session_.Connect());
 
   frames::FrameState state;
@@ -301,9 +321,7 @@ TEST_F(ComEndToEndTest, PatternFromAnotherFileWaitsForTheCommand) {
   host::ApplicationPtr program =
       Start("AutoCAD.Application", LMT_TESTDATA_DIR "/frames/mixed.dxf");
   Choose(host::HostKind::kAutoCad);
-  std::vector<comhost::ScopedVariant> args;
-  args.push_back(comhost::BoolVariant(true));
-  ASSERT_TRUE(ServerCall(program, "LmtDeferCommands", std::move(args)).ok());
+  MakeStrict(program);
   core::OknoLmt& main = windows_.okno_lmt;
   main.option_vid_sozdat_layout.SetButton(2, true);
   main.uni_text_name_obrazec_layout.set_text("Pattern");
@@ -319,6 +337,78 @@ TEST_F(ComEndToEndTest, PatternFromAnotherFileWaitsForTheCommand) {
     ADD_FAILURE() << skip.object << " " << skip.step << ": "
                   << skip.status.message();
   }
+}
+
+// The utilities against a strict program: erasing outside a viewport picked
+// in the program (which aligns the UCS by a command first), then switching
+// every viewport off and on again.
+TEST_F(ComEndToEndTest, UtilitiesRunOnAStrictProgram) {
+  host::ApplicationPtr program =
+      Start("AutoCAD.Application", LMT_TESTDATA_DIR "/utilities/sheets.dxf");
+  Choose(host::HostKind::kAutoCad);
+  MakeStrict(program);
+  ASSERT_TRUE(session_.Connect());
+  Result<host::LayoutsPtr> layouts = session_.document().Layouts();
+  ASSERT_TRUE(layouts.ok());
+  Result<host::LayoutPtr> a3 = (*layouts)->Item("A3");
+  ASSERT_TRUE(a3.ok());
+  ASSERT_TRUE(session_.document().SetActiveLayout(*a3).ok());
+  std::vector<comhost::ScopedVariant> pick;
+  pick.push_back(comhost::TextVariant("9C"));
+  ASSERT_TRUE(ServerCall(program, "LmtQueuePick", std::move(pick)).ok());
+
+  utilities::DeleteOutsideReport erased;
+  EXPECT_EQ(utilities::DeleteOutsideViewport(session_, &erased),
+            host::Outcome::kDone);
+  EXPECT_EQ(erased.viewport, "9C");
+  EXPECT_EQ(erased.kept, 4);
+  EXPECT_EQ(erased.erased, 3);
+  EXPECT_TRUE(erased.skips.empty()) << erased.skips.skips()[0].step;
+
+  core::OknoFunctionOnOffViewport& window =
+      windows_.okno_function_on_off_viewport;
+  window.check_viewport_on_off.set_checked(true);
+  for (int option : {1, 0}) {
+    SCOPED_TRACE(option);
+    window.option_viewport_on_off.Select(option);
+    utilities::SwitchReport switched;
+    EXPECT_EQ(utilities::StartViewportsOnOff(session_, &switched),
+              host::Outcome::kDone);
+    EXPECT_GT(switched.switched, 0);
+    EXPECT_TRUE(switched.skips.empty()) << switched.skips.skips()[0].step;
+  }
+}
+
+// Run Script over COM against a strict program: each drawing is opened,
+// given the script, saved only after the program ran it, and closed.
+TEST_F(ComEndToEndTest, ScriptRunsOnAStrictProgram) {
+  host::ApplicationPtr program = Start("AutoCAD.Application");
+  MakeStrict(program);
+  Choose(host::HostKind::kAutoCad);
+  ASSERT_TRUE(session_.Connect());
+  const std::filesystem::path dir =
+      std::filesystem::path(LMT_E2E_OUT_DIR) / "script";
+  std::filesystem::remove_all(dir);
+  std::filesystem::create_directories(dir);
+  batch::RunScriptSettings settings;
+  settings.script_text = "_Layout\r\n_Set\r\nSheet B";
+  settings.save_version = 0;
+  for (const char* name : {"a.dxf", "b.dxf"}) {
+    std::filesystem::copy_file(
+        std::filesystem::path(LMT_TESTDATA_DIR) / "batch" / "attributes.dxf",
+        dir / name);
+    settings.files.push_back({name, ServerPath((dir / name).string())});
+  }
+  core::MessageTable messages;
+  batch::BatchUi ui(user_, messages, "Layomat", "Run script in many files");
+  user_.AllowUnusedAnswers();
+  const batch::BatchReport report =
+      batch::RunScriptFiles(*session_.connection().application, ui, settings);
+  EXPECT_EQ(report.processed, 2);
+  EXPECT_TRUE(report.failures.empty()) << report.failures[0].status.ToString();
+  EXPECT_EQ(report.written.size(), 2u);
+  EXPECT_TRUE(std::filesystem::exists(dir / "a(1).dxf"));
+  EXPECT_TRUE(std::filesystem::exists(dir / "b(1).dxf"));
 }
 
 TEST_F(ComEndToEndTest, ZwCadFallsBackToZwCadPlus) {
