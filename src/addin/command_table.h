@@ -54,6 +54,7 @@ enum class Action {
   kBatchSaveFolder,  // Command_ViborSaveKuda
   kBatchScriptFile,  // Command_GetFileScript
   kBatchLispFile,    // Command_GetFileLisp
+  kPlotPdf,          // mnuPlotPdf: the table's layouts plotted to PDF
 };
 
 struct CommandEntry {

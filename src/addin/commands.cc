@@ -22,6 +22,7 @@
 #include "layouts/layout_naming.h"
 #include "layouts/plan_checks.h"
 #include "layouts/plan_text.h"
+#include "layouts/plot_sheets.h"
 #include "layouts/register_values.h"
 #include "utilities/delete_outside_viewport.h"
 #include "utilities/frame_marks.h"
@@ -135,6 +136,9 @@ void Commands::Run(const CommandEntry& entry) {
       return;
     case Action::kCheckPlan:
       CheckPlan();
+      return;
+    case Action::kPlotPdf:
+      PlotPdf();
       return;
     case Action::kExportRegister:
       ExportRegister();
@@ -255,6 +259,52 @@ void Commands::FrameTools(Action action) {
   }
   user.ShowMessage(text, host::MessageIcon::kInformation,
                    host::MessageButtons::kOk, title);
+}
+
+void Commands::PlotPdf() {
+  if (!session_.Connect()) return;
+  host::Document& document = session_.document();
+  host::User& user = session_.user();
+  const std::string& title = session_.globals().product_name;
+  auto tell = [&](const std::string& text, host::MessageIcon icon) {
+    user.ShowMessage(text, icon, host::MessageButtons::kOk, title);
+  };
+  std::vector<std::string> layouts;
+  for (int r = 1; r < state_.table.row_count(); ++r) {
+    const std::string& name = state_.table.Cell(r, frames::Column::kLayoutName);
+    if (!name.empty()) layouts.push_back(name);
+  }
+  if (layouts.empty()) {
+    tell("No layouts in the table to plot.", host::MessageIcon::kCritical);
+    return;
+  }
+  // The PDF files go beside the drawing, which must therefore have a place.
+  const std::string full_name = document.FullName().value_or("");
+  const std::filesystem::path folder =
+      core::PathFromUtf8(full_name).parent_path();
+  if (full_name.empty() || folder.empty()) {
+    tell("Save the drawing first: the PDF files go beside it.",
+         host::MessageIcon::kCritical);
+    return;
+  }
+  const host::HostKind kind =
+      host::HostKindFromIndex(
+          session_.windows().okno_lmt.combo_versia_cad.selected())
+          .value_or(host::HostKind::kAutoCad);
+  const layouts::PlotSheetsReport report = layouts::PlotSheets(
+      document, layouts, folder, layouts::PdfDeviceOf(kind));
+  if (report.outcome == host::Outcome::kRefused) {
+    tell("The CAD program cannot plot from here.",
+         host::MessageIcon::kCritical);
+    return;
+  }
+  std::string text = std::to_string(report.files.size()) +
+                     " sheets plotted to " + core::PathToUtf8(folder) + ".";
+  if (report.files.size() < layouts.size()) {
+    text += " " + std::to_string(layouts.size() - report.files.size()) +
+            " not plotted.";
+  }
+  tell(text, host::MessageIcon::kInformation);
 }
 
 void Commands::CreateLayouts() {

@@ -46,6 +46,9 @@ class Commands {
   void CreateLayouts();
   // The plan of the next creation and its warnings in the text window.
   void CheckPlan();
+  // The table's layouts plotted by the CAD program to PDF files beside the
+  // drawing, one per sheet, ending with an information message.
+  void PlotPdf();
   // The frame table with the title blocks' attributes to a CSV file, and
   // an edited one applied to the table: its order, names and values.
   void ExportRegister();

@@ -170,7 +170,7 @@ TEST(CommandTableTest, EveryMenuItemHasACaptionAndAllButSortingACommand) {
     ++items;
     EXPECT_TRUE(FindCommand("OknoLmt", entry.name).has_value()) << entry.name;
   }
-  EXPECT_EQ(items, 14);
+  EXPECT_EQ(items, 15);
 }
 
 TEST(CommandTableTest, ButtonNamesAndLookUp) {
@@ -246,6 +246,38 @@ TEST_F(CommandsTest, CreateLayoutsMakesOneLayoutPerRow) {
     EXPECT_TRUE((*layouts)->Item(name).ok()) << name;
   }
   EXPECT_EQ(user_.message_texts().back(), globals_.messages.Get(15));
+}
+
+// The made sheets go to the CAD program's plot, one PDF each beside the
+// drawing (here a copy, so that nothing is written beside the test data).
+TEST_F(CommandsTest, PlotToPdfPlotsTheTablesLayoutsBesideTheDrawing) {
+  lmt::testing::TempDir dir;
+  const std::filesystem::path copy = dir.path() / "plan.dxf";
+  std::filesystem::copy_file(
+      dxfhost::test::TestdataPath("frames/polylines.dxf"), copy);
+  Open(core::PathToUtf8(copy));
+  std::vector<std::string> plotted;
+  app_->set_plotter([&](dxf::Document&, std::string_view layout,
+                        const std::string& path, std::string_view device) {
+    plotted.push_back(std::string(layout) + " " +
+                      core::PathToUtf8(core::PathFromUtf8(path).filename()) +
+                      " " + std::string(device));
+    return Status();
+  });
+  commands_->Run("OknoLmt", "mnuPlotPdf");
+  EXPECT_EQ(user_.message_texts().back(), "No layouts in the table to plot.");
+
+  CaptureAndSearch("30", "Command_GetAll");
+  user_.AllowUnusedAnswers();
+  commands_->Run("OknoLmt", "mnuSozdat");
+  commands_->Run("OknoLmt", "mnuPlotPdf");
+  const frames::FrameTable& table = commands_->frame_table();
+  ASSERT_EQ(plotted.size(), static_cast<size_t>(table.last_row()));
+  const std::string first = table.Cell(1, Column::kLayoutName);
+  EXPECT_EQ(plotted[0], first + " " + first + ".pdf DWG To PDF.pc3");
+  EXPECT_EQ(user_.message_texts().back(),
+            std::to_string(plotted.size()) + " sheets plotted to " +
+                core::PathToUtf8(dir.path()) + ".");
 }
 
 TEST_F(CommandsTest, HighlightAndViewButtonsWorkOnTheTable) {

@@ -1,7 +1,10 @@
 // The application (with the Lmt* members through which a test scripts the
 // user and refuses members), its preferences and documents, the database
 // and document members, the tiled viewport and Utility.
+#include <filesystem>
+#include <optional>
 #include <sstream>
+#include <string>
 
 #include "automation/members.h"
 #include "automation/server.h"
@@ -291,6 +294,30 @@ Status IsQuiescent(Call& call) {
   return Status();
 }
 
+// PlotToFile(plotFile [, plotConfig]) -> Boolean.
+Status PlotToFile(Call& call) {
+  host::Plot* self = Self<host::Plot>(call);
+  if (self == nullptr) return Status::NotSupported("not a plot");
+  Result<std::string> file = Arg<std::string>(call, 0);
+  if (!file.ok()) return file.status();
+  Result<std::optional<std::string>> device = OptionalArg<std::string>(call, 1);
+  if (!device.ok()) return device.status();
+  Result<bool> done = self->PlotToFile(*file, device->value_or(""));
+  if (!done.ok()) return done.status();
+  Return(call, *done);
+  return Status();
+}
+
+// LmtPlotCalls(): the plots received, one "layout|file|device" a line.
+Status LmtPlotCalls(Call& call) {
+  std::string lines;
+  for (const Server::PlotCall& plot : call.server.plot_calls()) {
+    lines += plot.layout + "|" + plot.file + "|" + plot.device + "\n";
+  }
+  Return(call, lines);
+  return Status();
+}
+
 Status LmtAllowAll(Call& call) {
   call.server.application()->gate().AllowAll();
   return Status();
@@ -350,6 +377,7 @@ constexpr Member kDocument[] = {
                  &Document::SetActiveTextStyle>},
     {L"SelectionSets", &Prop<Document, &Document::SelectionSets>},
     {L"Utility", &Prop<Document, &Document::Utility>},
+    {L"Plot", &Prop<Document, &Document::Plot>},
     {L"SaveAs",
      &AnyKind<&DocumentSaveAs, &DbxPathMethod<&DbxDocument::SaveAs>>},
     {L"Close", &Close},
@@ -394,6 +422,7 @@ constexpr Member kApplication[] = {
     {L"LmtAllowAll", &LmtAllowAll},
     {L"LmtSimulateBusy", &LmtSimulateBusy},
     {L"LmtDeferCommands", &LmtDeferCommands},
+    {L"LmtPlotCalls", &LmtPlotCalls},
     {L"LmtServerCalls", &LmtServerCalls},
     {L"LmtMessageCount", &LmtMessageCount},
 };
@@ -406,9 +435,13 @@ constexpr Member kAcadState[] = {
     {L"IsQuiescent", &IsQuiescent},
 };
 const ClassTable kAcadStateTable{L"AcadState", kAcadState};
+constexpr Member kPlot[] = {
+    {L"PlotToFile", &PlotToFile},
+};
 
 }  // namespace
 
+const ClassTable kPlotTable{L"Plot", kPlot};
 const ClassTable kViewportTable{L"Viewport", kViewport};
 const ClassTable kUtilityTable{L"Utility", kUtility};
 const ClassTable kDocumentTable{L"Document", kDocument};

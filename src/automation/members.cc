@@ -65,6 +65,7 @@ const ClassTable& TableFor(const host::Object& object) {
   }
   if (is(static_cast<host::Viewport*>(nullptr))) return kViewportTable;
   if (is(static_cast<host::Utility*>(nullptr))) return kUtilityTable;
+  if (is(static_cast<host::Plot*>(nullptr))) return kPlotTable;
   if (is(static_cast<host::Documents*>(nullptr))) return kDocumentsTable;
   if (is(static_cast<host::Preferences*>(nullptr))) return kPreferencesTable;
   if (is(static_cast<host::Application*>(nullptr))) return kApplicationTable;

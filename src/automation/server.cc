@@ -35,9 +35,17 @@ Result<double> ServerUser::DoPickDistance(std::string_view,
 }
 
 Server::Server(host::HostKind kind, DWORD thread_id)
-    : kind_(kind),
-      thread_id_(thread_id),
-      application_(dxfhost::DxfApplication::Create(kind, &user_)) {}
+    : kind_(kind), thread_id_(thread_id) {
+  std::shared_ptr<dxfhost::DxfApplication> app =
+      dxfhost::DxfApplication::Create(kind, &user_);
+  // Plots are recorded, not drawn: a test checks what the add-in asked for.
+  app->set_plotter([this](dxf::Document&, std::string_view layout,
+                          const std::string& path, std::string_view device) {
+    RecordPlot({std::string(layout), path, std::string(device)});
+    return Status();
+  });
+  application_ = std::move(app);
+}
 
 void Server::Quit() { PostThreadMessageW(thread_id_, WM_QUIT, 0, 0); }
 

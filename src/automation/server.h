@@ -95,6 +95,15 @@ class Server {
   // Runs the queued commands when due (always when `waiting`); returns
   // whether any ran.
   bool RunQueuedCommands(bool waiting);
+
+  // Plot.PlotToFile as the program received it; the server draws nothing.
+  struct PlotCall {
+    std::string layout;  // the active layout, which the programs plot
+    std::string file;
+    std::string device;
+  };
+  void RecordPlot(PlotCall call) { plot_calls_.push_back(std::move(call)); }
+  const std::vector<PlotCall>& plot_calls() const { return plot_calls_; }
   // Ends the message loop (the object model's Application.Quit).
   void Quit();
 
@@ -111,6 +120,7 @@ class Server {
   bool defer_commands_ = false;
   std::vector<std::function<Status()>> queued_commands_;
   int calls_since_queued_ = 0;
+  std::vector<PlotCall> plot_calls_;
 };
 
 }  // namespace lmt::automation

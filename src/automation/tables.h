@@ -23,6 +23,7 @@ extern const ClassTable kSelectionSetTable;
 extern const ClassTable kSelectionSetsTable;
 extern const ClassTable kViewportTable;
 extern const ClassTable kUtilityTable;
+extern const ClassTable kPlotTable;
 extern const ClassTable kDocumentTable;  // documents and ObjectDBX documents
 extern const ClassTable kDocumentsTable;
 extern const ClassTable kPreferencesTable;

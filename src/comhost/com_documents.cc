@@ -75,6 +75,27 @@ class ComViewport : public host::Viewport, public ComObject {
   }
 };
 
+// "PlotToFile Method (ActiveX)", https://help.autodesk.com/cloudhelp/2016/
+// ENU/AutoCAD-ActiveX/files/GUID-85A6B1AF-80AA-4F56-8305-6EFD4A4D8CF8.htm:
+// PlotToFile(plotFile [, plotConfig]) plots the active layout, returns a
+// Boolean.
+class ComPlot : public host::Plot, public ComObject {
+ public:
+  ComPlot(const Shared& shared, ComPtr<IDispatch> object)
+      : host::Plot(shared.gate), ComObject(shared, std::move(object), "Plot") {}
+
+ protected:
+  Result<bool> DoPlotToFile(std::string_view file,
+                            std::string_view device) override {
+    std::vector<ScopedVariant> args;
+    args.push_back(TextVariant(file));
+    if (!device.empty()) args.push_back(TextVariant(device));
+    Result<ScopedVariant> v = Call("PlotToFile", std::move(args));
+    if (!v.ok()) return v.status();
+    return ReadBool(*v->get());
+  }
+};
+
 class ComUtility : public host::Utility, public ComObject {
  public:
   ComUtility(const Shared& shared, ComPtr<IDispatch> object)
@@ -325,6 +346,11 @@ class ComDocument : public ComDatabaseT<host::Document> {
     Result<ComPtr<IDispatch>> v = GetDispatch("Utility");
     if (!v.ok()) return v.status();
     return host::UtilityPtr(std::make_shared<ComUtility>(shared(), *v));
+  }
+  Result<host::PlotPtr> DoPlot() const override {
+    Result<ComPtr<IDispatch>> v = GetDispatch("Plot");
+    if (!v.ok()) return v.status();
+    return host::PlotPtr(std::make_shared<ComPlot>(shared(), *v));
   }
   Status DoSaveAs(std::string_view path, int32_t save_type) override {
     std::vector<ScopedVariant> args;

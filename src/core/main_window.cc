@@ -13,6 +13,7 @@ constexpr CaptionEntry kCaptions[] = {
     {"mnuSelect", "Select Window", "Выбрать рамкой"},
     {"mnuSozdat", "Create Layouts", "Создать вкладки"},
     {"mnuProveritPlan", "Check plan...", "Проверить план..."},
+    {"mnuPlotPdf", "Plot to PDF", "Печать в PDF"},
     {"mnuFunction", "Functions", "Функции"},
     {"mnuFunctionSortLayouts", "Sort Layouts", "Сортировка вкладок"},
     {"mnuFunctionOnOffViewport", "Viewports - On Off",

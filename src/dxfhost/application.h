@@ -17,14 +17,20 @@
 #ifndef LMT_DXFHOST_APPLICATION_H_
 #define LMT_DXFHOST_APPLICATION_H_
 
+#include <functional>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "host/application.h"
 #include "host/document.h"
 #include "host/host_kind.h"
 #include "host/user.h"
+
+namespace lmt::dxf {
+class Document;
+}
 
 namespace lmt::dxfhost {
 
@@ -40,6 +46,16 @@ class DxfApplication : public host::Application,
   // Drawings opened from now on are recovered, as a CAD program's recover
   // command reads them.
   void set_recover(bool recover) { recover_ = recover; }
+
+  // Draws the layout named `layout` of `doc` into the new file `path` for
+  // Plot.PlotToFile (`device` as the caller named it). The engine draws
+  // nothing itself: a front end with a renderer sets one, and without it a
+  // drawing has no plot interface (Document.Plot is not supported).
+  using Plotter =
+      std::function<Status(dxf::Document& doc, std::string_view layout,
+                           const std::string& path, std::string_view device)>;
+  void set_plotter(Plotter plotter) { plotter_ = std::move(plotter); }
+  const Plotter& plotter() const { return plotter_; }
 
   // For Documents: open and bookkeeping.
   Result<host::DocumentPtr> OpenDocument(std::string_view path);
@@ -65,6 +81,7 @@ class DxfApplication : public host::Application,
   host::HostKind kind_;
   host::User* user_;
   bool recover_ = false;
+  Plotter plotter_;
   bool visible_ = true;
   std::vector<host::DocumentPtr> documents_;  // opening order, last active
   host::PreferencesPtr preferences_;

@@ -7,10 +7,12 @@
 #include <string>
 #include <vector>
 
+#include "core/file_util.h"
 #include "dxf/builders.h"
 #include "dxf/entity_copy.h"
 #include "dxf/upgrade.h"
 #include "dxf/version.h"
+#include "dxfhost/application.h"
 #include "dxfhost/blocks.h"
 #include "dxfhost/entities.h"
 #include "dxfhost/layouts.h"
@@ -193,6 +195,35 @@ class DatabaseImpl : public Base {
   std::shared_ptr<Drawing> d_;
 };
 
+// Plots the active layout through the application's plotter. As the
+// programs do, it refuses to plot over an existing file.
+class DxfPlot : public host::Plot {
+ public:
+  DxfPlot(std::shared_ptr<Drawing> d, DxfApplication::Plotter plotter)
+      : host::Plot(d->gate), d_(std::move(d)), plotter_(std::move(plotter)) {}
+
+ protected:
+  Result<bool> DoPlotToFile(std::string_view file,
+                            std::string_view device) override {
+    if (Status s = d_->Live(); !s.ok()) return s;
+    const std::string path(file);
+    std::error_code error;
+    if (std::filesystem::exists(core::PathFromUtf8(path), error)) {
+      return Status::Refused("the plot file " + path + " exists");
+    }
+    const std::string layout =
+        d_->Decode(d_->LayoutOfBlock(d_->active_block).name);
+    if (Status s = plotter_(*d_->doc, layout, path, device); !s.ok()) {
+      return s;
+    }
+    return true;
+  }
+
+ private:
+  std::shared_ptr<Drawing> d_;
+  DxfApplication::Plotter plotter_;
+};
+
 class DxfDocument : public DatabaseImpl<host::Document> {
  public:
   DxfDocument(std::shared_ptr<Drawing> d,
@@ -365,6 +396,15 @@ class DxfDocument : public DatabaseImpl<host::Document> {
   Result<host::UtilityPtr> DoUtility() const override {
     if (Status s = Live(); !s.ok()) return s;
     return MakeUtility(d_);
+  }
+  Result<host::PlotPtr> DoPlot() const override {
+    if (Status s = Live(); !s.ok()) return s;
+    Result<host::ApplicationPtr> app = DoApplication();
+    if (!app.ok()) return app.status();
+    const auto* owner = dynamic_cast<const DxfApplication*>(app->get());
+    if (owner == nullptr) return Unsupported("Document.Plot");
+    if (!owner->plotter()) return Unsupported("Document.Plot");
+    return host::PlotPtr(std::make_shared<DxfPlot>(d_, owner->plotter()));
   }
   Status DoSaveAs(std::string_view path, int32_t save_type) override {
     if (Status s = Live(); !s.ok()) return s;

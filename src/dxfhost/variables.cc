@@ -39,6 +39,7 @@ constexpr SessionDefault kSessionDefaults[] = {
     {"FILEDIA", 1},         {"PEDITACCEPT", 0},     {"DRAWORDERCTL", 3},
     {"SECURELOAD", 1},      {"CMDECHO", 1},         {"LAYOUTREGENCTL", 2},
     {"PDFIMPORTFILTER", 8}, {"PDFIMPORTLAYERS", 0}, {"PDFIMPORTMODE", 2},
+    {"BACKGROUNDPLOT", 2},
 };
 
 // Program settings held as text, empty in a fresh session.

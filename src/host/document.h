@@ -60,6 +60,29 @@ class Viewport : public Object {
   }
 };
 
+// The document's plotting (Document.Plot). The programs plot the active
+// layout with its page setup; a device given here replaces the layout's for
+// this plot only.
+class Plot : public Object {
+ public:
+  ~Plot() override = default;
+
+  // Plots the active layout into `file` through `device` (a PC3 name such
+  // as "DWG To PDF.pc3"; empty for the layout's own). False when the
+  // program reports that nothing was plotted.
+  Result<bool> PlotToFile(std::string_view file, std::string_view device) {
+    return Gated("Plot.PlotToFile", [&] { return DoPlotToFile(file, device); });
+  }
+
+ protected:
+  using Object::Object;
+
+  virtual Result<bool> DoPlotToFile(std::string_view /*file*/,
+                                    std::string_view /*device*/) {
+    return Unsupported("Plot.PlotToFile");
+  }
+};
+
 // User input and coordinate conversion.
 class Utility : public Object {
  public:
@@ -300,6 +323,9 @@ class Document : public Database {
   Result<UtilityPtr> Utility() const {
     return Gated("Document.Utility", [&] { return DoUtility(); });
   }
+  Result<PlotPtr> Plot() const {
+    return Gated("Document.Plot", [&] { return DoPlot(); });
+  }
   // Saves under `path` (the host adds the extension of `save_type` when
   // `path` has none) in the format numbered `save_type`.
   Status SaveAs(std::string_view path, int32_t save_type) {
@@ -379,6 +405,9 @@ class Document : public Database {
   }
   virtual Result<UtilityPtr> DoUtility() const {
     return Unsupported("Document.Utility");
+  }
+  virtual Result<PlotPtr> DoPlot() const {
+    return Unsupported("Document.Plot");
   }
   virtual Status DoSaveAs(std::string_view /*path*/, int32_t /*save_type*/) {
     return Unsupported("Document.SaveAs");

@@ -16,6 +16,7 @@
 // automation runtime's member in the headers below.
 #undef GetObject
 
+#include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <filesystem>
@@ -35,6 +36,7 @@
 #include "host/session.h"
 #include "layouts/layout_creation.h"
 #include "layouts/layout_naming.h"
+#include "layouts/plot_sheets.h"
 #include "testing/scripted_user.h"
 #include "utilities/delete_outside_viewport.h"
 #include "utilities/viewports_on_off.h"
@@ -312,6 +314,26 @@ TEST_F(ComEndToEndTest, StrictProgramGivesTheSameLayouts) {
       comhost::CallStatsOf(*session_.connection().application);
   ASSERT_NE(trips, nullptr);
   EXPECT_GT(trips->busy_retries, 0);
+
+  // The new sheets plotted by the program, one PDF each, in the foreground.
+  const std::filesystem::path out =
+      std::filesystem::path(LMT_E2E_OUT_DIR) / "plots";
+  std::filesystem::create_directories(out);
+  const layouts::PlotSheetsReport plots = layouts::PlotSheets(
+      session_.document(), report.created, ServerPath(out.string()),
+      layouts::PdfDeviceOf(host::HostKind::kAutoCad));
+  EXPECT_EQ(plots.files.size(), 9u);
+  EXPECT_TRUE(plots.skips.empty()) << plots.skips.skips()[0].step;
+  comhost::ComContext context;
+  Result<comhost::ScopedVariant> calls =
+      comhost::Invoke(context, comhost::DispatchOf(program.get()),
+                      "Application", "LmtPlotCalls", comhost::CallKind::kGet);
+  ASSERT_TRUE(calls.ok());
+  const std::string lines = comhost::ReadText(*calls->get()).value_or("");
+  EXPECT_EQ(std::count(lines.begin(), lines.end(), '\n'), 9);
+  EXPECT_TRUE(lines.starts_with("Sheet-1|" + ServerPath(out.string()) +
+                                "\\Sheet-1.pdf|DWG To PDF.pc3\n"))
+      << lines;
 }
 
 // The program runs SendCommand strings when it is idle, as the programs
