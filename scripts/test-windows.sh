@@ -87,7 +87,7 @@ ctest --test-dir "$build" --output-on-failure -j "$jobs" --no-tests=error \
   || tests=$?
 
 # Also after failed tests: the pictures help to see what went wrong.
-echo "== screenshots of the main window"
+echo "== screenshots of the windows"
 # The screenshot script stops this server and leaves none running.
 timeout 30 wineserver -k >/dev/null 2>&1 || true
 server_up=0

@@ -1,7 +1,9 @@
 #!/usr/bin/env bash
-# Screenshots of the add-in's main window, in Russian and in English, under
-# a virtual X display: build-win/artifacts/main-window-ru.png and
-# main-window-en.png. Run after scripts/test-windows.sh has built build-win/
+# Screenshots of the add-in's windows, in Russian and in English, under a
+# virtual X display: build-win/artifacts/main-window-ru.png and
+# main-window-en.png, and for every other window NAME-ru.png and NAME-en.png
+# (NAME the window's name; the showcase walks all windows the add-in has).
+# Run after scripts/test-windows.sh has built build-win/
 # (it calls this script at its end). Without Xvfb, or without the showcase
 # program, it says so and succeeds: screenshots are artifacts, not tests.
 #
@@ -56,7 +58,7 @@ mkdir -p "$art"
 status=0
 for lang in ru en; do
   folder=$art/showcase-$lang
-  rm -rf "$folder"; mkdir -p "$folder/appdata"
+  rm -rf "$folder"; mkdir -p "$folder/appdata" "$folder/windows"
   # An empty language file beside the add-in makes the English installation.
   if [[ $lang == en ]]; then : > "$folder/Lang.ini"; fi
   shot=$folder/main-window.bmp
@@ -64,34 +66,54 @@ for lang in ru en; do
   # for the window (the default one is 1024 x 768).
   out=$(w explorer "/desktop=LayomatShots,1280x1000" "$(winpath "$exe")" \
           "$(winpath "$folder")" "$(winpath "$folder/appdata")" \
-          "$(winpath "$drawing")" "$(winpath "$shot")" 2>&1)
-  if [[ -f $shot ]] && /usr/bin/python3 - "$shot" "$art/main-window-$lang.png" <<'PY'
+          "$(winpath "$drawing")" "$(winpath "$shot")" \
+          "$(winpath "$folder/windows")" 2>&1)
+  # BMP -> PNG pairs: the main window, then each other window by name.
+  pairs=()
+  [[ -f $shot ]] && pairs+=("$shot" "$art/main-window-$lang.png")
+  for bmp in "$folder"/windows/*.bmp; do
+    [[ -f $bmp ]] || continue
+    name=$(basename "$bmp" .bmp)
+    pairs+=("$bmp" "$art/$name-$lang.png")
+  done
+  if [[ -f $shot ]] && /usr/bin/python3 - "${pairs[@]}" <<'PY'
 import struct, sys, zlib
-data = open(sys.argv[1], 'rb').read()
-offset, = struct.unpack_from('<I', data, 10)
-width, height, _, bits = struct.unpack_from('<iiHH', data, 18)
-assert bits == 24
-stride = (width * 3 + 3) & ~3
-rows = []
-for y in range(abs(height)):
-    src = height - 1 - y if height > 0 else y
-    row = data[offset + src * stride: offset + src * stride + width * 3]
-    rgb = bytearray(row)
-    rgb[0::3], rgb[2::3] = row[2::3], row[0::3]
-    rows.append(b'\0' + bytes(rgb))
-def chunk(kind, body):
-    return (struct.pack('>I', len(body)) + kind + body +
-            struct.pack('>I', zlib.crc32(kind + body) & 0xffffffff))
-png = (b'\x89PNG\r\n\x1a\n' +
-       chunk(b'IHDR', struct.pack('>IIBBBBB', width, abs(height), 8, 2, 0, 0, 0)) +
-       chunk(b'IDAT', zlib.compress(b''.join(rows), 9)) + chunk(b'IEND', b''))
-open(sys.argv[2], 'wb').write(png)
+def convert(source, target):
+    data = open(source, 'rb').read()
+    offset, = struct.unpack_from('<I', data, 10)
+    width, height, _, bits = struct.unpack_from('<iiHH', data, 18)
+    assert bits == 24
+    stride = (width * 3 + 3) & ~3
+    rows = []
+    for y in range(abs(height)):
+        src = height - 1 - y if height > 0 else y
+        row = data[offset + src * stride: offset + src * stride + width * 3]
+        rgb = bytearray(row)
+        rgb[0::3], rgb[2::3] = row[2::3], row[0::3]
+        rows.append(b'\0' + bytes(rgb))
+    def chunk(kind, body):
+        return (struct.pack('>I', len(body)) + kind + body +
+                struct.pack('>I', zlib.crc32(kind + body) & 0xffffffff))
+    png = (b'\x89PNG\r\n\x1a\n' +
+           chunk(b'IHDR', struct.pack('>IIBBBBB', width, abs(height), 8, 2, 0, 0, 0)) +
+           chunk(b'IDAT', zlib.compress(b''.join(rows), 9)) + chunk(b'IEND', b''))
+    open(target, 'wb').write(png)
+args = sys.argv[1:]
+for i in range(0, len(args), 2):
+    convert(args[i], args[i + 1])
 PY
   then
-    rm -f "$shot"
-    echo "screenshot: $art/main-window-$lang.png"
+    for ((i = 0; i < ${#pairs[@]}; i += 2)); do
+      rm -f "${pairs[i]}"
+      echo "screenshot: ${pairs[i+1]}"
+    done
   else
-    echo "screenshot ($lang) failed: $out"
+    status=1
+  fi
+  # The showcase counts one picture per window; any window it could not
+  # show or read fails the run (when its output comes through the desktop).
+  if [[ $out =~ [1-9][0-9]*\ failed ]]; then
+    echo "screenshots ($lang) incomplete: $out"
     status=1
   fi
 done

@@ -81,6 +81,10 @@ constexpr CommandEntry kTable[] = {
     {"OknoFunctionRunLisp", "Command_GetFileLisp", A::kBatchLispFile, ""},
     {"OknoFunctionReplaceText", "Command_VstavitSpisok", A::kBatchPasteList,
      ""},
+    {kMain, "Command_PokazatRamku", A::kShowFrame, ""},
+    {kMain, "mnuFunctionSortLayouts", A::kShowWindow, "OknoSortLayouts"},
+    {"OknoSortLayouts", "Command_Sort", A::kSortLayouts, ""},
+    {"OknoSortLayouts", "Command_Close", A::kHide, ""},
 };
 
 constexpr MenuEntry kMenu[] = {

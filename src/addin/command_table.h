@@ -5,8 +5,8 @@
 //
 // Buttons are named as the product names them ("Command_GetObrazec"); their
 // caption keys drop the underscore ("CommandGetObrazec"), see ButtonName.
-// Controls without an entry start nothing (the sorting window, named views,
-// frame highlighting, insertion and printer options are not built).
+// Controls without an entry start nothing (insertion and printer options
+// are not built).
 #ifndef LMT_ADDIN_COMMAND_TABLE_H_
 #define LMT_ADDIN_COMMAND_TABLE_H_
 
@@ -55,6 +55,8 @@ enum class Action {
   kBatchScriptFile,  // Command_GetFileScript
   kBatchLispFile,    // Command_GetFileLisp
   kPlotPdf,          // mnuPlotPdf: the table's layouts plotted to PDF
+  kShowFrame,        // Command_PokazatRamku: zoom onto the selected row
+  kSortLayouts,      // Command_Sort of OknoSortLayouts
 };
 
 struct CommandEntry {

@@ -17,9 +17,11 @@
 #include "core/text_case.h"
 #include "layouts/frame_csv.h"
 #include "layouts/frame_length_pick.h"
+#include "layouts/frame_show.h"
 #include "layouts/frame_views.h"
 #include "layouts/layout_creation.h"
 #include "layouts/layout_naming.h"
+#include "layouts/layout_sorting.h"
 #include "layouts/plan_checks.h"
 #include "layouts/plan_text.h"
 #include "layouts/plot_sheets.h"
@@ -224,6 +226,12 @@ void Commands::Run(const CommandEntry& entry) {
     case Action::kCreateViews:
       FrameTools(entry.action);
       return;
+    case Action::kShowFrame:
+      ShowFrame();
+      return;
+    case Action::kSortLayouts:
+      SortLayouts();
+      return;
     default:
       Batch(*window, entry.action);
       return;
@@ -305,6 +313,60 @@ void Commands::PlotPdf() {
             " not plotted.";
   }
   tell(text, host::MessageIcon::kInformation);
+}
+
+void Commands::ShowFrame() {
+  host::User& user = session_.user();
+  const std::string& title = session_.globals().product_name;
+  const int row = shell_.SelectedFrameRow();
+  if (row < 1 || !HasFrames(state_.table)) {
+    user.ShowMessage("Select a frame in the table first.",
+                     host::MessageIcon::kInformation, host::MessageButtons::kOk,
+                     title);
+    return;
+  }
+  if (!session_.Connect()) return;
+  // Refusals that still leave the frame in view (twist, model space) are not
+  // worth a message; a view that did not move is.
+  host::SkipLog skips;
+  const Status shown =
+      layouts::ShowFrame(session_.document(), state_.table, row, skips);
+  if (!shown.ok()) {
+    user.ShowMessage(shown.message(), host::MessageIcon::kCritical,
+                     host::MessageButtons::kOk, title);
+  }
+}
+
+void Commands::SortLayouts() {
+  core::Windows& windows = session_.windows();
+  host::User& user = session_.user();
+  const std::string& title = session_.globals().product_name;
+  // Stored even when the sort cannot run, as the other windows store theirs
+  // on confirmation; a lost setting is silent.
+  core::WriteSettings(session_.globals().settings_path, windows,
+                      core::SettingsBlock::kSortLayouts)
+      .IgnoreError();
+  Result<layouts::LayoutSort> sort =
+      layouts::LayoutSortOf(windows.okno_sort_layouts);
+  if (!sort.ok()) {
+    user.ShowMessage(sort.status().message(), host::MessageIcon::kCritical,
+                     host::MessageButtons::kOk, title);
+    return;
+  }
+  if (!session_.Connect()) return;
+  const layouts::SortReport report =
+      layouts::SortLayouts(session_.document(), *sort, state_.table);
+  std::string text = report.moved == 0
+                         ? std::string("The layouts are in that order already.")
+                         : std::to_string(report.moved) + " of " +
+                               std::to_string(report.after.size()) +
+                               " layouts moved.";
+  if (!report.skips.empty()) {
+    text += "\n" + std::to_string(report.skips.skips().size()) +
+            " layouts could not be read or moved.";
+  }
+  user.ShowMessage(text, host::MessageIcon::kInformation,
+                   host::MessageButtons::kOk, title);
 }
 
 void Commands::CreateLayouts() {

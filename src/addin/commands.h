@@ -56,6 +56,11 @@ class Commands {
   void Batch(core::Window& window, Action action);
   void BatchStart(core::Window& window);
   void ShowNameLayouts();
+  // Zooms the drawing onto the frame of the selected table row.
+  void ShowFrame();
+  // Sorts the drawing's layout tabs in the sort window's order, which is
+  // stored first.
+  void SortLayouts();
 
   host::Session& session_;
   Shell& shell_;

@@ -140,8 +140,7 @@ TEST(CommandTableTest, EveryEntryNamesAWindowAndItsTarget) {
 
 TEST(CommandTableTest, EveryCaptionedButtonStartsSomethingExceptUnbuiltOnes) {
   // Listed by their controls only: no routine behind them yet.
-  const std::vector<std::string> not_built = {"Command_PokazatRamku",
-                                              "Command_ParamVstavit"};
+  const std::vector<std::string> not_built = {"Command_ParamVstavit"};
   core::Windows windows;
   for (core::Window* window : windows.All()) {
     for (const core::CaptionEntry& caption : window->caption_table()) {
@@ -156,7 +155,7 @@ TEST(CommandTableTest, EveryCaptionedButtonStartsSomethingExceptUnbuiltOnes) {
   }
 }
 
-TEST(CommandTableTest, EveryMenuItemHasACaptionAndAllButSortingACommand) {
+TEST(CommandTableTest, EveryMenuItemHasACaptionAndACommand) {
   core::Windows windows;
   int items = 0;
   for (const MenuEntry& entry : MainMenu()) {
@@ -166,11 +165,11 @@ TEST(CommandTableTest, EveryMenuItemHasACaptionAndAllButSortingACommand) {
         entry.level == 0 &&
         &entry + 1 != MainMenu().data() + MainMenu().size() &&
         (&entry + 1)->level == 1;
-    if (has_submenu || entry.name == "mnuFunctionSortLayouts") continue;
+    if (has_submenu) continue;
     ++items;
     EXPECT_TRUE(FindCommand("OknoLmt", entry.name).has_value()) << entry.name;
   }
-  EXPECT_EQ(items, 15);
+  EXPECT_EQ(items, 16);
 }
 
 TEST(CommandTableTest, ButtonNamesAndLookUp) {
@@ -317,6 +316,54 @@ TEST_F(CommandsTest, HighlightAndViewButtonsWorkOnTheTable) {
   for (int r = 1; r < rows; ++r) user_.QueueAnswer(host::Answer::kNo);
   commands_->Run("OknoLmt", "Command_SozdatVidi");
   EXPECT_EQ(user_.message_texts().back(), "No view made.");
+}
+
+TEST_F(CommandsTest, ShowByTableZoomsOntoTheSelectedFrame) {
+  Open(dxfhost::test::TestdataPath("frames/polylines.dxf"));
+  Result<host::DocumentPtr> doc = app_->ActiveDocument();
+  ASSERT_TRUE(doc.ok());
+  auto centre = [&] {
+    return std::get<host::Point>(*(*doc)->GetVariable("VIEWCTR"));
+  };
+  const host::Point before = centre();
+  commands_->Run("OknoLmt", "Command_PokazatRamku");
+  EXPECT_EQ(user_.message_texts().back(), "Select a frame in the table first.");
+  CaptureAndSearch("30", "Command_GetAll");
+  shell_.selected_frame_row = 2;
+  const size_t messages = user_.messages().size();
+  commands_->Run("OknoLmt", "Command_PokazatRamku");
+  EXPECT_EQ(user_.messages().size(), messages);
+  const frames::Quad corners = *commands_->frame_table().Corners(2);
+  const host::Point shown = centre();
+  EXPECT_NEAR(shown.x, (corners[0].x + corners[2].x) / 2, 1e-6);
+  EXPECT_NEAR(shown.y, (corners[0].y + corners[2].y) / 2, 1e-6);
+  EXPECT_NE(shown, before);
+}
+
+TEST_F(CommandsTest, SortWindowSortsTheTabsAndStoresItsChoice) {
+  testing::TempDir dir;
+  globals_.settings_path = dir / "sort.ini";
+  Open(dxfhost::test::TestdataPath("example.dxf"));
+  core::OknoSortLayouts& sort = windows_.okno_sort_layouts;
+  // The attribute order without a tag is refused before the drawing.
+  sort.option_sort_layouts.Select(core::OknoSortLayouts::kByAttribute);
+  commands_->Run("OknoSortLayouts", "Command_Sort");
+  EXPECT_EQ(user_.messages().back().icon, host::MessageIcon::kCritical);
+  sort.option_sort_layouts.Select(core::OknoSortLayouts::kReversed);
+  sort.text_tag_atribut.set_text("NO");
+  commands_->Run("OknoSortLayouts", "Command_Sort");
+  EXPECT_EQ(user_.messages().back().icon, host::MessageIcon::kInformation);
+  EXPECT_NE(user_.message_texts().back().find("layouts moved."),
+            std::string::npos)
+      << user_.message_texts().back();
+  core::Windows reread;
+  core::ReadSettings(globals_.settings_path, reread,
+                     core::SettingsBlock::kSortLayouts);
+  EXPECT_EQ(reread.okno_sort_layouts.option_sort_layouts.selected(),
+            core::OknoSortLayouts::kReversed);
+  EXPECT_EQ(reread.okno_sort_layouts.text_tag_atribut.text(), "NO");
+  commands_->Run("OknoSortLayouts", "Command_Close");
+  EXPECT_EQ(shell_.hidden.back(), "OknoSortLayouts");
 }
 
 TEST_F(CommandsTest, CheckPlanShowsThePlanAndItsWarningsMakingNothing) {
@@ -472,6 +519,7 @@ TEST_F(CommandsTest, FunctionItemsShowTheirWindows) {
       {"Command_ParamFilter", "OknoFilter"},
       {"Command_ParamSozdatLayout", "OknoSozdatLayout"},
       {"Command_ParamDeistvie", "OknoDeistvie"},
+      {"mnuFunctionSortLayouts", "OknoSortLayouts"},
   };
   for (const Case& c : cases) {
     shell_.shown.clear();

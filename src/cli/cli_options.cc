@@ -142,6 +142,17 @@ Status Apply(CliOptions& o, std::string_view name, std::string_view value) {
           "--by expects name, reverse, table or attribute:TAG");
     }
     o.by = std::string(value);
+  } else if (name == "--row") {
+    int row = 0;
+    auto [ptr, ec] =
+        std::from_chars(value.data(), value.data() + value.size(), row);
+    if (value.empty() || ec != std::errc() ||
+        ptr != value.data() + value.size() || row < 1) {
+      return Status::InvalidArgument(
+          "--row expects a row number of 1 or more, not '" +
+          std::string(value) + "'");
+    }
+    o.row = row;
   } else if (name == "--sheets-per-file") {
     int count = 0;
     auto [ptr, ec] =
@@ -194,6 +205,7 @@ const std::vector<GlobalOption>& GlobalOptions() {
       {"--index-columns", 1},
       {"--mark", 1},
       {"--by", 1},
+      {"--row", 1},
       {"-h", 0},
       {"--help", 0},
       {"--version", 0},
@@ -349,6 +361,8 @@ std::string GlobalOptionsHelp() {
          "                         outlined and numbered on layer AViewport\n"
          "  --by ORDER             sort-layouts: name, reverse, table or "
          "attribute:TAG\n"
+         "  --row N                show: the row of the frame table to "
+         "zoom onto\n"
          "  --dry-run              create-layouts: print the plan and its "
          "warnings,\n"
          "                         write nothing (no -o needed)\n"

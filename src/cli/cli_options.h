@@ -97,6 +97,7 @@ struct CliOptions {
   // frames: the drawing with the frames highlighted, written to this file.
   std::optional<std::string> mark;
   std::optional<std::string> by;  // sort-layouts: the order
+  std::optional<int> row;         // show: the frame table's row (1..)
 };
 
 // A handle option's text (1 to 16 hex digits) as the object id the host

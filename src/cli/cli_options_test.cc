@@ -60,6 +60,7 @@ TEST(ParseCommandLineTest, BadCommandLines) {
       {"--set", ".Key=1"},  {"--template", "XYZ"},
       {"--pick", "1A,,2B"}, {"--start", "1;2"},
       {"--start", "1,"},    {"--yes=1"},
+      {"--row", "0"},       {"--row", "2x"},
   };
   for (const auto& args : bad) {
     EXPECT_FALSE(ParseCommandLine(args).ok()) << args[0];
@@ -80,6 +81,7 @@ TEST(GlobalOptionsTest, EveryListedOptionParsesWithItsValues) {
                      : option.name == "--viewport"        ? "2F"
                      : option.name == "--sort-polyline"   ? "2F"
                      : option.name == "--sheets-per-file" ? "4"
+                     : option.name == "--row"             ? "3"
                                                           : "x");
     }
     EXPECT_TRUE(ParseCommandLine(args).ok()) << option.name;

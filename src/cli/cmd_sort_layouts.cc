@@ -20,8 +20,11 @@ int RunSortLayouts(CommandContext& context) {
                    "Try 'layomat sort-layouts --help'.\n";
     return kExitUsage;
   }
+  // Without --by the sort window's choice counts, as stored or --set.
   Result<layouts::LayoutSort> sort =
-      layouts::ParseLayoutSort(options.by.value_or("name"));
+      options.by
+          ? layouts::ParseLayoutSort(*options.by)
+          : layouts::LayoutSortOf(context.addin.windows().okno_sort_layouts);
   if (!sort.ok()) {
     context.err << "layomat: " << sort.status().message() << "\n";
     return kExitUsage;

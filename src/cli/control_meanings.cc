@@ -120,6 +120,14 @@ const std::vector<ControlMeaning>& ControlMeanings() {
       {kActions, "TextValueAtribut2", "2nd attribute to set: its value"},
       {kActions, "TextImiaAtribut3", "3rd attribute to set: its tag"},
       {kActions, "TextValueAtribut3", "3rd attribute to set: its value"},
+      // Layout sorting (sort-layouts without --by).
+      {"OknoSortLayouts", "OptionSortLayouts0",
+       "tab order: by name, numbers by value"},
+      {"OknoSortLayouts", "OptionSortLayouts1", "tab order: the frame table's"},
+      {"OknoSortLayouts", "OptionSortLayouts2", "tab order: reversed"},
+      {"OknoSortLayouts", "OptionSortLayouts3",
+       "tab order: by a title-block attribute"},
+      {"OknoSortLayouts", "TextTagAtribut", "that attribute's tag"},
   };
   return table;
 }

@@ -197,6 +197,40 @@ TEST_F(FrameToolsTest, ViewPerFrameShowsItWholeAndLevel) {
   EXPECT_EQ(ReadBack("views", again), read);
 }
 
+// The model view zoomed onto one frame: centred on it, the height fitting
+// the frame and its 5 % margin (42000 x 29700 plus 2100 on every side, the
+// width over the drawing's aspect ratio of 1.34), the turned sheet turned
+// back, and model space made current.
+TEST_F(FrameToolsTest, ShowZoomsTheModelViewOntoOneFrame) {
+  const struct {
+    int row;
+    const char* active;
+  } cases[] = {
+      {1, "active 21000.000000 -64550.000000 34477.611940 0.000000 1"},
+      {7, "active 104761.533479 -56039.522754 34477.611940 330.000000 1"},
+  };
+  for (const auto& c : cases) {
+    const std::string out = Out("show-" + std::to_string(c.row) + ".dxf");
+    test::LayomatRun run = Layomat("show " + Q(example_) + " --row " +
+                                   std::to_string(c.row) + " -o " + Q(out));
+    ASSERT_EQ(run.status, 0) << run.err;
+    EXPECT_EQ(ReadBack("active", out), std::vector<std::string>{c.active});
+    EXPECT_EQ(
+        testing::DxfProblems(out, testing::RunDxfCheck(example_).structural),
+        "");
+  }
+  test::LayomatRun beyond =
+      Layomat("show " + Q(example_) + " --row 10 -o " + Q(Out("beyond.dxf")));
+  EXPECT_EQ(beyond.status, 2);
+  EXPECT_NE(beyond.err.find("row 10 is not in the frame table (1..9)"),
+            std::string::npos)
+      << beyond.err;
+  EXPECT_FALSE(std::filesystem::exists(Out("beyond.dxf")));
+  EXPECT_EQ(Layomat("show " + Q(example_) + " --row 0 -o " + Q(Out("zero.dxf")))
+                .status,
+            2);
+}
+
 // "tab ORDER NAME CONTENT" lines as "NAME CONTENT", in tab order, and
 // whether the orders run 1..n.
 std::vector<std::string> TabNames(const std::vector<std::string>& tabs,
@@ -245,6 +279,31 @@ TEST_F(FrameToolsTest, SortLayoutsReordersTabsOnly) {
     EXPECT_EQ(TabNames(ReadBack("tabs", out), &consecutive), expected) << c.by;
     EXPECT_TRUE(consecutive) << c.by;
   }
+  // The sort window's keys give the same orders as --by.
+  const struct {
+    const char* set;
+    const char* by;
+  } window_cases[] = {
+      {"", "name"},
+      {" --set OknoSortLayouts.OptionSortLayouts2=True", "reverse"},
+      {" --set OknoSortLayouts.OptionSortLayouts3=True"
+       " --set OknoSortLayouts.TextTagAtribut=NO",
+       "attribute:NO"},
+  };
+  for (const auto& c : window_cases) {
+    const std::string out = Out(std::string("window-") + c.by + ".dxf");
+    test::LayomatRun run =
+        Layomat("sort-layouts " + Q(tabs) + c.set + " -o " + Q(out));
+    ASSERT_EQ(run.status, 0) << c.by << run.err;
+    EXPECT_EQ(ReadBack("tabs", out),
+              ReadBack("tabs", Out(std::string("sorted-") + c.by + ".dxf")))
+        << c.by;
+  }
+  EXPECT_EQ(Layomat("sort-layouts " + Q(tabs) +
+                    " --set OknoSortLayouts.OptionSortLayouts3=True -o " +
+                    Q(Out("no-tag.dxf")))
+                .status,
+            2);
   test::LayomatRun same = Layomat("sort-layouts " + Q(Out("sorted-name.dxf")) +
                                   " --by name -o " + Q(Out("same.dxf")));
   EXPECT_EQ(same.status, 1);

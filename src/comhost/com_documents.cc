@@ -73,6 +73,16 @@ class ComViewport : public host::Viewport, public ComObject {
   Status DoSetDirection(const Point& d) override {
     return Put("Direction", PointVariant(d));
   }
+  // Center, Height and Width of the Viewport object; it has no twist of its
+  // own, so Twist answers kNotSupported here
+  // (https://help.autodesk.com/cloudhelp/2015/FRA/AutoCAD-ActiveX/files/GUID-2B609059-6B70-4C66-A442-F5917363462A.htm).
+  Result<Point> DoCenter() const override { return GetPoint("Center"); }
+  Status DoSetCenter(const Point& c) override {
+    return Put("Center", PointVariant(c));
+  }
+  Result<double> DoHeight() const override { return GetR8("Height"); }
+  Status DoSetHeight(double h) override { return Put("Height", R8Variant(h)); }
+  Result<double> DoWidth() const override { return GetR8("Width"); }
 };
 
 // "PlotToFile Method (ActiveX)", https://help.autodesk.com/cloudhelp/2016/

@@ -243,6 +243,7 @@ constexpr SettingsBlock kAllBlocks[] = {
     SettingsBlock::kReplaceAttributes,
     SettingsBlock::kReplaceText,
     SettingsBlock::kImport,
+    SettingsBlock::kSortLayouts,
 };
 
 }  // namespace
@@ -272,6 +273,12 @@ std::vector<SettingEntry> SettingEntries(Windows& windows,
       return ReplaceTextEntries(windows);
     case SettingsBlock::kImport:
       return ImportEntries(windows);
+    case SettingsBlock::kSortLayouts: {
+      EntryList list("OknoSortLayouts");
+      list.Add(windows.okno_sort_layouts.option_sort_layouts)
+          .Add(windows.okno_sort_layouts.text_tag_atribut);
+      return list.Take();
+    }
   }
   LMT_CHECK(false);
   return {};
@@ -306,7 +313,7 @@ void ReadStartupSettings(const std::filesystem::path& file, Windows& windows) {
         SettingsBlock::kCreationParameters, SettingsBlock::kMainWindow,
         SettingsBlock::kRunLisp, SettingsBlock::kRunScript,
         SettingsBlock::kReplaceAttributes, SettingsBlock::kReplaceText,
-        SettingsBlock::kImport}) {
+        SettingsBlock::kImport, SettingsBlock::kSortLayouts}) {
     ReadSettings(file, windows, block);
   }
 }

@@ -377,6 +377,31 @@ TEST(DocumentTest, PlanViewThroughTheActiveViewport) {
   EXPECT_EQ(std::get<Point>(*s.doc->GetVariable("VIEWDIR")), (Point{1, 1, 1}));
 }
 
+// The view variables read the *Active entry back: a zoom onto a turned
+// point keeps that point at the middle whatever order the members are set
+// in, and nothing moves before the viewport is assigned back.
+TEST(DocumentTest, ZoomAndTwistThroughTheActiveViewport) {
+  test::Session s(test::TestdataPath("example.dxf"));
+  ASSERT_TRUE(s.doc->SetActiveSpace(host::Space::kModelSpace).ok());
+  host::ViewportPtr view = *s.doc->ActiveViewport();
+  const double aspect = *view->Width() / *view->Height();
+  const Point centre{104761.5, -56039.5, 0};
+  ASSERT_TRUE(view->SetCenter(centre).ok());
+  ASSERT_TRUE(view->SetTwist(-std::numbers::pi / 6).ok());
+  ASSERT_TRUE(view->SetHeight(31185).ok());
+  EXPECT_NEAR(*view->Twist(), 11 * std::numbers::pi / 6, 1e-12);
+  EXPECT_EQ(std::get<double>(*s.doc->GetVariable("VIEWSIZE")), 1000);
+  ASSERT_TRUE(s.doc->SetActiveViewport(view).ok());
+  EXPECT_EQ(std::get<double>(*s.doc->GetVariable("VIEWSIZE")), 31185);
+  const Point shown = std::get<Point>(*s.doc->GetVariable("VIEWCTR"));
+  EXPECT_NEAR(shown.x, centre.x, 1e-6);
+  EXPECT_NEAR(shown.y, centre.y, 1e-6);
+  host::ViewportPtr again = *s.doc->ActiveViewport();
+  EXPECT_NEAR(again->Center()->x, centre.x, 1e-6);
+  EXPECT_NEAR(*again->Width() / *again->Height(), aspect, 1e-12);
+  EXPECT_FALSE(view->SetHeight(0).ok());
+}
+
 TEST(DocumentTest, PicksGoToTheUser) {
   test::Session s(test::TestdataPath("example.dxf"));
   s.user.QueuePoint(Point{1, 2, 0});

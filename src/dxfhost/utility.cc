@@ -14,6 +14,7 @@
 //     (dxf-notes 4.5).
 // A displacement drops every translation and keeps rotation and scale.
 #include <cmath>
+#include <numbers>
 
 #include "dxf/viewport.h"
 #include "dxfhost/session.h"
@@ -136,16 +137,36 @@ class DxfUtility : public host::Utility {
   std::shared_ptr<Drawing> d_;
 };
 
-// The tiled model viewport (VPORT *Active); a new direction waits for
-// Document::SetActiveViewport, as in the object model.
+// The tiled model viewport (VPORT *Active); new values wait for
+// Document::SetActiveViewport, as in the object model. The centre is kept in
+// world coordinates and turned into the entry's display centre (12/22) only
+// when applied, so setting the twist after the centre keeps the centre.
 class DxfTiledViewport : public host::Viewport {
  public:
   explicit DxfTiledViewport(std::shared_ptr<Drawing> d)
       : host::Viewport(d->gate), d_(std::move(d)) {
-    direction_ = TiledView(*d_).direction;
+    const ViewFrame view = TiledView(*d_);
+    direction_ = view.direction;
+    target_ = view.target;
+    twist_ = view.twist;
+    const Point shown = Rotate(view.view_center, -view.twist);
+    center_ = Point{view.target.x + shown.x, view.target.y + shown.y, 0};
+    dxf::Entity vport = d_->doc->FindTableEntry("VPORT", "*Active");
+    if (vport.valid()) {
+      height_ = vport.GetDouble(40, height_);
+      aspect_ = vport.GetDouble(41, aspect_);
+    }
   }
   const Drawing* drawing() const { return d_.get(); }
-  const Point& direction() const { return direction_; }
+
+  void WriteTo(dxf::Entity& vport) const {
+    vport.SetPoint(16, dxf::Vec3{direction_.x, direction_.y, direction_.z});
+    const Point offset{center_.x - target_.x, center_.y - target_.y, 0};
+    const Point display = Rotate(offset, twist_);
+    vport.SetPoint(12, dxf::Vec3{display.x, display.y, 0});
+    vport.SetDouble(40, height_);
+    vport.SetDouble(51, twist_ * 180.0 / std::numbers::pi);
+  }
 
  protected:
   Result<Point> DoDirection() const override {
@@ -160,10 +181,53 @@ class DxfTiledViewport : public host::Viewport {
     direction_ = direction;
     return Status();
   }
+  Result<Point> DoCenter() const override {
+    if (Status s = d_->Live(); !s.ok()) return s;
+    return center_;
+  }
+  Status DoSetCenter(const Point& center) override {
+    if (Status s = d_->Live(); !s.ok()) return s;
+    center_ = Point{center.x, center.y, 0};
+    return Status();
+  }
+  Result<double> DoHeight() const override {
+    if (Status s = d_->Live(); !s.ok()) return s;
+    return height_;
+  }
+  Status DoSetHeight(double height) override {
+    if (Status s = d_->Live(); !s.ok()) return s;
+    if (!(height > 0) || !std::isfinite(height)) {
+      return Status::InvalidArgument("a view height must be positive");
+    }
+    height_ = height;
+    return Status();
+  }
+  Result<double> DoWidth() const override {
+    if (Status s = d_->Live(); !s.ok()) return s;
+    return height_ * aspect_;
+  }
+  Result<double> DoTwist() const override {
+    if (Status s = d_->Live(); !s.ok()) return s;
+    return twist_;
+  }
+  Status DoSetTwist(double twist) override {
+    if (Status s = d_->Live(); !s.ok()) return s;
+    if (!std::isfinite(twist)) {
+      return Status::InvalidArgument("a view twist must be a number");
+    }
+    const double turn = 2 * std::numbers::pi;
+    twist_ = std::fmod(std::fmod(twist, turn) + turn, turn);
+    return Status();
+  }
 
  private:
   std::shared_ptr<Drawing> d_;
   Point direction_;
+  Point target_;
+  Point center_;
+  double height_ = 1;
+  double aspect_ = 1;
+  double twist_ = 0;
 };
 
 }  // namespace
@@ -185,8 +249,7 @@ Status ApplyTiledViewport(const host::Viewport& viewport, Drawing& d) {
   if (!vport.valid()) {
     return Status::NotSupported("the drawing has no active model view");
   }
-  const Point& dir = tiled->direction();
-  vport.SetPoint(16, dxf::Vec3{dir.x, dir.y, dir.z});
+  tiled->WriteTo(vport);
   return Status();
 }
 

@@ -47,6 +47,33 @@ class Viewport : public Object {
     return Gated("Viewport.SetDirection",
                  [&] { return DoSetDirection(direction); });
   }
+  // The model point shown at the view's centre (world coordinates, plan
+  // view) and the height of model space the view shows; like the direction
+  // they take effect through Document::SetActiveViewport.
+  Result<Point> Center() const {
+    return Gated("Viewport.Center", [&] { return DoCenter(); });
+  }
+  Status SetCenter(const Point& center) {
+    return Gated("Viewport.SetCenter", [&] { return DoSetCenter(center); });
+  }
+  Result<double> Height() const {
+    return Gated("Viewport.Height", [&] { return DoHeight(); });
+  }
+  Status SetHeight(double height) {
+    return Gated("Viewport.SetHeight", [&] { return DoSetHeight(height); });
+  }
+  // The width the view shows at its height: the screen's aspect ratio.
+  Result<double> Width() const {
+    return Gated("Viewport.Width", [&] { return DoWidth(); });
+  }
+  // The view's twist in radians: a model direction at angle a is shown at
+  // a + twist on the screen.
+  Result<double> Twist() const {
+    return Gated("Viewport.Twist", [&] { return DoTwist(); });
+  }
+  Status SetTwist(double twist) {
+    return Gated("Viewport.SetTwist", [&] { return DoSetTwist(twist); });
+  }
 
  protected:
   using Object::Object;
@@ -57,6 +84,27 @@ class Viewport : public Object {
   }
   virtual Status DoSetDirection(const Point& /*direction*/) {
     return Unsupported("Viewport.SetDirection");
+  }
+  virtual Result<Point> DoCenter() const {
+    return Unsupported("Viewport.Center");
+  }
+  virtual Status DoSetCenter(const Point& /*center*/) {
+    return Unsupported("Viewport.SetCenter");
+  }
+  virtual Result<double> DoHeight() const {
+    return Unsupported("Viewport.Height");
+  }
+  virtual Status DoSetHeight(double /*height*/) {
+    return Unsupported("Viewport.SetHeight");
+  }
+  virtual Result<double> DoWidth() const {
+    return Unsupported("Viewport.Width");
+  }
+  virtual Result<double> DoTwist() const {
+    return Unsupported("Viewport.Twist");
+  }
+  virtual Status DoSetTwist(double /*twist*/) {
+    return Unsupported("Viewport.SetTwist");
   }
 };
 

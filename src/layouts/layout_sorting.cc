@@ -76,6 +76,31 @@ Result<LayoutSort> ParseLayoutSort(std::string_view text) {
   return sort;
 }
 
+Result<LayoutSort> LayoutSortOf(const core::OknoSortLayouts& window) {
+  using W = core::OknoSortLayouts;
+  LayoutSort sort;
+  switch (window.option_sort_layouts.selected()) {
+    case W::kByTable:
+      sort.order = LayoutOrder::kTable;
+      break;
+    case W::kReversed:
+      sort.order = LayoutOrder::kReverse;
+      break;
+    case W::kByAttribute:
+      sort.order = LayoutOrder::kAttribute;
+      sort.tag = window.text_tag_atribut.text();
+      if (sort.tag.empty()) {
+        return Status::InvalidArgument(
+            "the attribute order needs the attribute's tag");
+      }
+      break;
+    default:
+      sort.order = LayoutOrder::kName;
+      break;
+  }
+  return sort;
+}
+
 int CompareNatural(std::string_view a, std::string_view b) {
   size_t i = 0, j = 0;
   while (i < a.size() && j < b.size()) {

@@ -18,6 +18,7 @@
 #include <string_view>
 #include <vector>
 
+#include "core/sort_layouts_window.h"
 #include "core/status.h"
 #include "frames/frame_table.h"
 #include "host/document.h"
@@ -34,6 +35,10 @@ struct LayoutSort {
 
 // "name", "reverse", "table" or "attribute:TAG"; InvalidArgument otherwise.
 Result<LayoutSort> ParseLayoutSort(std::string_view text);
+
+// The order chosen in the sort window; InvalidArgument for the attribute
+// order without a tag.
+Result<LayoutSort> LayoutSortOf(const core::OknoSortLayouts& window);
 
 // <0, 0, >0: runs of digits compare as numbers, the rest without regard to
 // ASCII case.

@@ -184,6 +184,29 @@ TEST_F(Win32ViewTest, MenuCommandShowsItsWindowOwnedByTheMainWindow) {
   EXPECT_EQ(GetWindow(onoff, GW_OWNER), main_);
 }
 
+// The sorting window is drawn from its model like the others: its order
+// buttons, the tag field beside its label, and Close hiding it.
+TEST_F(Win32ViewTest, SortLayoutsMenuShowsTheSortingWindow) {
+  Start(true);
+  core::OknoSortLayouts& sort = windows().okno_sort_layouts;
+  HWND window = addin_->view().WindowOf(sort);
+  ASSERT_NE(window, nullptr);
+  EXPECT_EQ(MenuText("mnuFunctionSortLayouts"), L"Sort Layouts");
+  SendMessageW(main_, WM_COMMAND, MenuId("mnuFunctionSortLayouts"), 0);
+  EXPECT_TRUE(IsWindowVisible(window));
+  EXPECT_EQ(GetWindow(window, GW_OWNER), main_);
+  EXPECT_EQ(TextOf(window), L"Sort Layouts");
+  EXPECT_EQ(TextOf(Control(sort, "OptionSortLayouts3")), L"By attribute");
+  SendMessageW(Control(sort, "OptionSortLayouts", 2), BM_CLICK, 0, 0);
+  EXPECT_EQ(sort.option_sort_layouts.selected(),
+            core::OknoSortLayouts::kReversed);
+  SetWindowTextW(Control(sort, "Text_TagAtribut"), L"НОМЕР");
+  EXPECT_EQ(sort.text_tag_atribut.text(), "НОМЕР");
+  EXPECT_EQ(TextOf(Control(sort, "CommandSort")), L"Sort");
+  SendMessageW(Control(sort, "CommandClose"), BM_CLICK, 0, 0);
+  EXPECT_FALSE(IsWindowVisible(window));
+}
+
 TEST_F(Win32ViewTest, ClosingHidesAndKeepsValuesUntilExit) {
   Start(true);
   core::OknoFunctionRunScript& script = windows().okno_function_run_script;

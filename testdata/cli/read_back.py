@@ -10,6 +10,8 @@ named views and layout tab order. One word per line kind:
   views FILE      "view NAME X Y WIDTH HEIGHT TWIST_DEGREES" per VIEW entry,
                   X Y the world point shown at the middle (target plus the
                   centre, which is in the view's twisted axes).
+  active FILE     "active X Y HEIGHT TWIST_DEGREES TILEMODE" of the model view
+                  (VPORT *Active), X Y as for views.
   tabs FILE       "tab ORDER NAME ENTITIES" per paper layout, by tab order.
   add-line IN OUT copies IN with a user LINE on layer AViewport.
   make-tabs OUT   a drawing with layouts Sheet-10, Sheet-2, sheet-1, Sheet-9
@@ -79,6 +81,15 @@ elif word == "views":
         y = t[1] + c[0] * math.sin(a) + c[1] * math.cos(a)
         print("view", v.dxf.name, fmt(x), fmt(y), fmt(v.dxf.width),
               fmt(v.dxf.height), fmt(v.dxf.get("view_twist", 0)))
+elif word == "active":
+    v = doc.viewports.get("*Active")
+    v = v[0] if isinstance(v, list) else v
+    c, t = v.dxf.center, v.dxf.target
+    a = -math.radians(v.dxf.get("view_twist", 0))
+    x = t[0] + c[0] * math.cos(a) - c[1] * math.sin(a)
+    y = t[1] + c[0] * math.sin(a) + c[1] * math.cos(a)
+    print("active", fmt(x), fmt(y), fmt(v.dxf.height),
+          fmt(v.dxf.get("view_twist", 0)), doc.header.get("$TILEMODE", 1))
 elif word == "tabs":
     paper = [l for l in doc.layouts if l.name != "Model"]
     for l in sorted(paper, key=lambda l: l.dxf_layout.dxf.taborder):

@@ -1,11 +1,14 @@
-// ui_showcase.exe ADDIN_FOLDER APPDATA_FOLDER DRAWING SHOT.bmp
+// ui_showcase.exe ADDIN_FOLDER APPDATA_FOLDER DRAWING SHOT.bmp [FOLDER]
 //
 // Shows the main window as a user sees it after a search: the add-in
 // started with ADDIN_FOLDER as its folder (a "Lang.ini" there makes it
 // English), the frames of DRAWING found by the same frame commands the menu
 // runs (on the embedded host, the first polyline the template), then the
-// window's picture saved as a 24-bit BMP. For screenshots under a
-// display; prints "1 passed, 0 failed" when the picture was written.
+// window's picture saved as a 24-bit BMP. With FOLDER, every other window
+// of the add-in (core::Windows::All, so a window added later comes along)
+// is then shown in turn and saved there as NAME.bmp, NAME the window's
+// name. For screenshots under a display; prints "N passed, M failed", one
+// count per picture.
 #include <windows.h>
 
 #include <cstdio>
@@ -16,6 +19,7 @@
 #include <vector>
 
 #include "core/lmt_view.h"
+#include "core/windows.h"
 #include "dxfhost/application.h"
 #include "frames/frame_commands.h"
 #include "host/host_kind.h"
@@ -116,8 +120,10 @@ bool SaveWindow(HWND window, const std::wstring& path) {
 }  // namespace
 
 int wmain(int argc, wchar_t** argv) noexcept {
-  if (argc != 5) {
-    Print("usage: ui_showcase ADDIN_FOLDER APPDATA DRAWING SHOT.bmp\n");
+  if (argc != 5 && argc != 6) {
+    Print(
+        "usage: ui_showcase ADDIN_FOLDER APPDATA DRAWING SHOT.bmp "
+        "[FOLDER]\n");
     return 2;
   }
   const std::string appdata = Utf8(argv[2]);
@@ -162,9 +168,42 @@ int wmain(int argc, wchar_t** argv) noexcept {
     lmt::ui::PumpMessages(1);
     Sleep(50);
   }
-  const bool saved = SaveWindow(window, argv[4]);
+  int passed = 0;
+  int failed = 0;
+  if (SaveWindow(window, argv[4])) {
+    ++passed;
+  } else {
+    Print("main window: screen not read\n");
+    ++failed;
+  }
+  if (argc == 6) {
+    const std::filesystem::path folder(argv[5]);
+    for (lmt::core::Window* model : addin.addin().windows().All()) {
+      if (model == &main) continue;
+      addin.view().ShowWindow(*model);
+      HWND shown = addin.view().WindowOf(*model);
+      if (shown != nullptr) {
+        SetWindowPos(shown, HWND_TOP, 40, 40, 0, 0,
+                     SWP_NOSIZE | SWP_SHOWWINDOW);
+        SetForegroundWindow(shown);
+        for (int i = 0; i < 10; ++i) {
+          lmt::ui::PumpMessages(1);
+          Sleep(50);
+        }
+      }
+      const std::wstring shot =
+          (folder / lmt::ui::Wide(model->name() + ".bmp")).wstring();
+      if (shown != nullptr && SaveWindow(shown, shot)) {
+        ++passed;
+      } else {
+        Print(model->name() + ": not shown or screen not read\n");
+        ++failed;
+      }
+      addin.view().HideWindow(*model);
+    }
+  }
   addin.lmt_view().LmtExit(lmt::core::kVariantTrue);
-  Print(saved ? "1 passed, 0 failed\n"
-              : "screen not read\n0 passed, 1 failed\n");
-  return saved ? 0 : 1;
+  Print(std::to_string(passed) + " passed, " + std::to_string(failed) +
+        " failed\n");
+  return failed == 0 ? 0 : 1;
 }
