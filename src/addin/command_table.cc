@@ -47,6 +47,7 @@ constexpr CommandEntry kTable[] = {
     {kMain, "Command_GetNameLayouts", A::kShowNameLayouts, ""},
     {kMain, "Command_ParamSozdatLayout", A::kShowWindow, "OknoSozdatLayout"},
     {kMain, "Command_ParamDeistvie", A::kShowWindow, "OknoDeistvie"},
+    {kMain, "Command_ParamVstavit", A::kShowWindow, "OknoVstavitObject"},
     // Secondary windows.
     {"OknoFilter", "Command_Ok", A::kHide, ""},
     {"OknoNameLayouts", "Command_Ok", A::kNameLayoutsOk, ""},
@@ -80,6 +81,9 @@ constexpr CommandEntry kTable[] = {
     {"OknoFunctionRunLisp", "Command_GetFileLisp", A::kBatchLispFile, ""},
     {"OknoFunctionReplaceText", "Command_VstavitSpisok", A::kBatchPasteList,
      ""},
+    {"OknoVstavitObject", "Command_Save", A::kSaveAndHide, ""},
+    {"OknoVstavitObject", "Command_Close", A::kHide, ""},
+    {"OknoVstavitObject", "Command_ObzorFileVstavki", A::kInsertFile, ""},
 };
 
 constexpr MenuEntry kMenu[] = {

@@ -6,7 +6,7 @@
 // Buttons are named as the product names them ("Command_GetObrazec"); their
 // caption keys drop the underscore ("CommandGetObrazec"), see ButtonName.
 // Controls without an entry start nothing (the sorting window, named views,
-// frame highlighting, insertion and printer options are not built).
+// frame highlighting and printer options are not built).
 #ifndef LMT_ADDIN_COMMAND_TABLE_H_
 #define LMT_ADDIN_COMMAND_TABLE_H_
 
@@ -54,6 +54,7 @@ enum class Action {
   kBatchSaveFolder,  // Command_ViborSaveKuda
   kBatchScriptFile,  // Command_GetFileScript
   kBatchLispFile,    // Command_GetFileLisp
+  kInsertFile,       // Command_ObzorFileVstavki: the drawing to insert
 };
 
 struct CommandEntry {

@@ -42,6 +42,7 @@ enum class SettingsBlock {
   kReplaceAttributes,
   kReplaceText,
   kImport,
+  kInsertion,  // OknoVstavitObject: written on confirmation
 };
 
 struct SettingEntry {
@@ -61,7 +62,7 @@ void ReadSettings(const std::filesystem::path& file, Windows& windows,
                   SettingsBlock block);
 
 // Start-up: actions, options, layout parameters, main window, Lisp, script,
-// attribute replacement, text replacement, import.
+// attribute replacement, text replacement, import, insertion.
 void ReadStartupSettings(const std::filesystem::path& file, Windows& windows);
 // Exit: main window, Lisp, script, attribute replacement, text replacement,
 // import. (The options, layout-parameter and action windows are written

@@ -10,6 +10,7 @@
 
 #include "core/batch_windows.h"
 #include "core/filter_window.h"
+#include "core/insert_window.h"
 #include "core/layout_windows.h"
 #include "core/main_window.h"
 #include "core/utility_windows.h"
@@ -36,6 +37,7 @@ struct Windows {
   OknoFunctionReplaceText okno_function_replace_text;
   OknoFunctionImport okno_function_import;
   OknoNanoCADVersia okno_nano_cad_versia;
+  OknoVstavitObject okno_vstavit_object;
 
   // Every window, the main window first.
   std::vector<Window*> All();
