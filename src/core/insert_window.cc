@@ -6,8 +6,10 @@ namespace {
 constexpr CaptionEntry kCaptions[] = {
     {"OknoVstavitObject", "Insertion Options", "Параметры вставки"},
     {"FrameIstochnikVstavki", "Object", "Объект"},
-    {"OptionIstochnikVstavki0", "Block of the drawing:", "Блок чертежа:"},
-    {"OptionIstochnikVstavki1", "Drawing file (DXF):", "Файл чертежа (DXF):"},
+    {"OptionIstochnikVstavki0", "Block of the drawing", "Блок чертежа"},
+    {"TXTNameBlockVstavki", "Block name:", "Имя блока:"},
+    {"OptionIstochnikVstavki1", "Drawing file (DXF)", "Файл чертежа (DXF)"},
+    {"TXTPutFileVstavki", "File:", "Файл:"},
     {"CommandObzorFileVstavki", "Browse...", "Обзор..."},
     {"FrameMestoVstavki", "On the sheet", "На листе"},
     {"TXTVstavkaCoordX", "X:", "X:"},
