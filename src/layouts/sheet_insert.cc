@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <numbers>
 #include <system_error>
+#include <vector>
 
 #include "core/file_util.h"
 #include "layouts/layer_helpers.h"
@@ -25,12 +26,18 @@ std::optional<std::string> InsertSourceProblem(host::Document& document,
     return settings.from_file ? "no file is given" : "no block name is given";
   }
   if (settings.from_file) {
-    std::error_code ec;
-    if (!std::filesystem::is_regular_file(core::PathFromUtf8(settings.source),
-                                          ec)) {
-      return "the file does not exist";
+    // A relative path is found beside the drawing first, as the hosts look.
+    const std::filesystem::path path = core::PathFromUtf8(settings.source);
+    std::vector<std::filesystem::path> candidates = {path};
+    if (Result<std::string> full = document.FullName();
+        path.is_relative() && full.ok() && !full->empty()) {
+      candidates.push_back(core::PathFromUtf8(*full).parent_path() / path);
     }
-    return std::nullopt;
+    for (const std::filesystem::path& candidate : candidates) {
+      std::error_code ec;
+      if (std::filesystem::is_regular_file(candidate, ec)) return std::nullopt;
+    }
+    return "the file does not exist";
   }
   Result<host::BlocksPtr> blocks = document.Blocks();
   if (!blocks.ok()) return std::nullopt;

@@ -30,7 +30,8 @@ std::string InsertProblemText(bool russian, const InsertSettings& settings,
                               std::string_view reason);
 
 // Before the first sheet: why the source cannot be inserted at all (an
-// empty name, a block the drawing lacks, a file that does not exist), or
+// empty name, a block the drawing lacks, a file that does not exist, here
+// or beside the drawing when relative), or
 // nullopt when it may be tried. A host that refuses to list its blocks
 // leaves the answer to the insertion itself.
 std::optional<std::string> InsertSourceProblem(host::Document& document,
