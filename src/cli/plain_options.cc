@@ -110,7 +110,7 @@ std::optional<std::vector<std::string_view>> Match(
         return std::nullopt;
       }
       return Parts{args[0]};
-    case PlainArg::kDrawingFile:
+    case PlainArg::kFile:
       if (!IsDrawingFile(args[0])) return std::nullopt;
       return Parts{args[0]};
   }
@@ -138,7 +138,7 @@ std::string_view Describe(PlainArg arg) {
       return " (TAG not empty)";
     case PlainArg::kNumber:
       return " (a number)";
-    case PlainArg::kDrawingFile:
+    case PlainArg::kFile:
       return " (a .dxf file)";
   }
   return "";
@@ -354,7 +354,7 @@ const std::vector<PlainOption>& PlainOptions() {
           {kActions, "TextValueAtribut#", "$2"}}}},
        3},
       {"--insert",
-       {{A::kDrawingFile,
+       {{A::kFile,
          "FILE.dxf",
          "insert the model space of drawing FILE.dxf as a block on each new "
          "layout",

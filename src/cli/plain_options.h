@@ -19,17 +19,17 @@ namespace lmt::cli {
 
 // The shape of a plain option's argument.
 enum class PlainArg {
-  kNone,         // a flag
-  kWord,         // exactly the form's usage word, e.g. "from-width"
-  kText,         // a non-empty text
-  kTwoTexts,     // two non-empty texts, as two arguments
-  kPositive,     // a number > 0 ("." or "," as decimal separator)
-  kRatio,        // P:M, two numbers > 0
-  kPoint,        // X,Y, two numbers ("." as decimal separator)
-  kNumbering,    // a naming template: digits and "/"
-  kTagValue,     // TAG=VALUE, TAG non-empty
-  kNumber,       // a number, signed ("." or "," as decimal separator)
-  kDrawingFile,  // a path: ends in .dxf or .dwg, or holds a slash
+  kNone,       // a flag
+  kWord,       // exactly the form's usage word, e.g. "from-width"
+  kText,       // a non-empty text
+  kTwoTexts,   // two non-empty texts, as two arguments
+  kPositive,   // a number > 0 ("." or "," as decimal separator)
+  kRatio,      // P:M, two numbers > 0
+  kPoint,      // X,Y, two numbers ("." as decimal separator)
+  kNumbering,  // a naming template: digits and "/"
+  kTagValue,   // TAG=VALUE, TAG non-empty
+  kNumber,     // a number, signed ("." or "," as decimal separator)
+  kFile,       // a drawing file: ends in .dxf or .dwg, or holds a slash
 };
 
 // One control write. In `value`, "$1" and "$2" stand for the argument's
