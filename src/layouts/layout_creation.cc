@@ -302,12 +302,22 @@ class Run {
     host::SkipLog& skips = report_.skips;
     Result<host::BlockPtr> space = layout.Block();
     if (!skips.Record(sheet.layout, kSkipInsert, space)) return;
-    Status s =
-        InsertSheetBlock(document_, **space, settings_.insert, sheet, skips);
-    if (s.ok()) {
-      ++report_.inserted;
-    } else if (s.code() != StatusCode::kRefused) {
-      StopInserting(s.message());
+    Result<host::BlockReferencePtr> reference =
+        InsertSheetBlock(document_, **space, insert_, sheet, skips);
+    if (!reference.ok()) {
+      if (reference.status().code() != StatusCode::kRefused) {
+        StopInserting(reference.status().message());
+      }
+      return;
+    }
+    ++report_.inserted;
+    // A file is read once: the later sheets take the block it defined,
+    // which a host might otherwise define again from the file each time.
+    if (insert_.from_file) {
+      if (Result<std::string> name = (*reference)->Name(); name.ok()) {
+        insert_.source = *name;
+        insert_.from_file = false;
+      }
     }
   }
 
@@ -331,6 +341,7 @@ class Run {
   std::string temporary_;
   bool refused_ = false;
   bool inserting_ = false;
+  InsertSettings insert_ = settings_.insert;  // the source as it goes on
 };
 
 }  // namespace

@@ -48,17 +48,17 @@ std::optional<std::string> InsertSourceProblem(host::Document& document,
   return std::nullopt;
 }
 
-Status InsertSheetBlock(host::Document& document, host::Block& space,
-                        const InsertSettings& settings,
-                        const SheetValues& values, host::SkipLog& skips) {
+Result<host::BlockReferencePtr> InsertSheetBlock(host::Document& document,
+                                                 host::Block& space,
+                                                 const InsertSettings& settings,
+                                                 const SheetValues& values,
+                                                 host::SkipLog& skips) {
   const std::string_view layout = values.layout;
   const host::Point at{settings.x, settings.y, 0};
   Result<host::BlockReferencePtr> reference = space.InsertBlock(
       at, settings.source, settings.scale, settings.scale, settings.scale,
       settings.rotation * std::numbers::pi / 180.0);
-  if (!skips.Record(layout, kSkipInsert, reference)) {
-    return reference.status();
-  }
+  if (!skips.Record(layout, kSkipInsert, reference)) return reference;
   host::BlockReference& r = **reference;
   if (!settings.layer.empty()) {
     MakeLayer(document, settings.layer, /*frozen=*/false, /*locked=*/false,
@@ -67,7 +67,7 @@ Status InsertSheetBlock(host::Document& document, host::Block& space,
   }
   Result<std::vector<host::AttributePtr>> attributes = r.GetAttributes();
   if (!skips.Record(layout, "inserted block attributes", attributes)) {
-    return Status();
+    return reference;
   }
   for (const host::AttributePtr& attribute : *attributes) {
     Result<std::string> value = attribute->TextString();
@@ -78,7 +78,7 @@ Status InsertSheetBlock(host::Document& document, host::Block& space,
                    attribute->SetTextString(filled));
     }
   }
-  return Status();
+  return reference;
 }
 
 }  // namespace lmt::layouts

@@ -40,11 +40,13 @@ std::optional<std::string> InsertSourceProblem(host::Document& document,
 // Inserts the source into `space` (a layout's block) at the sheet's point,
 // scale and rotation, on the options' layer, then fills each attribute's
 // value as the sheet text is filled ("##3" becomes the layout's name).
-// Returns the failed InsertBlock's status (the reference is then not
-// made); later refusals only skip their step.
-Status InsertSheetBlock(host::Document& document, host::Block& space,
-                        const InsertSettings& settings,
-                        const SheetValues& values, host::SkipLog& skips);
+// Returns the reference, or the failed InsertBlock's status (the reference
+// is then not made); later refusals only skip their step.
+Result<host::BlockReferencePtr> InsertSheetBlock(host::Document& document,
+                                                 host::Block& space,
+                                                 const InsertSettings& settings,
+                                                 const SheetValues& values,
+                                                 host::SkipLog& skips);
 
 }  // namespace lmt::layouts
 
