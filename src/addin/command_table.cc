@@ -48,6 +48,7 @@ constexpr CommandEntry kTable[] = {
     {kMain, "Command_GetNameLayouts", A::kShowNameLayouts, ""},
     {kMain, "Command_ParamSozdatLayout", A::kShowWindow, "OknoSozdatLayout"},
     {kMain, "Command_ParamDeistvie", A::kShowWindow, "OknoDeistvie"},
+    {kMain, "Command_ParamVstavit", A::kShowWindow, "OknoVstavitObject"},
     // Secondary windows.
     {"OknoFilter", "Command_Ok", A::kHide, ""},
     {"OknoNameLayouts", "Command_Ok", A::kNameLayoutsOk, ""},
@@ -85,6 +86,9 @@ constexpr CommandEntry kTable[] = {
     {kMain, "mnuFunctionSortLayouts", A::kShowWindow, "OknoSortLayouts"},
     {"OknoSortLayouts", "Command_Sort", A::kSortLayouts, ""},
     {"OknoSortLayouts", "Command_Close", A::kHide, ""},
+    {"OknoVstavitObject", "Command_Save", A::kSaveAndHide, ""},
+    {"OknoVstavitObject", "Command_Close", A::kHide, ""},
+    {"OknoVstavitObject", "Command_ObzorFileVstavki", A::kInsertFile, ""},
 };
 
 constexpr MenuEntry kMenu[] = {

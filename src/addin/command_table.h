@@ -5,8 +5,8 @@
 //
 // Buttons are named as the product names them ("Command_GetObrazec"); their
 // caption keys drop the underscore ("CommandGetObrazec"), see ButtonName.
-// Controls without an entry start nothing (insertion and printer options
-// are not built).
+// Controls without an entry start nothing (the printer options are not
+// built).
 #ifndef LMT_ADDIN_COMMAND_TABLE_H_
 #define LMT_ADDIN_COMMAND_TABLE_H_
 
@@ -57,6 +57,7 @@ enum class Action {
   kPlotPdf,          // mnuPlotPdf: the table's layouts plotted to PDF
   kShowFrame,        // Command_PokazatRamku: zoom onto the selected row
   kSortLayouts,      // Command_Sort of OknoSortLayouts
+  kInsertFile,       // Command_ObzorFileVstavki: the drawing to insert
 };
 
 struct CommandEntry {

@@ -35,6 +35,8 @@ namespace {
 
 constexpr std::string_view kLispFileFilter =
     "Lisp Files(*.lsp)|*.lsp*|All Files(*.*)|*.*";
+constexpr std::string_view kDrawingFileFilter =
+    "DXF Files(*.dxf)|*.dxf|All Files(*.*)|*.*";
 constexpr std::string_view kRegisterFileFilter =
     "CSV Files(*.csv)|*.csv|All Files(*.*)|*.*";
 
@@ -78,6 +80,7 @@ std::optional<core::SettingsBlock> ConfirmedBlockOf(core::Windows& w,
     return core::SettingsBlock::kCreationParameters;
   if (&window == &w.okno_deistvie) return core::SettingsBlock::kCreationActions;
   if (&window == &w.okno_option) return core::SettingsBlock::kOption;
+  if (&window == &w.okno_vstavit_object) return core::SettingsBlock::kInsertion;
   return std::nullopt;
 }
 
@@ -201,6 +204,16 @@ void Commands::Run(const CommandEntry& entry) {
     case Action::kHide:
       shell_.HideWindow(*window);
       return;
+    case Action::kInsertFile: {
+      std::vector<std::string> chosen =
+          shell_.PickFiles(kDrawingFileFilter, false);
+      if (chosen.empty()) return;
+      core::OknoVstavitObject& insert = windows.okno_vstavit_object;
+      insert.uni_text_put_file_vstavki.set_text(chosen.front());
+      insert.option_istochnik_vstavki.Select(1);
+      shell_.Refresh(insert);
+      return;
+    }
     case Action::kSaveAndHide: {
       std::optional<core::SettingsBlock> block =
           ConfirmedBlockOf(windows, *window);

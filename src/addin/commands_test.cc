@@ -140,7 +140,7 @@ TEST(CommandTableTest, EveryEntryNamesAWindowAndItsTarget) {
 
 TEST(CommandTableTest, EveryCaptionedButtonStartsSomethingExceptUnbuiltOnes) {
   // Listed by their controls only: no routine behind them yet.
-  const std::vector<std::string> not_built = {"Command_ParamVstavit"};
+  const std::vector<std::string> not_built = {};
   core::Windows windows;
   for (core::Window* window : windows.All()) {
     for (const core::CaptionEntry& caption : window->caption_table()) {
@@ -556,6 +556,31 @@ TEST_F(CommandsTest, ConfirmedOptionsAreWrittenAndTheWindowHidden) {
                      core::SettingsBlock::kOption);
   EXPECT_EQ(reread.okno_option.option_okruglenie.selected(), 2);
   EXPECT_EQ(shell_.hidden, std::vector<std::string>{"OknoOption"});
+}
+
+TEST_F(CommandsTest, InsertionOptionsShownFilledFromBrowseAndSaved) {
+  testing::TempDir dir;
+  globals_.settings_path = dir / "insert.ini";
+  commands_->Run("OknoLmt", "Command_ParamVstavit");
+  EXPECT_EQ(shell_.shown.back(), "OknoVstavitObject");
+  shell_.picked_files = {"C:\\stamps\\stamp.dxf"};
+  commands_->Run("OknoVstavitObject", "Command_ObzorFileVstavki");
+  core::OknoVstavitObject& insert = windows_.okno_vstavit_object;
+  EXPECT_EQ(insert.uni_text_put_file_vstavki.text(), "C:\\stamps\\stamp.dxf");
+  EXPECT_EQ(insert.option_istochnik_vstavki.selected(), 1);
+  shell_.picked_files.clear();  // cancelled: the choice stays
+  commands_->Run("OknoVstavitObject", "Command_ObzorFileVstavki");
+  EXPECT_EQ(insert.uni_text_put_file_vstavki.text(), "C:\\stamps\\stamp.dxf");
+
+  insert.text_vstavka_mashtab.set_text("2");
+  commands_->Run("OknoVstavitObject", "Command_Save");
+  core::Windows reread;
+  core::ReadSettings(globals_.settings_path, reread,
+                     core::SettingsBlock::kInsertion);
+  EXPECT_EQ(reread.okno_vstavit_object.uni_text_put_file_vstavki.text(),
+            "C:\\stamps\\stamp.dxf");
+  EXPECT_EQ(reread.okno_vstavit_object.text_vstavka_mashtab.text(), "2");
+  EXPECT_EQ(shell_.hidden.back(), "OknoVstavitObject");
 }
 
 // --- Batch windows --------------------------------------------------------

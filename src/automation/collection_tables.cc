@@ -67,6 +67,25 @@ Status AddText(Call& call) {
   return Returned(call, self->AddText(*text, *at, *height));
 }
 
+// InsertBlock(InsertionPoint, Name [, Xscale [, Yscale [, ZScale
+// [, Rotation]]]]): the scales default to 1 and the rotation to 0 radians.
+Status InsertBlock(Call& call) {
+  Block* self = Self<Block>(call);
+  if (self == nullptr) return Status::NotSupported("not a block");
+  Result<host::Point> at = Arg<host::Point>(call, 0);
+  Result<std::string> name = Arg<std::string>(call, 1);
+  if (!at.ok()) return at.status();
+  if (!name.ok()) return name.status();
+  double numbers[4] = {1, 1, 1, 0};
+  for (size_t i = 0; i < 4; ++i) {
+    Result<std::optional<double>> value = OptionalArg<double>(call, 2 + i);
+    if (!value.ok()) return value.status();
+    if (*value) numbers[i] = **value;
+  }
+  return Returned(call, self->InsertBlock(*at, *name, numbers[0], numbers[1],
+                                          numbers[2], numbers[3]));
+}
+
 Status CopyFrom(Call& call) {
   Layout* self = Self<Layout>(call);
   if (self == nullptr) return Status::NotSupported("not a layout");
@@ -178,6 +197,7 @@ constexpr Member kBlock[] = {
     {L"AddMText", &AddMText},
     {L"AddLightWeightPolyline", &AddLightWeightPolyline},
     {L"AddText", &AddText},
+    {L"InsertBlock", &InsertBlock},
 };
 constexpr Member kBlocks[] = {
     {L"Count", &Prop<Blocks, &Blocks::Count>},

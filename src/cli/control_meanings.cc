@@ -10,6 +10,7 @@ constexpr std::string_view kHost = "VersiaCAD";
 constexpr std::string_view kMain = "OknoLmt";
 constexpr std::string_view kParams = "OknoSozdatLayout";
 constexpr std::string_view kActions = "OknoDeistvie";
+constexpr std::string_view kInsert = "OknoVstavitObject";
 
 bool Is(core::Windows& windows, std::string_view section, std::string_view key,
         const core::Control& control, int slot) {
@@ -128,6 +129,18 @@ const std::vector<ControlMeaning>& ControlMeanings() {
       {"OknoSortLayouts", "OptionSortLayouts3",
        "tab order: by a title-block attribute"},
       {"OknoSortLayouts", "TextTagAtribut", "that attribute's tag"},
+      // Insertion options.
+      {kMain, "CheckVstavitObject", "insert a block on each new layout"},
+      {kInsert, "OptionIstochnikVstavki0", "insert a block of the drawing"},
+      {kInsert, "OptionIstochnikVstavki1",
+       "insert a drawing file's model space as a block"},
+      {kInsert, "UniTextNameBlockVstavki", "the block to insert"},
+      {kInsert, "UniTextPutFileVstavki", "the drawing file to insert"},
+      {kInsert, "TextVstavkaCoordX", "the insertion point on the sheet, X"},
+      {kInsert, "TextVstavkaCoordY", "the insertion point on the sheet, Y"},
+      {kInsert, "TextVstavkaMashtab", "the inserted block's scale"},
+      {kInsert, "TextVstavkaPovorot", "the inserted block's rotation, degrees"},
+      {kInsert, "TextVstavkaSloi", "the inserted block's layer"},
   };
   return table;
 }

@@ -11,6 +11,7 @@
 #include "frames/frame_commands.h"
 #include "layouts/plan_checks.h"
 #include "layouts/plan_text.h"
+#include "layouts/sheet_insert.h"
 #include "layouts/sheet_texts.h"
 
 namespace lmt::cli {
@@ -45,6 +46,18 @@ std::vector<std::string> FilesOf(const layouts::CreationPlan& plan,
   return files;
 }
 
+// What the insertion options would put on each sheet, as the plan lines
+// write it; empty when nothing is inserted.
+std::string InsertLine(const layouts::CreationPlan& plan) {
+  const layouts::InsertSettings& insert = plan.settings.insert;
+  if (!insert.insert) return "";
+  return "insert\t" + insert.source + "\t" +
+         (insert.from_file ? "file" : "block") + "\t" +
+         layouts::PlanNumber(insert.x) + "," + layouts::PlanNumber(insert.y) +
+         "\t" + layouts::PlanNumber(insert.scale) + "\t" +
+         layouts::PlanNumber(insert.rotation) + "\t" + insert.layer;
+}
+
 void WriteText(const layouts::CreationPlan& plan,
                const frames::FrameTable& table,
                const std::vector<std::string>& files, std::ostream& out) {
@@ -55,6 +68,9 @@ void WriteText(const layouts::CreationPlan& plan,
         << "\t" << row.size << "\t" << row.scale << "\t" << row.twist;
     if (!files[i].empty()) out << "\t" << files[i];
     out << "\n";
+  }
+  if (const std::string insert = InsertLine(plan); !insert.empty()) {
+    out << insert << "\n";
   }
   out << plan.frames.size() << " layouts planned; nothing written (dry run)\n";
 }
@@ -85,7 +101,18 @@ void WriteJson(const layouts::CreationPlan& plan,
     if (!files[i].empty()) out << ", \"file\": " << JsonString(files[i]);
     out << "}";
   }
-  out << (plan.frames.empty() ? "" : "\n") << "], \"warnings\": [";
+  out << (plan.frames.empty() ? "" : "\n") << "]";
+  if (const layouts::InsertSettings& insert = plan.settings.insert;
+      insert.insert) {
+    out << ", \"insert\": {\"source\": " << JsonString(insert.source)
+        << ", \"kind\": " << (insert.from_file ? "\"file\"" : "\"block\"")
+        << ", \"at\": [" << layouts::PlanNumber(insert.x) << ", "
+        << layouts::PlanNumber(insert.y)
+        << "], \"scale\": " << layouts::PlanNumber(insert.scale)
+        << ", \"rotation\": " << layouts::PlanNumber(insert.rotation)
+        << ", \"layer\": " << JsonString(insert.layer) << "}";
+  }
+  out << ", \"warnings\": [";
   for (size_t i = 0; i < warnings.size(); ++i) {
     out << (i == 0 ? "" : ", ") << JsonString(warnings[i]);
   }
@@ -164,8 +191,15 @@ int RunCreateLayoutsDryRun(CommandContext& context) {
   std::optional<layouts::CreationPlan> plan =
       layouts::PlanLayouts(embedded.session(), state.table);
   if (!plan) return kExitRefused;
-  const std::vector<std::string> warnings =
+  std::vector<std::string> warnings =
       PlanWarnings(*plan, state.table, *per_file);
+  if (plan->settings.insert.insert) {
+    if (std::optional<std::string> problem = layouts::InsertSourceProblem(
+            *embedded.document(), plan->settings.insert)) {
+      warnings.push_back("\"" + plan->settings.insert.source +
+                         "\" would not be inserted: " + *problem);
+    }
+  }
   // The JSON document holds every warning; the register's were written to
   // standard error as they were found.
   std::vector<std::string> all_warnings = register_warnings;

@@ -14,6 +14,19 @@ namespace {
 constexpr std::string_view kMain = "OknoLmt";
 constexpr std::string_view kParams = "OknoSozdatLayout";
 constexpr std::string_view kActions = "OknoDeistvie";
+constexpr std::string_view kInsert = "OknoVstavitObject";
+
+// A name the host takes as a drawing file rather than a block: no block
+// name ends in a drawing's extension or holds a path separator.
+bool IsDrawingFile(std::string_view text) {
+  auto ends_with = [&](std::string_view tail) {
+    return text.size() > tail.size() &&
+           core::EqualsIgnoreAsciiCase(text.substr(text.size() - tail.size()),
+                                       tail);
+  };
+  return ends_with(".dxf") || ends_with(".dwg") ||
+         text.find_first_of("/\\") != std::string_view::npos;
+}
 
 // A number as the window's numeric fields take it: digits with at most one
 // "." (or "," where `comma_ok`), optionally signed.
@@ -92,6 +105,14 @@ std::optional<std::vector<std::string_view>> Match(
       if (!parts || (*parts)[0].empty()) return std::nullopt;
       return parts;
     }
+    case PlainArg::kNumber:
+      if (!IsNumber(args[0], /*signed_ok=*/true, /*comma_ok=*/true)) {
+        return std::nullopt;
+      }
+      return Parts{args[0]};
+    case PlainArg::kFile:
+      if (!IsDrawingFile(args[0])) return std::nullopt;
+      return Parts{args[0]};
   }
   return std::nullopt;
 }
@@ -115,6 +136,10 @@ std::string_view Describe(PlainArg arg) {
       return " (codes 10, 11, 12, 20, 30, 31 joined by /)";
     case PlainArg::kTagValue:
       return " (TAG not empty)";
+    case PlainArg::kNumber:
+      return " (a number)";
+    case PlainArg::kFile:
+      return " (a .dxf file)";
   }
   return "";
 }
@@ -328,6 +353,42 @@ const std::vector<PlainOption>& PlainOptions() {
           {kActions, "TextImiaAtribut#", "$1"},
           {kActions, "TextValueAtribut#", "$2"}}}},
        3},
+      {"--insert",
+       {{A::kFile,
+         "FILE.dxf",
+         "insert the model space of drawing FILE.dxf as a block on each new "
+         "layout",
+         {{kMain, "CheckVstavitObject", "1"},
+          {kInsert, "OptionIstochnikVstavki1", "True"},
+          {kInsert, "UniTextPutFileVstavki", "$1"}}},
+        {A::kText,
+         "BLOCK",
+         "insert block BLOCK of the drawing on each new layout (attribute "
+         "defaults such as ##3 are filled in as --text is)",
+         {{kMain, "CheckVstavitObject", "1"},
+          {kInsert, "OptionIstochnikVstavki0", "True"},
+          {kInsert, "UniTextNameBlockVstavki", "$1"}}}}},
+      {"--insert-at",
+       {{A::kPoint,
+         "X,Y",
+         "insertion point of --insert on the sheet",
+         {{kInsert, "TextVstavkaCoordX", "$1"},
+          {kInsert, "TextVstavkaCoordY", "$2"}}}}},
+      {"--insert-scale",
+       {{A::kPositive,
+         "S",
+         "scale of --insert",
+         {{kInsert, "TextVstavkaMashtab", "$1"}}}}},
+      {"--insert-rotation",
+       {{A::kNumber,
+         "DEG",
+         "rotation of --insert, degrees counterclockwise",
+         {{kInsert, "TextVstavkaPovorot", "$1"}}}}},
+      {"--insert-layer",
+       {{A::kText,
+         "NAME",
+         "layer of --insert",
+         {{kInsert, "TextVstavkaSloi", "$1"}}}}},
   };
   return table;
 }

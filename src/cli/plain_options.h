@@ -28,6 +28,8 @@ enum class PlainArg {
   kPoint,      // X,Y, two numbers ("." as decimal separator)
   kNumbering,  // a naming template: digits and "/"
   kTagValue,   // TAG=VALUE, TAG non-empty
+  kNumber,     // a number, signed ("." or "," as decimal separator)
+  kFile,       // a drawing file: ends in .dxf or .dwg, or holds a slash
 };
 
 // One control write. In `value`, "$1" and "$2" stand for the argument's

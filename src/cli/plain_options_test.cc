@@ -95,6 +95,23 @@ TEST_F(PlainOptionsTest, EachOptionSetsItsControls) {
         "OknoDeistvie.TextValueAtribut1=1", "OknoDeistvie.TextImiaAtribut2=B",
         "OknoDeistvie.TextValueAtribut2=", "OknoDeistvie.TextImiaAtribut3=C",
         "OknoDeistvie.TextValueAtribut3=x=y"}},
+      // A drawing file by its extension or a folder; anything else names a
+      // block of the drawing.
+      {{"--insert", "stamps/Stamp.DXF", "--insert-at", "400,-5",
+        "--insert-scale", "0,5", "--insert-rotation", "-90", "--insert-layer",
+        "STAMP"},
+       {"OknoLmt.CheckVstavitObject=1",
+        "OknoVstavitObject.OptionIstochnikVstavki1=True",
+        "OknoVstavitObject.UniTextPutFileVstavki=stamps/Stamp.DXF",
+        "OknoVstavitObject.TextVstavkaCoordX=400",
+        "OknoVstavitObject.TextVstavkaCoordY=-5",
+        "OknoVstavitObject.TextVstavkaMashtab=0,5",
+        "OknoVstavitObject.TextVstavkaPovorot=-90",
+        "OknoVstavitObject.TextVstavkaSloi=STAMP"}},
+      {{"--insert", "TitleBlock.v2"},
+       {"OknoLmt.CheckVstavitObject=1",
+        "OknoVstavitObject.OptionIstochnikVstavki0=True",
+        "OknoVstavitObject.UniTextNameBlockVstavki=TitleBlock.v2"}},
   };
   std::set<std::string> covered;
   for (const Case& c : cases) {
@@ -179,6 +196,9 @@ TEST(PlainOptionsParseTest, BadValuesNameTheOption) {
       {"--layer", ""},
       {"--template-file", "only.dxf"},
       {"--by-size=1"},
+      {"--insert", ""},
+      {"--insert-scale", "-2"},
+      {"--insert-rotation", "quarter"},
   };
   for (const auto& args : bad) {
     Result<CliOptions> o = ParseCommandLine(args);

@@ -128,6 +128,25 @@ class ComBlock : public host::Block, public ComObject {
     args.push_back(R8Variant(height));
     return Added<host::Text>("AddText", "AcDbText", std::move(args));
   }
+  // InsertBlock(InsertionPoint, Name, Xscale, Yscale, ZScale, Rotation):
+  // Name is a block of the drawing or a drawing file's path, from which the
+  // program defines the block itself; rotation in radians. See
+  // https://help.autodesk.com/cloudhelp/2015/ENU/AutoCAD-ActiveX/files/GUID-17F86FDD-B7FC-4F43-9F16-B4958F73A66D.htm
+  Result<host::BlockReferencePtr> DoInsertBlock(const Point& insertion_point,
+                                                std::string_view name,
+                                                double x_scale, double y_scale,
+                                                double z_scale,
+                                                double rotation) override {
+    std::vector<ScopedVariant> args;
+    args.push_back(PointVariant(insertion_point));
+    args.push_back(TextVariant(name));
+    args.push_back(R8Variant(x_scale));
+    args.push_back(R8Variant(y_scale));
+    args.push_back(R8Variant(z_scale));
+    args.push_back(R8Variant(rotation));
+    return Added<host::BlockReference>("InsertBlock", "AcDbBlockReference",
+                                       std::move(args));
+  }
 
  private:
   // A new entity of kind T, whose ObjectName is `kind` by the object

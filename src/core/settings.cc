@@ -67,7 +67,8 @@ std::vector<SettingEntry> MainWindowEntries(Windows& w) {
   list.set_section("OknoLmt");
   list.Add(m.option_vid_sozdat_layout)
       .Add(m.uni_text_name_obrazec_layout)
-      .Add(m.uni_text_name_obrazec_put_file_layout);
+      .Add(m.uni_text_name_obrazec_put_file_layout)
+      .Add(m.check_vstavit_object);
   return list.Take();
 }
 
@@ -233,6 +234,20 @@ std::vector<SettingEntry> ImportEntries(Windows& w) {
   return list.Take();
 }
 
+std::vector<SettingEntry> InsertionEntries(Windows& w) {
+  OknoVstavitObject& v = w.okno_vstavit_object;
+  EntryList list("OknoVstavitObject");
+  list.Add(v.option_istochnik_vstavki)
+      .Add(v.uni_text_name_block_vstavki)
+      .Add(v.uni_text_put_file_vstavki)
+      .Add(v.text_vstavka_coord_x)
+      .Add(v.text_vstavka_coord_y)
+      .Add(v.text_vstavka_mashtab)
+      .Add(v.text_vstavka_povorot)
+      .Add(v.text_vstavka_sloi);
+  return list.Take();
+}
+
 constexpr SettingsBlock kAllBlocks[] = {
     SettingsBlock::kMainWindow,
     SettingsBlock::kOption,
@@ -244,6 +259,7 @@ constexpr SettingsBlock kAllBlocks[] = {
     SettingsBlock::kReplaceText,
     SettingsBlock::kImport,
     SettingsBlock::kSortLayouts,
+    SettingsBlock::kInsertion,
 };
 
 }  // namespace
@@ -279,6 +295,8 @@ std::vector<SettingEntry> SettingEntries(Windows& windows,
           .Add(windows.okno_sort_layouts.text_tag_atribut);
       return list.Take();
     }
+    case SettingsBlock::kInsertion:
+      return InsertionEntries(windows);
   }
   LMT_CHECK(false);
   return {};
@@ -313,7 +331,8 @@ void ReadStartupSettings(const std::filesystem::path& file, Windows& windows) {
         SettingsBlock::kCreationParameters, SettingsBlock::kMainWindow,
         SettingsBlock::kRunLisp, SettingsBlock::kRunScript,
         SettingsBlock::kReplaceAttributes, SettingsBlock::kReplaceText,
-        SettingsBlock::kImport, SettingsBlock::kSortLayouts}) {
+        SettingsBlock::kImport, SettingsBlock::kSortLayouts,
+        SettingsBlock::kInsertion}) {
     ReadSettings(file, windows, block);
   }
 }

@@ -43,6 +43,7 @@ enum class SettingsBlock {
   kReplaceText,
   kImport,
   kSortLayouts,  // OknoSortLayouts: written when it sorts
+  kInsertion,  // OknoVstavitObject: written on confirmation
 };
 
 struct SettingEntry {
@@ -62,7 +63,8 @@ void ReadSettings(const std::filesystem::path& file, Windows& windows,
                   SettingsBlock block);
 
 // Start-up: actions, options, layout parameters, main window, Lisp, script,
-// attribute replacement, text replacement, import, layout sorting.
+// attribute replacement, text replacement, import, layout sorting,
+// insertion.
 void ReadStartupSettings(const std::filesystem::path& file, Windows& windows);
 // Exit: main window, Lisp, script, attribute replacement, text replacement,
 // import. (The options, layout-parameter and action windows are written

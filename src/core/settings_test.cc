@@ -108,6 +108,7 @@ TEST_F(SettingsTest, MainWindowKeysInWritingOrder) {
     expected.push_back("OptionVidSozdatLayout" + std::to_string(i));
   expected.push_back("UniTextNameObrazecLayout");
   expected.push_back("UniTextNameObrazecPutFileLayout");
+  expected.push_back("CheckVstavitObject");
   expected.push_back("[OknoSozdatLayout]");
   expected.push_back("CheckNotRotate");
   EXPECT_EQ(lines, expected);
@@ -128,11 +129,17 @@ TEST_F(SettingsTest, EverythingRoundTripsExceptTheValueModes) {
   windows_.okno_function_replace_atribut.atribut2.option_value_atribut.Select(
       2);
   windows_.okno_function_replace_text.text3.option_value_text.Select(1);
-  for (auto block : {SettingsBlock::kMainWindow, SettingsBlock::kOption,
-                     SettingsBlock::kCreationParameters,
-                     SettingsBlock::kCreationActions, SettingsBlock::kRunScript,
-                     SettingsBlock::kRunLisp, SettingsBlock::kReplaceAttributes,
-                     SettingsBlock::kReplaceText, SettingsBlock::kImport}) {
+  windows_.okno_lmt.check_vstavit_object.set_checked(true);
+  OknoVstavitObject& v = windows_.okno_vstavit_object;
+  v.option_istochnik_vstavki.Select(1);
+  v.uni_text_put_file_vstavki.set_text("C:\\Штампы\\stamp.dxf");
+  v.text_vstavka_povorot.set_text("90");
+  for (auto block :
+       {SettingsBlock::kMainWindow, SettingsBlock::kOption,
+        SettingsBlock::kCreationParameters, SettingsBlock::kCreationActions,
+        SettingsBlock::kRunScript, SettingsBlock::kRunLisp,
+        SettingsBlock::kReplaceAttributes, SettingsBlock::kReplaceText,
+        SettingsBlock::kImport, SettingsBlock::kInsertion}) {
     ASSERT_TRUE(WriteSettings(file_, windows_, block).ok());
   }
   auto expected = Snapshot(windows_);

@@ -24,7 +24,7 @@ std::vector<Window*> Windows::Secondary() {
           &okno_deistvie,
           &okno_sozdat_layout,
           &okno_name_layouts,
-          &okno_sort_layouts};
+          &okno_sort_layouts, &okno_vstavit_object};
 }
 
 Window* Windows::Find(std::string_view name) {

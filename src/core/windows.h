@@ -10,6 +10,7 @@
 
 #include "core/batch_windows.h"
 #include "core/filter_window.h"
+#include "core/insert_window.h"
 #include "core/layout_windows.h"
 #include "core/main_window.h"
 #include "core/sort_layouts_window.h"
@@ -38,6 +39,7 @@ struct Windows {
   OknoFunctionImport okno_function_import;
   OknoNanoCADVersia okno_nano_cad_versia;
   OknoSortLayouts okno_sort_layouts;
+  OknoVstavitObject okno_vstavit_object;
 
   // Every window, the main window first.
   std::vector<Window*> All();

@@ -1,12 +1,14 @@
 #include "dxfhost/blocks.h"
 
 #include <algorithm>
+#include <numbers>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "dxf/builders.h"
 #include "dxf/viewport_edit.h"
+#include "dxfhost/block_insert.h"
 #include "dxfhost/entities.h"
 #include "dxfhost/item_index.h"
 #include "dxfhost/layouts.h"
@@ -172,6 +174,28 @@ class DxfBlock : public host::Block {
     dxf::Entity e = doc.AddEntity(block_, std::move(tags));
     if (!e.valid()) return Status::Refused("the text could not be added");
     return host::As<host::Text>(MakeEntity(d_, e.id()));
+  }
+  Result<host::BlockReferencePtr> DoInsertBlock(const host::Point& p,
+                                                std::string_view name,
+                                                double x_scale, double y_scale,
+                                                double z_scale,
+                                                double rotation) override {
+    if (Status s = Present(); !s.ok()) return s;
+    if (x_scale == 0 || y_scale == 0 || z_scale == 0) {
+      return Status::InvalidArgument("a block's scale factors must not be 0");
+    }
+    Result<dxf::Block*> definition = DefinitionFor(*d_, name);
+    if (!definition.ok()) return definition.status();
+    if (*definition == block_) {
+      return Status::InvalidArgument(
+          "a block cannot hold a reference of itself");
+    }
+    Placement at;
+    at.point = dxf::Vec3{p.x, p.y, p.z};
+    at.scale = dxf::Vec3{x_scale, y_scale, z_scale};
+    at.rotation = rotation * 180.0 / std::numbers::pi;
+    dxf::RecordId id = AddReference(*d_, block_, **definition, at);
+    return host::As<host::BlockReference>(MakeEntity(d_, id));
   }
 
  private:

@@ -79,6 +79,20 @@ class Block : public Object {
     return Gated("Block.AddText",
                  [&] { return DoAddText(text, insertion_point, height); });
   }
+  // A reference of the definition `name` at `insertion_point`. When `name`
+  // is a drawing file's path, the definition is made from that drawing's
+  // model space under the file's stem (a definition already of that name is
+  // used as it is). The reference gets an attribute for each non-constant
+  // attribute definition, holding its default value. Rotation in radians.
+  Result<BlockReferencePtr> InsertBlock(const Point& insertion_point,
+                                        std::string_view name, double x_scale,
+                                        double y_scale, double z_scale,
+                                        double rotation) {
+    return Gated("Block.InsertBlock", [&] {
+      return DoInsertBlock(insertion_point, name, x_scale, y_scale, z_scale,
+                           rotation);
+    });
+  }
 
  protected:
   using Object::Object;
@@ -120,6 +134,12 @@ class Block : public Object {
                                     const Point& /*insertion_point*/,
                                     double /*height*/) {
     return Unsupported("Block.AddText");
+  }
+  virtual Result<BlockReferencePtr> DoInsertBlock(
+      const Point& /*insertion_point*/, std::string_view /*name*/,
+      double /*x_scale*/, double /*y_scale*/, double /*z_scale*/,
+      double /*rotation*/) {
+    return Unsupported("Block.InsertBlock");
   }
 };
 

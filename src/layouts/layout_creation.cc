@@ -8,6 +8,7 @@
 #include "layouts/layout_cleanup.h"
 #include "layouts/run_plan.h"
 #include "layouts/sheet_actions.h"
+#include "layouts/sheet_insert.h"
 #include "layouts/viewport_builder.h"
 #include "utilities/viewports_on_off.h"
 
@@ -244,6 +245,15 @@ class Run {
       objects = PatternObjects(source);
     }
     host::SkipLog& skips = report_.skips;
+    if (settings_.insert.insert) {
+      std::optional<std::string> problem =
+          InsertSourceProblem(document_, settings_.insert);
+      if (problem) {
+        StopInserting(*problem);
+      } else {
+        inserting_ = true;
+      }
+    }
     Result<host::LayoutsPtr> layouts = document_.Layouts();
     for (const FramePlan& plan : plans) {
       user_.SetProgressValue(plan.row);
@@ -271,6 +281,7 @@ class Run {
       if (settings_.text.create) {
         CreateSheetText(document_, settings_.text, plan.sheet, skips);
       }
+      if (inserting_) Insert(**layout, plan.sheet);
       if (settings_.attributes.change) {
         ChangeAttributes(document_, settings_.attributes, plan.sheet, skips);
       }
@@ -284,6 +295,41 @@ class Run {
     if (!temporary_.empty()) DeleteLayout(document_, temporary_, skips);
   }
 
+  // The insertion options' block into the layout's own block. A refusal
+  // skips this sheet; any other failure (the source cannot be used) is told
+  // once and ends the insertion for the run.
+  void Insert(host::Layout& layout, const SheetValues& sheet) {
+    host::SkipLog& skips = report_.skips;
+    Result<host::BlockPtr> space = layout.Block();
+    if (!skips.Record(sheet.layout, kSkipInsert, space)) return;
+    Result<host::BlockReferencePtr> reference =
+        InsertSheetBlock(document_, **space, insert_, sheet, skips);
+    if (!reference.ok()) {
+      if (reference.status().code() != StatusCode::kRefused) {
+        StopInserting(reference.status().message());
+      }
+      return;
+    }
+    ++report_.inserted;
+    // A file is read once: the later sheets take the block it defined,
+    // which a host might otherwise define again from the file each time.
+    if (insert_.from_file) {
+      if (Result<std::string> name = (*reference)->Name(); name.ok()) {
+        insert_.source = *name;
+        insert_.from_file = false;
+      }
+    }
+  }
+
+  void StopInserting(std::string_view reason) {
+    inserting_ = false;
+    report_.insert_problem = InsertProblemText(session_.globals().russian(),
+                                               settings_.insert, reason);
+    user_.ShowMessage(report_.insert_problem, host::MessageIcon::kCritical,
+                      host::MessageButtons::kOk,
+                      session_.globals().product_name);
+  }
+
   host::Session& session_;
   host::User& user_;
   host::Document& document_;
@@ -294,6 +340,8 @@ class Run {
   CreationReport report_;
   std::string temporary_;
   bool refused_ = false;
+  bool inserting_ = false;
+  InsertSettings insert_ = settings_.insert;  // the source as it goes on
 };
 
 }  // namespace

@@ -21,7 +21,9 @@
 // Failures: a host call refused for one object skips that step and the
 // run goes on; a layout name the host refuses (taken, or not valid there)
 // skips that row. Every refusal passed over is recorded in the report's
-// skip log, under the layout (or layer) it concerned. Only the
+// skip log, under the layout (or layer) it concerned. A source of the
+// insertion options that cannot be inserted is told once and the layouts
+// are made without it. Only the
 // missing pattern layout stops a run before it starts (its message, nothing
 // created, then the clean-up and the final message as after any run).
 #ifndef LMT_LAYOUTS_LAYOUT_CREATION_H_
@@ -62,6 +64,10 @@ struct CreationReport {
   host::SkipLog skips;
   std::vector<std::string> deleted;  // earlier layouts (Check_UdalitListi)
   int viewports = 0;                 // viewports made, copies included
+  // Block references the insertion options put on the sheets, and what the
+  // user was told when the source could not be inserted (empty: nothing).
+  int inserted = 0;
+  std::string insert_problem;
 };
 
 // What a run makes, worked out before anything is made: the settings read

@@ -81,6 +81,21 @@ RunSettings ReadRunSettings(const core::Windows& windows, bool decimal_comma) {
       {{d.text_imia_atribut1.text(), d.text_value_atribut1.text()},
        {d.text_imia_atribut2.text(), d.text_value_atribut2.text()},
        {d.text_imia_atribut3.text(), d.text_value_atribut3.text()}}};
+
+  const core::OknoVstavitObject& v = windows.okno_vstavit_object;
+  r.insert.insert = windows.okno_lmt.check_vstavit_object.checked();
+  r.insert.from_file = v.option_istochnik_vstavki.selected() == 1;
+  r.insert.source = r.insert.from_file ? v.uni_text_put_file_vstavki.text()
+                                       : v.uni_text_name_block_vstavki.text();
+  r.insert.x = FieldToNumber(v.text_vstavka_coord_x.text(), decimal_comma);
+  r.insert.y = FieldToNumber(v.text_vstavka_coord_y.text(), decimal_comma);
+  // An empty or unreadable scale field inserts at full size, not at 0.
+  const double scale =
+      FieldToNumber(v.text_vstavka_mashtab.text(), decimal_comma);
+  r.insert.scale = scale != 0 ? scale : 1;
+  r.insert.rotation =
+      FieldToNumber(v.text_vstavka_povorot.text(), decimal_comma);
+  r.insert.layer = v.text_vstavka_sloi.text();
   return r;
 }
 

@@ -1,8 +1,8 @@
 // Everything one layout-creation run reads from the windows, taken once at
 // its start: the creation parameters (OknoSozdatLayout), the creation mode
 // and pattern layout (main window), and the actions after creation
-// (OknoDeistvie); plus which family of the host object model a host name
-// belongs to.
+// (OknoDeistvie) and the insertion options (OknoVstavitObject); plus which
+// family of the host object model a host name belongs to.
 //
 // Pure: the window models go in, plain values come out.
 #ifndef LMT_LAYOUTS_RUN_SETTINGS_H_
@@ -53,6 +53,19 @@ struct AttributeSettings {
   AttributeChanges typed;  // tags and values as typed
 };
 
+// The block the insertion options put on every new sheet.
+struct InsertSettings {
+  bool insert = false;     // Check_VstavitObject (main window)
+  bool from_file = false;  // Option_IstochnikVstavki 1
+  // The block's name, or the drawing file's path (from_file).
+  std::string source;
+  double x = 0;  // paper units on the sheet
+  double y = 0;
+  double scale = 1;
+  double rotation = 0;  // degrees
+  std::string layer;
+};
+
 struct RunSettings {
   CreationParameters params;
   CreationMode mode = CreationMode::kEmpty;
@@ -60,6 +73,7 @@ struct RunSettings {
   std::string pattern_file;    // UniText_NameObrazecPutFileLayout
   SheetTextSettings text;
   AttributeSettings attributes;
+  InsertSettings insert;
 };
 
 // The controls of OknoSozdatLayout as typed.
