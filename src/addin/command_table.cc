@@ -80,6 +80,10 @@ constexpr CommandEntry kTable[] = {
     {"OknoFunctionRunLisp", "Command_GetFileLisp", A::kBatchLispFile, ""},
     {"OknoFunctionReplaceText", "Command_VstavitSpisok", A::kBatchPasteList,
      ""},
+    {kMain, "Command_ParamIzmenitPrinter", A::kShowWindow,
+     "OknoIzmenitPrinter"},
+    {"OknoIzmenitPrinter", "Command_Save", A::kSaveAndHide, ""},
+    {"OknoIzmenitPrinter", "Command_Close", A::kHide, ""},
 };
 
 constexpr MenuEntry kMenu[] = {

@@ -6,7 +6,7 @@
 // Buttons are named as the product names them ("Command_GetObrazec"); their
 // caption keys drop the underscore ("CommandGetObrazec"), see ButtonName.
 // Controls without an entry start nothing (the sorting window, named views,
-// frame highlighting, insertion and printer options are not built).
+// frame highlighting and insertion options are not built).
 #ifndef LMT_ADDIN_COMMAND_TABLE_H_
 #define LMT_ADDIN_COMMAND_TABLE_H_
 

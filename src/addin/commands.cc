@@ -75,6 +75,7 @@ std::optional<core::SettingsBlock> ConfirmedBlockOf(core::Windows& w,
     return core::SettingsBlock::kCreationParameters;
   if (&window == &w.okno_deistvie) return core::SettingsBlock::kCreationActions;
   if (&window == &w.okno_option) return core::SettingsBlock::kOption;
+  if (&window == &w.okno_izmenit_printer) return core::SettingsBlock::kPrinter;
   return std::nullopt;
 }
 

@@ -14,6 +14,7 @@ namespace {
 constexpr std::string_view kMain = "OknoLmt";
 constexpr std::string_view kParams = "OknoSozdatLayout";
 constexpr std::string_view kActions = "OknoDeistvie";
+constexpr std::string_view kPrinter = "OknoIzmenitPrinter";
 
 // A number as the window's numeric fields take it: digits with at most one
 // "." (or "," where `comma_ok`), optionally signed.
@@ -328,6 +329,37 @@ const std::vector<PlainOption>& PlainOptions() {
           {kActions, "TextImiaAtribut#", "$1"},
           {kActions, "TextValueAtribut#", "$2"}}}},
        3},
+      {"--plotter",
+       {{A::kText,
+         "NAME",
+         "give each new layout a page set-up for plot device NAME "
+         "(\"DWG To PDF.pc3\")",
+         {{kMain, "CheckIzmenitPrinter", "1"},
+          {kPrinter, "TextNamePrinter", "$1"}}}}},
+      {"--paper",
+       {{A::kWord,
+         "auto",
+         "the page set-up's paper by the frame's size: ISO A4 to A0 or an "
+         "extended sheet, turned as the frame lies",
+         {{kMain, "CheckIzmenitPrinter", "1"},
+          {kPrinter, "OptionVidBumaga0", "True"}}},
+        {A::kText,
+         "NAME",
+         "the page set-up's paper for every layout, by the device's name",
+         {{kMain, "CheckIzmenitPrinter", "1"},
+          {kPrinter, "OptionVidBumaga1", "True"},
+          {kPrinter, "TextNameBumaga", "$1"}}}}},
+      {"--paper-tolerance",
+       {{A::kPositive,
+         "MM",
+         "how far a frame's sides may be off a sheet's for --paper auto",
+         {{kPrinter, "TextDopuskBumaga", "$1"}}}}},
+      {"--plot-style",
+       {{A::kText,
+         "NAME",
+         "the page set-up's plot style table",
+         {{kMain, "CheckIzmenitPrinter", "1"},
+          {kPrinter, "TextStilPechati", "$1"}}}}},
   };
   return table;
 }

@@ -24,7 +24,8 @@ std::vector<Window*> LanguageOrder(Windows& w) {
           &w.okno_nano_cad_versia,
           &w.okno_deistvie,
           &w.okno_sozdat_layout,
-          &w.okno_name_layouts};
+          &w.okno_name_layouts,
+          &w.okno_izmenit_printer};
 }
 
 // Entry 0 of the save-version lists is named by the window's caption.

@@ -68,6 +68,9 @@ std::vector<SettingEntry> MainWindowEntries(Windows& w) {
   list.Add(m.option_vid_sozdat_layout)
       .Add(m.uni_text_name_obrazec_layout)
       .Add(m.uni_text_name_obrazec_put_file_layout);
+  // Stored with the set-up it switches on, like CheckNotRotate above.
+  list.set_section("OknoIzmenitPrinter");
+  list.Add(m.check_izmenit_printer);
   return list.Take();
 }
 
@@ -233,6 +236,19 @@ std::vector<SettingEntry> ImportEntries(Windows& w) {
   return list.Take();
 }
 
+std::vector<SettingEntry> PrinterEntries(Windows& w) {
+  OknoIzmenitPrinter& p = w.okno_izmenit_printer;
+  EntryList list("OknoIzmenitPrinter");
+  list.Add(p.text_name_printer)
+      .Add(p.option_vid_bumaga)
+      .Add(p.text_name_bumaga)
+      .Add(p.text_dopusk_bumaga)
+      .Add(p.text_stil_pechati)
+      .Add(p.check_centr_pechati)
+      .Add(p.check_mashtab_odin);
+  return list.Take();
+}
+
 constexpr SettingsBlock kAllBlocks[] = {
     SettingsBlock::kMainWindow,
     SettingsBlock::kOption,
@@ -243,6 +259,7 @@ constexpr SettingsBlock kAllBlocks[] = {
     SettingsBlock::kReplaceAttributes,
     SettingsBlock::kReplaceText,
     SettingsBlock::kImport,
+    SettingsBlock::kPrinter,
 };
 
 }  // namespace
@@ -272,6 +289,8 @@ std::vector<SettingEntry> SettingEntries(Windows& windows,
       return ReplaceTextEntries(windows);
     case SettingsBlock::kImport:
       return ImportEntries(windows);
+    case SettingsBlock::kPrinter:
+      return PrinterEntries(windows);
   }
   LMT_CHECK(false);
   return {};
@@ -306,7 +325,7 @@ void ReadStartupSettings(const std::filesystem::path& file, Windows& windows) {
         SettingsBlock::kCreationParameters, SettingsBlock::kMainWindow,
         SettingsBlock::kRunLisp, SettingsBlock::kRunScript,
         SettingsBlock::kReplaceAttributes, SettingsBlock::kReplaceText,
-        SettingsBlock::kImport}) {
+        SettingsBlock::kImport, SettingsBlock::kPrinter}) {
     ReadSettings(file, windows, block);
   }
 }

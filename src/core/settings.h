@@ -42,6 +42,7 @@ enum class SettingsBlock {
   kReplaceAttributes,
   kReplaceText,
   kImport,
+  kPrinter,  // OknoIzmenitPrinter: written on confirmation
 };
 
 struct SettingEntry {

@@ -23,7 +23,8 @@ std::vector<Window*> Windows::Secondary() {
           &okno_nano_cad_versia,
           &okno_deistvie,
           &okno_sozdat_layout,
-          &okno_name_layouts};
+          &okno_name_layouts,
+          &okno_izmenit_printer};
 }
 
 Window* Windows::Find(std::string_view name) {

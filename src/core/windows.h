@@ -12,6 +12,7 @@
 #include "core/filter_window.h"
 #include "core/layout_windows.h"
 #include "core/main_window.h"
+#include "core/printer_window.h"
 #include "core/utility_windows.h"
 #include "core/window.h"
 
@@ -36,6 +37,7 @@ struct Windows {
   OknoFunctionReplaceText okno_function_replace_text;
   OknoFunctionImport okno_function_import;
   OknoNanoCADVersia okno_nano_cad_versia;
+  OknoIzmenitPrinter okno_izmenit_printer;
 
   // Every window, the main window first.
   std::vector<Window*> All();

@@ -81,6 +81,7 @@ RunSettings ReadRunSettings(const core::Windows& windows, bool decimal_comma) {
       {{d.text_imia_atribut1.text(), d.text_value_atribut1.text()},
        {d.text_imia_atribut2.text(), d.text_value_atribut2.text()},
        {d.text_imia_atribut3.text(), d.text_value_atribut3.text()}}};
+  r.page_setup = ReadPageSetupSettings(windows, decimal_comma);
   return r;
 }
 

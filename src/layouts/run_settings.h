@@ -13,6 +13,7 @@
 
 #include "core/windows.h"
 #include "layouts/creation_parameters.h"
+#include "layouts/page_setup.h"
 #include "layouts/sheet_texts.h"
 
 namespace lmt::layouts {
@@ -60,6 +61,7 @@ struct RunSettings {
   std::string pattern_file;    // UniText_NameObrazecPutFileLayout
   SheetTextSettings text;
   AttributeSettings attributes;
+  PageSetupSettings page_setup;  // OknoIzmenitPrinter
 };
 
 // The controls of OknoSozdatLayout as typed.
