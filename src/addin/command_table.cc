@@ -89,6 +89,10 @@ constexpr CommandEntry kTable[] = {
     {"OknoVstavitObject", "Command_Save", A::kSaveAndHide, ""},
     {"OknoVstavitObject", "Command_Close", A::kHide, ""},
     {"OknoVstavitObject", "Command_ObzorFileVstavki", A::kInsertFile, ""},
+    {kMain, "Command_ParamIzmenitPrinter", A::kShowWindow,
+     "OknoIzmenitPrinter"},
+    {"OknoIzmenitPrinter", "Command_Save", A::kSaveAndHide, ""},
+    {"OknoIzmenitPrinter", "Command_Close", A::kHide, ""},
 };
 
 constexpr MenuEntry kMenu[] = {

@@ -5,8 +5,7 @@
 //
 // Buttons are named as the product names them ("Command_GetObrazec"); their
 // caption keys drop the underscore ("CommandGetObrazec"), see ButtonName.
-// Controls without an entry start nothing (the printer options are not
-// built).
+// Controls without an entry start nothing.
 #ifndef LMT_ADDIN_COMMAND_TABLE_H_
 #define LMT_ADDIN_COMMAND_TABLE_H_
 

@@ -81,6 +81,7 @@ std::optional<core::SettingsBlock> ConfirmedBlockOf(core::Windows& w,
   if (&window == &w.okno_deistvie) return core::SettingsBlock::kCreationActions;
   if (&window == &w.okno_option) return core::SettingsBlock::kOption;
   if (&window == &w.okno_vstavit_object) return core::SettingsBlock::kInsertion;
+  if (&window == &w.okno_izmenit_printer) return core::SettingsBlock::kPrinter;
   return std::nullopt;
 }
 

@@ -122,6 +122,26 @@ Status GetFont(Call& call) {
   return Status();
 }
 
+// GetPaperSize(Width, Height), both out, in millimetres.
+Status GetPaperSize(Call& call) {
+  Layout* self = Self<Layout>(call);
+  if (self == nullptr) return Status::NotSupported("not a layout");
+  Result<host::PaperSize> size = self->GetPaperSize();
+  if (!size.ok()) return size.status();
+  if (call.args.size() < 2) return MissingArgument(call.args.size());
+  comhost::ScopedVariant values[] = {comhost::R8Variant(size->width),
+                                     comhost::R8Variant(size->height)};
+  for (size_t i = 0; i < 2; ++i) {
+    VARIANT* arg = call.args[i];
+    if (V_VT(arg) != (VT_BYREF | VT_VARIANT) || V_VARIANTREF(arg) == nullptr) {
+      return Status::InvalidArgument("GetPaperSize takes variables");
+    }
+    VariantClear(V_VARIANTREF(arg));
+    *V_VARIANTREF(arg) = values[i].Release();
+  }
+  return Status();
+}
+
 Status SetFont(Call& call) {
   TextStyle* self = Self<TextStyle>(call);
   if (self == nullptr) return Status::NotSupported("not a text style");
@@ -211,6 +231,19 @@ constexpr Member kLayout[] = {
     {L"PlotType", &Prop<Layout, &Layout::PlotType, &Layout::SetPlotType>},
     {L"TabOrder", &Prop<Layout, &Layout::TabOrder, &Layout::SetTabOrder>},
     {L"Delete", &Action<Layout, &Layout::Delete>},
+    {L"ConfigName", &Prop<Layout, &Layout::ConfigName, &Layout::SetConfigName>},
+    {L"CanonicalMediaName", &Prop<Layout, &Layout::CanonicalMediaName,
+                                  &Layout::SetCanonicalMediaName>},
+    {L"StyleSheet", &Prop<Layout, &Layout::StyleSheet, &Layout::SetStyleSheet>},
+    {L"StandardScale",
+     &Prop<Layout, &Layout::StandardScale, &Layout::SetStandardScale>},
+    {L"UseStandardScale",
+     &Prop<Layout, &Layout::UseStandardScale, &Layout::SetUseStandardScale>},
+    {L"CenterPlot", &Prop<Layout, &Layout::CenterPlot, &Layout::SetCenterPlot>},
+    {L"PlotRotation",
+     &Prop<Layout, &Layout::PlotRotation, &Layout::SetPlotRotation>},
+    {L"GetPaperSize", &GetPaperSize},
+    {L"RefreshPlotDeviceInfo", &Action<Layout, &Layout::RefreshPlotDeviceInfo>},
 };
 constexpr Member kLayouts[] = {
     {L"Count", &Prop<Layouts, &Layouts::Count>},

@@ -11,6 +11,7 @@ constexpr std::string_view kMain = "OknoLmt";
 constexpr std::string_view kParams = "OknoSozdatLayout";
 constexpr std::string_view kActions = "OknoDeistvie";
 constexpr std::string_view kInsert = "OknoVstavitObject";
+constexpr std::string_view kPrinter = "OknoIzmenitPrinter";
 
 bool Is(core::Windows& windows, std::string_view section, std::string_view key,
         const core::Control& control, int slot) {
@@ -141,6 +142,19 @@ const std::vector<ControlMeaning>& ControlMeanings() {
       {kInsert, "TextVstavkaMashtab", "the inserted block's scale"},
       {kInsert, "TextVstavkaPovorot", "the inserted block's rotation, degrees"},
       {kInsert, "TextVstavkaSloi", "the inserted block's layer"},
+      // Page set-up.
+      {kPrinter, "CheckIzmenitPrinter", "give each new layout a page set-up"},
+      {kPrinter, "TextNamePrinter", "page set-up: the plot device"},
+      {kPrinter, "OptionVidBumaga0",
+       "page set-up: paper by the frame's size (ISO A4 to A0, extended "
+       "sheets)"},
+      {kPrinter, "OptionVidBumaga1", "page set-up: one fixed paper"},
+      {kPrinter, "TextNameBumaga", "the fixed paper, by the device's name"},
+      {kPrinter, "TextDopuskBumaga",
+       "how far a frame's sides may be off a sheet's, mm"},
+      {kPrinter, "TextStilPechati", "page set-up: the plot style table"},
+      {kPrinter, "CheckCentrPechati", "page set-up: centre the plot"},
+      {kPrinter, "CheckMashtabOdin", "page set-up: plot 1:1"},
   };
   return table;
 }

@@ -58,6 +58,20 @@ std::string InsertLine(const layouts::CreationPlan& plan) {
          layouts::PlanNumber(insert.rotation) + "\t" + insert.layer;
 }
 
+// The page set-up's paper of entry `i`: the device's name, and for a
+// paper picked from the frame its sheet, the way it lies, and "larger" when
+// the frame matches no sheet and sits on the next one up.
+std::string PaperText(const layouts::SheetPaper& paper) {
+  if (paper.media.empty()) return "no paper fits";
+  std::string text = paper.media;
+  if (const std::optional<layouts::PaperChoice>& c = paper.choice) {
+    text += " (" + std::string(c->sheet.name) +
+            (c->landscape ? " landscape" : " portrait") +
+            (c->exact ? "" : ", larger") + ")";
+  }
+  return text;
+}
+
 void WriteText(const layouts::CreationPlan& plan,
                const frames::FrameTable& table,
                const std::vector<std::string>& files, std::ostream& out) {
@@ -66,6 +80,7 @@ void WriteText(const layouts::CreationPlan& plan,
     const layouts::PlanRow& row = rows[i];
     out << "plan\t" << row.name << "\t" << row.kind << "\t" << row.centre
         << "\t" << row.size << "\t" << row.scale << "\t" << row.twist;
+    if (i < plan.papers.size()) out << "\t" << PaperText(plan.papers[i]);
     if (!files[i].empty()) out << "\t" << files[i];
     out << "\n";
   }
@@ -97,6 +112,16 @@ void WriteJson(const layouts::CreationPlan& plan,
     } else {
       out << ", \"centre\": null, \"size\": null, \"scale\": null, "
              "\"scale_text\": null, \"twist\": null";
+    }
+    if (i < plan.papers.size()) {
+      const layouts::SheetPaper& paper = plan.papers[i];
+      out << ", \"paper\": "
+          << (paper.media.empty() ? "null" : JsonString(paper.media));
+      if (const std::optional<layouts::PaperChoice>& c = paper.choice) {
+        out << ", \"sheet\": " << JsonString(std::string(c->sheet.name))
+            << ", \"landscape\": " << (c->landscape ? "true" : "false")
+            << ", \"exact\": " << (c->exact ? "true" : "false");
+      }
     }
     if (!files[i].empty()) out << ", \"file\": " << JsonString(files[i]);
     out << "}";

@@ -37,7 +37,8 @@ std::vector<std::string> WarnAboutPlan(CommandContext& context,
                                        int per_file);
 
 // create-layouts --dry-run [--json]: the frame search and the plan, printed
-// as text (one "plan" line per layout) or as JSON, the warnings on
+// as text (one "plan" line per layout, with the page set-up's paper when it
+// is asked for) or as JSON, the warnings on
 // standard error; no file is written, -o only names the split files the
 // plan would give. Exit 1 when the run would be refused (no frames, the
 // pattern layout missing). With --register, the plan of the sheets the

@@ -27,6 +27,7 @@ bool IsDrawingFile(std::string_view text) {
   return ends_with(".dxf") || ends_with(".dwg") ||
          text.find_first_of("/\\") != std::string_view::npos;
 }
+constexpr std::string_view kPrinter = "OknoIzmenitPrinter";
 
 // A number as the window's numeric fields take it: digits with at most one
 // "." (or "," where `comma_ok`), optionally signed.
@@ -389,6 +390,37 @@ const std::vector<PlainOption>& PlainOptions() {
          "NAME",
          "layer of --insert",
          {{kInsert, "TextVstavkaSloi", "$1"}}}}},
+      {"--plotter",
+       {{A::kText,
+         "NAME",
+         "give each new layout a page set-up for plot device NAME "
+         "(\"DWG To PDF.pc3\")",
+         {{kMain, "CheckIzmenitPrinter", "1"},
+          {kPrinter, "TextNamePrinter", "$1"}}}}},
+      {"--paper",
+       {{A::kWord,
+         "auto",
+         "the page set-up's paper by the frame's size: ISO A4 to A0 or an "
+         "extended sheet, turned as the frame lies",
+         {{kMain, "CheckIzmenitPrinter", "1"},
+          {kPrinter, "OptionVidBumaga0", "True"}}},
+        {A::kText,
+         "NAME",
+         "the page set-up's paper for every layout, by the device's name",
+         {{kMain, "CheckIzmenitPrinter", "1"},
+          {kPrinter, "OptionVidBumaga1", "True"},
+          {kPrinter, "TextNameBumaga", "$1"}}}}},
+      {"--paper-tolerance",
+       {{A::kPositive,
+         "MM",
+         "how far a frame's sides may be off a sheet's for --paper auto",
+         {{kPrinter, "TextDopuskBumaga", "$1"}}}}},
+      {"--plot-style",
+       {{A::kText,
+         "NAME",
+         "the page set-up's plot style table",
+         {{kMain, "CheckIzmenitPrinter", "1"},
+          {kPrinter, "TextStilPechati", "$1"}}}}},
   };
   return table;
 }

@@ -112,6 +112,16 @@ TEST_F(PlainOptionsTest, EachOptionSetsItsControls) {
        {"OknoLmt.CheckVstavitObject=1",
         "OknoVstavitObject.OptionIstochnikVstavki0=True",
         "OknoVstavitObject.UniTextNameBlockVstavki=TitleBlock.v2"}},
+      {{"--plotter", "DWG To PDF.pc3", "--paper", "auto", "--paper-tolerance",
+        "2,5", "--plot-style", "acad.ctb"},
+       {"OknoLmt.CheckIzmenitPrinter=1",
+        "OknoIzmenitPrinter.TextNamePrinter=DWG To PDF.pc3",
+        "OknoIzmenitPrinter.OptionVidBumaga0=True",
+        "OknoIzmenitPrinter.TextDopuskBumaga=2,5",
+        "OknoIzmenitPrinter.TextStilPechati=acad.ctb"}},
+      {{"--paper", "ISO_A1_(841.00_x_594.00_MM)"},
+       {"OknoIzmenitPrinter.OptionVidBumaga1=True",
+        "OknoIzmenitPrinter.TextNameBumaga=ISO_A1_(841.00_x_594.00_MM)"}},
   };
   std::set<std::string> covered;
   for (const Case& c : cases) {

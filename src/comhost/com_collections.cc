@@ -193,6 +193,68 @@ class ComLayout : public host::Layout, public ComObject {
   Status DoSetTabOrder(int32_t order) override {
     return Put("TabOrder", I4Variant(order));
   }
+  // Page setup, under the LayoutPlotConfiguration members of the ActiveX
+  // reference (ConfigName, CanonicalMediaName, StyleSheet, StandardScale,
+  // UseStandardScale, CenterPlot, PlotRotation, GetPaperSize in mm whatever
+  // PaperUnits says, RefreshPlotDeviceInfo), e.g.
+  // https://help.autodesk.com/cloudhelp/2016/ENU/AutoCAD-ActiveX/files/GUID-7B662353-85A5-486D-8673-B164DACA3676.htm
+  Result<std::string> DoConfigName() const override {
+    return GetText("ConfigName");
+  }
+  Status DoSetConfigName(std::string_view name) override {
+    return Put("ConfigName", TextVariant(name));
+  }
+  Result<std::string> DoCanonicalMediaName() const override {
+    return GetText("CanonicalMediaName");
+  }
+  Status DoSetCanonicalMediaName(std::string_view name) override {
+    return Put("CanonicalMediaName", TextVariant(name));
+  }
+  Result<std::string> DoStyleSheet() const override {
+    return GetText("StyleSheet");
+  }
+  Status DoSetStyleSheet(std::string_view name) override {
+    return Put("StyleSheet", TextVariant(name));
+  }
+  Result<int32_t> DoStandardScale() const override {
+    return GetI4("StandardScale");
+  }
+  Status DoSetStandardScale(int32_t scale) override {
+    return Put("StandardScale", I4Variant(scale));
+  }
+  Result<bool> DoUseStandardScale() const override {
+    return GetBool("UseStandardScale");
+  }
+  Status DoSetUseStandardScale(bool use) override {
+    return Put("UseStandardScale", BoolVariant(use));
+  }
+  Result<bool> DoCenterPlot() const override { return GetBool("CenterPlot"); }
+  Status DoSetCenterPlot(bool center) override {
+    return Put("CenterPlot", BoolVariant(center));
+  }
+  Result<int32_t> DoPlotRotation() const override {
+    return GetI4("PlotRotation");
+  }
+  Status DoSetPlotRotation(int32_t rotation) override {
+    return Put("PlotRotation", I4Variant(rotation));
+  }
+  Result<host::PaperSize> DoGetPaperSize() const override {
+    ScopedVariant width, height;
+    std::vector<ScopedVariant> args;
+    for (ScopedVariant* out : {&width, &height}) {
+      args.push_back(RefVariant(*out));
+    }
+    if (Status s = Do("GetPaperSize", std::move(args)); !s.ok()) return s;
+    Result<double> w = ReadR8(*width.get());
+    Result<double> h = ReadR8(*height.get());
+    if (!w.ok() || !h.ok()) {
+      return Status::InvalidArgument("GetPaperSize: unreadable size");
+    }
+    return host::PaperSize{*w, *h};
+  }
+  Status DoRefreshPlotDeviceInfo() override {
+    return Do("RefreshPlotDeviceInfo");
+  }
 };
 
 class ComLayer : public host::Layer, public ComObject {

@@ -103,6 +103,7 @@ constexpr CaptionEntry kCaptions[] = {
     {"FrameIzmenitPrinter", "Printer Settings", "Настройки принтера"},
     {"CheckIzmenitPrinter", "Change printer settings",
      "Изменить настройки принтера"},
+    {"CommandParamIzmenitPrinter", "Printer Options", "Параметры принтера"},
     {"TablTekstiLang0", "№", "№"},
     {"TablTekstiLang1", "Layout Name", "Имя вкладки"},
     {"TablTekstiLang2", "ID", "ID"},

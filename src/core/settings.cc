@@ -69,6 +69,9 @@ std::vector<SettingEntry> MainWindowEntries(Windows& w) {
       .Add(m.uni_text_name_obrazec_layout)
       .Add(m.uni_text_name_obrazec_put_file_layout)
       .Add(m.check_vstavit_object);
+  // Stored with the set-up it switches on, like CheckNotRotate above.
+  list.set_section("OknoIzmenitPrinter");
+  list.Add(m.check_izmenit_printer);
   return list.Take();
 }
 
@@ -248,6 +251,19 @@ std::vector<SettingEntry> InsertionEntries(Windows& w) {
   return list.Take();
 }
 
+std::vector<SettingEntry> PrinterEntries(Windows& w) {
+  OknoIzmenitPrinter& p = w.okno_izmenit_printer;
+  EntryList list("OknoIzmenitPrinter");
+  list.Add(p.text_name_printer)
+      .Add(p.option_vid_bumaga)
+      .Add(p.text_name_bumaga)
+      .Add(p.text_dopusk_bumaga)
+      .Add(p.text_stil_pechati)
+      .Add(p.check_centr_pechati)
+      .Add(p.check_mashtab_odin);
+  return list.Take();
+}
+
 constexpr SettingsBlock kAllBlocks[] = {
     SettingsBlock::kMainWindow,
     SettingsBlock::kOption,
@@ -260,6 +276,7 @@ constexpr SettingsBlock kAllBlocks[] = {
     SettingsBlock::kImport,
     SettingsBlock::kSortLayouts,
     SettingsBlock::kInsertion,
+    SettingsBlock::kPrinter,
 };
 
 }  // namespace
@@ -297,6 +314,8 @@ std::vector<SettingEntry> SettingEntries(Windows& windows,
     }
     case SettingsBlock::kInsertion:
       return InsertionEntries(windows);
+    case SettingsBlock::kPrinter:
+      return PrinterEntries(windows);
   }
   LMT_CHECK(false);
   return {};
@@ -332,7 +351,7 @@ void ReadStartupSettings(const std::filesystem::path& file, Windows& windows) {
         SettingsBlock::kRunLisp, SettingsBlock::kRunScript,
         SettingsBlock::kReplaceAttributes, SettingsBlock::kReplaceText,
         SettingsBlock::kImport, SettingsBlock::kSortLayouts,
-        SettingsBlock::kInsertion}) {
+        SettingsBlock::kInsertion, SettingsBlock::kPrinter}) {
     ReadSettings(file, windows, block);
   }
 }

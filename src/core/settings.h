@@ -44,6 +44,7 @@ enum class SettingsBlock {
   kImport,
   kSortLayouts,  // OknoSortLayouts: written when it sorts
   kInsertion,  // OknoVstavitObject: written on confirmation
+  kPrinter,  // OknoIzmenitPrinter: written on confirmation
 };
 
 struct SettingEntry {

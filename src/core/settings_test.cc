@@ -76,9 +76,9 @@ TEST_F(SettingsTest, FirstExitWritesAllButTheConfirmedSections) {
   EXPECT_EQ(sections,
             (std::vector<std::string>{
                 "[VersiaCAD]", "[OknoLmt]", "[OknoSozdatLayout]",
-                "[OknoFunctionRunLisp]", "[OknoFunctionRunScript]",
-                "[OknoFunctionReplaceAtribut]", "[OknoFunctionReplaceTEXT]",
-                "[OknoFunctionImport]"}));
+                "[OknoIzmenitPrinter]", "[OknoFunctionRunLisp]",
+                "[OknoFunctionRunScript]", "[OknoFunctionReplaceAtribut]",
+                "[OknoFunctionReplaceTEXT]", "[OknoFunctionImport]"}));
   // Only the main window's CheckNotRotate lands in the layout section.
   EXPECT_EQ(layout_keys, std::vector<std::string>{"CheckNotRotate"});
   EXPECT_EQ(GetProfileString(file_, "VersiaCAD", "NomerVersiaCAD", ""),
@@ -111,6 +111,8 @@ TEST_F(SettingsTest, MainWindowKeysInWritingOrder) {
   expected.push_back("CheckVstavitObject");
   expected.push_back("[OknoSozdatLayout]");
   expected.push_back("CheckNotRotate");
+  expected.push_back("[OknoIzmenitPrinter]");
+  expected.push_back("CheckIzmenitPrinter");
   EXPECT_EQ(lines, expected);
 }
 
@@ -134,12 +136,19 @@ TEST_F(SettingsTest, EverythingRoundTripsExceptTheValueModes) {
   v.option_istochnik_vstavki.Select(1);
   v.uni_text_put_file_vstavki.set_text("C:\\Штампы\\stamp.dxf");
   v.text_vstavka_povorot.set_text("90");
+  OknoIzmenitPrinter& printer = windows_.okno_izmenit_printer;
+  windows_.okno_lmt.check_izmenit_printer.set_checked(true);
+  printer.text_name_printer.set_text("Плоттер HP");
+  printer.option_vid_bumaga.Select(1);
+  printer.text_name_bumaga.set_text("A1 (841 x 594 мм)");
+  printer.check_centr_pechati.set_checked(false);
   for (auto block :
        {SettingsBlock::kMainWindow, SettingsBlock::kOption,
         SettingsBlock::kCreationParameters, SettingsBlock::kCreationActions,
         SettingsBlock::kRunScript, SettingsBlock::kRunLisp,
         SettingsBlock::kReplaceAttributes, SettingsBlock::kReplaceText,
-        SettingsBlock::kImport, SettingsBlock::kInsertion}) {
+        SettingsBlock::kImport, SettingsBlock::kInsertion,
+        SettingsBlock::kPrinter}) {
     ASSERT_TRUE(WriteSettings(file_, windows_, block).ok());
   }
   auto expected = Snapshot(windows_);
@@ -223,6 +232,11 @@ TEST(ResolveSettingTest, SettingsKeysThenTheKeyConvention) {
        &w.okno_function_replace_atribut.combo_save_as_dwg_or_dxf, 0},
       {"OknoFunctionRunScript", "UniTextTextSkript",
        &w.okno_function_run_script.uni_text_text_skript, 0},
+      {"OknoLmt", "CheckIzmenitPrinter", &w.okno_lmt.check_izmenit_printer, 0},
+      {"OknoIzmenitPrinter", "CheckIzmenitPrinter",
+       &w.okno_lmt.check_izmenit_printer, 0},
+      {"OknoIzmenitPrinter", "OptionVidBumaga1",
+       &w.okno_izmenit_printer.option_vid_bumaga, 1},
   };
   for (const Case& c : cases) {
     auto slot = ResolveSetting(w, c.section, c.key);

@@ -14,6 +14,7 @@
 #include "core/layout_windows.h"
 #include "core/main_window.h"
 #include "core/sort_layouts_window.h"
+#include "core/printer_window.h"
 #include "core/utility_windows.h"
 #include "core/window.h"
 
@@ -40,6 +41,7 @@ struct Windows {
   OknoNanoCADVersia okno_nano_cad_versia;
   OknoSortLayouts okno_sort_layouts;
   OknoVstavitObject okno_vstavit_object;
+  OknoIzmenitPrinter okno_izmenit_printer;
 
   // Every window, the main window first.
   std::vector<Window*> All();

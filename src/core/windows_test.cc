@@ -79,6 +79,11 @@ TEST(WindowsTest, DependentControlsFollowTheirChoice) {
   EXPECT_TRUE(s.text_auto_mashtab_ramka.enabled());
   EXPECT_FALSE(s.text_copy_shirina.enabled());
   EXPECT_FALSE(s.text_mashtab_annotation_model.enabled());
+  OknoIzmenitPrinter& p = w.okno_izmenit_printer;
+  p.option_vid_bumaga.Select(1);
+  p.UpdateEnabled();
+  EXPECT_TRUE(p.text_name_bumaga.enabled());
+  EXPECT_FALSE(p.text_dopusk_bumaga.enabled());
 }
 
 // The lists the windows offer: no blank or repeated entry, numbered entries

@@ -415,14 +415,42 @@ void CopyPageSetup(Document& doc, const Entity& from, Layout to) {
   to.InsertTags(m + 1, copy);
   int flags = static_cast<int>(FieldDouble(to, "AcDbPlotSettings", 70));
   SetField(to, "AcDbPlotSettings", 70, FormatInt((flags & ~1024) | keep_model));
-  SetLimits(to);
-  Viewport main(MainViewport(doc, to));
+  FitLayoutToPaper(doc, to);
+}
+
+bool SetPlotSetting(Layout layout, int code, std::string_view value) {
+  const int m = layout.FindSubclass("AcDbPlotSettings");
+  if (m < 0) return false;
+  const int at = layout.FindIn("AcDbPlotSettings", code);
+  if (at >= 0) {
+    layout.SetValueAt(at, value);
+  } else {
+    layout.InsertTag(layout.SubclassEnd(m), code, value);
+  }
+  return true;
+}
+
+void FitLayoutToPaper(Document& doc, Layout layout) {
+  SetLimits(layout);
+  Viewport main(MainViewport(doc, layout));
   if (main.valid() && main.id() == 1) {
-    const ViewportSettings fit = MainViewportSettings(to);
+    const ViewportSettings fit = MainViewportSettings(layout);
     main.SetCenter(fit.center);
     main.SetSize(fit.width, fit.height);
     main.SetViewCenter(fit.view_center_x, fit.view_center_y);
     main.SetViewHeight(fit.view_height);
+  }
+}
+
+void DropDeviceDescription(Layout layout) {
+  std::span<const Tag> tags = layout.tags();
+  const int n = static_cast<int>(tags.size());
+  for (int i = layout.XDataBegin(); i < n; ++i) {
+    if (tags[i].code != 1001 || tags[i].value() != "ACAD_PSEXT") continue;
+    int end = i + 1;
+    while (end < n && tags[end].code != 1001) ++end;
+    layout.EraseTags(i, end);
+    return;
   }
 }
 

@@ -74,6 +74,20 @@ Status MakeLayoutActive(Document& doc, Layout layout);
 // (1024), then recomputes `to`'s limits from the paper.
 void CopyPageSetup(Document& doc, const Entity& from, Layout to);
 
+// Sets AcDbPlotSettings code `code` of `layout` to `value`, adding the code
+// at the end of the subclass when missing. False when the layout has no
+// plot settings.
+bool SetPlotSetting(Layout layout, int code, std::string_view value);
+
+// Sets the limits and the main viewport of `layout` again from its paper,
+// margins and rotation, as after a change of paper.
+void FitLayoutToPaper(Document& doc, Layout layout);
+
+// Drops the layout's "ACAD_PSEXT" XDATA, the device description a CAD
+// program shows for the page setup; it no longer holds once the device or
+// paper changes, and the program writes it anew.
+void DropDeviceDescription(Layout layout);
+
 // Erases every entity of the layout's block; the main (id 1) viewport stays
 // when `keep_main_viewport`.
 void EraseLayoutContents(Document& doc, const Layout& layout,

@@ -162,6 +162,32 @@ TEST(LayoutEditTest, PageSetupCopiedAcrossDrawingsWithLimits) {
   SaveAndRead(*doc, "page_setup.dxf");
 }
 
+// A real program's layout: its device description goes with a new device,
+// a code it lacks is added inside the plot settings, and the file stays
+// sound.
+TEST(LayoutEditTest, PlotSettingsEditedInPlace) {
+  LMT_SKIP_WITHOUT_SHARED();
+  auto doc = Open("s_AC1032.dxf");
+  ASSERT_TRUE(doc);
+  Layout layout1 = FindLayout(*doc, "Layout1");
+  ASSERT_FALSE(layout1.XData("ACAD_PSEXT").empty());
+  const size_t before = layout1.tags().size();
+  DropDeviceDescription(layout1);
+  EXPECT_TRUE(layout1.XData("ACAD_PSEXT").empty());
+  EXPECT_LT(layout1.tags().size(), before);
+  const int style = layout1.FindIn("AcDbPlotSettings", 7);
+  ASSERT_GE(style, 0);
+  layout1.EraseTags(style, style + 1);
+  ASSERT_TRUE(SetPlotSetting(layout1, 4, "ISO_A2_(594.00_x_420.00_MM)"));
+  ASSERT_TRUE(SetPlotSetting(layout1, 7, "acad.ctb"));
+  const int added = layout1.FindIn("AcDbPlotSettings", 7);
+  EXPECT_GT(added, layout1.FindSubclass("AcDbPlotSettings"));
+  EXPECT_LT(added, layout1.FindSubclass("AcDbLayout"));
+  EXPECT_EQ(layout1.GetString(4), "ISO_A2_(594.00_x_420.00_MM)");
+  const std::string read = SaveAndRead(*doc, "plot_settings.dxf");
+  EXPECT_TRUE(Has(read, "Layout1")) << read;
+}
+
 TEST(LayoutEditTest, EraseContentsKeepsTheMainViewport) {
   LMT_SKIP_WITHOUT_SHARED();
   auto doc = Open("s_AC1032.dxf");

@@ -10,6 +10,7 @@
 #include "dxfhost/blocks.h"
 #include "dxfhost/item_index.h"
 #include "dxfhost/session.h"
+#include "host/paper_media.h"
 
 namespace lmt::dxfhost {
 namespace {
@@ -113,6 +114,79 @@ class DxfLayout : public host::Layout {
     layout.SetValueAt(at, dxf::FormatInt(plot_type));
     return Status();
   }
+  // Page setup: the AcDbPlotSettings codes as CAD programs write them
+  // (2 device, 4 paper, 7 style table, 44/45 paper in mm, 70 flags, 73
+  // rotation, 75 standard scale). There is no device database here: a
+  // paper's size comes from its name.
+  Result<std::string> DoConfigName() const override { return Text(2); }
+  Status DoSetConfigName(std::string_view name) override {
+    return SetText(2, name);
+  }
+  Result<std::string> DoCanonicalMediaName() const override { return Text(4); }
+  Status DoSetCanonicalMediaName(std::string_view name) override {
+    std::optional<host::MediaSize> size = host::MediaSizeFromName(name);
+    if (!size) {
+      return Status::InvalidArgument("the paper \"" + std::string(name) +
+                                     "\" names no size such as (420.00_x_"
+                                     "297.00_MM)");
+    }
+    Result<dxf::Layout> layout = Settings();
+    if (!layout.ok()) return layout.status();
+    dxf::SetPlotSetting(*layout, 4, d_->Encode(name));
+    // The device's unprintable margins are not known here; a full-bleed
+    // sheet has next to none, and the program refreshes them from the
+    // device when it plots.
+    for (int code : {40, 41, 42, 43}) dxf::SetPlotSetting(*layout, code, "0.0");
+    dxf::SetPlotSetting(*layout, 44, dxf::FormatDouble(size->width));
+    dxf::SetPlotSetting(*layout, 45, dxf::FormatDouble(size->height));
+    dxf::SetPlotSetting(*layout, 72, size->inches ? "0" : "1");
+    dxf::DropDeviceDescription(*layout);
+    dxf::FitLayoutToPaper(*d_->doc, *layout);
+    return Status();
+  }
+  Result<std::string> DoStyleSheet() const override { return Text(7); }
+  Status DoSetStyleSheet(std::string_view name) override {
+    return SetText(7, name);
+  }
+  Result<int32_t> DoStandardScale() const override { return Int(75); }
+  Status DoSetStandardScale(int32_t scale) override {
+    if (scale < 0 || scale > 32) {
+      return Status::InvalidArgument("standard scale out of 0..32");
+    }
+    Result<dxf::Layout> layout = Settings();
+    if (!layout.ok()) return layout.status();
+    dxf::SetPlotSetting(*layout, 75, dxf::FormatInt(scale));
+    if (scale == host::kScale1To1) {
+      // The custom scale and its quotient follow, as the programs write a
+      // 1:1 layout.
+      dxf::SetPlotSetting(*layout, 142, "1.0");
+      dxf::SetPlotSetting(*layout, 143, "1.0");
+      dxf::SetPlotSetting(*layout, 147, "1.0");
+    }
+    return Status();
+  }
+  Result<bool> DoUseStandardScale() const override { return Flag(16); }
+  Status DoSetUseStandardScale(bool use) override { return SetFlag(16, use); }
+  Result<bool> DoCenterPlot() const override { return Flag(4); }
+  Status DoSetCenterPlot(bool center) override { return SetFlag(4, center); }
+  Result<int32_t> DoPlotRotation() const override { return Int(73); }
+  Status DoSetPlotRotation(int32_t rotation) override {
+    if (rotation < 0 || rotation > 3) {
+      return Status::InvalidArgument("plot rotation out of 0..3");
+    }
+    Result<dxf::Layout> layout = Settings();
+    if (!layout.ok()) return layout.status();
+    dxf::SetPlotSetting(*layout, 73, dxf::FormatInt(rotation));
+    dxf::FitLayoutToPaper(*d_->doc, *layout);
+    return Status();
+  }
+  Result<host::PaperSize> DoGetPaperSize() const override {
+    Result<dxf::Layout> layout = Settings();
+    if (!layout.ok()) return layout.status();
+    return host::PaperSize{Number(*layout, 44), Number(*layout, 45)};
+  }
+  // Nothing to refresh: the paper's size came with its name.
+  Status DoRefreshPlotDeviceInfo() override { return Settings().status(); }
   Status DoDelete() override {
     if (Status s = Present(); !s.ok()) return s;
     if (d_->IsModel(info_.block)) {
@@ -153,6 +227,52 @@ class DxfLayout : public host::Layout {
   // The layout's LAYOUT object; invalid for R12's implied layouts.
   dxf::Entity Object() const {
     return info_.handle ? d_->doc->FindByHandle(info_.handle) : dxf::Entity();
+  }
+  // The LAYOUT object with its plot settings, for the page-setup members.
+  Result<dxf::Layout> Settings() const {
+    if (Status s = Present(); !s.ok()) return s;
+    dxf::Entity layout = Object();
+    if (!layout.valid() || layout.FindSubclass("AcDbPlotSettings") < 0) {
+      return Status::NotSupported("R12 layouts have no page setup");
+    }
+    return dxf::Layout(layout);
+  }
+  static double Number(const dxf::Layout& layout, int code) {
+    const int at = layout.FindIn("AcDbPlotSettings", code);
+    if (at < 0) return 0;
+    return dxf::ParseDouble(layout.tags()[at].value()).value_or(0);
+  }
+  Result<std::string> Text(int code) const {
+    Result<dxf::Layout> layout = Settings();
+    if (!layout.ok()) return layout.status();
+    const int at = layout->FindIn("AcDbPlotSettings", code);
+    if (at < 0) return std::string();
+    return d_->Decode(layout->tags()[at].value());
+  }
+  Status SetText(int code, std::string_view value) {
+    Result<dxf::Layout> layout = Settings();
+    if (!layout.ok()) return layout.status();
+    dxf::SetPlotSetting(*layout, code, d_->Encode(value));
+    if (code == 2) dxf::DropDeviceDescription(*layout);
+    return Status();
+  }
+  Result<int32_t> Int(int code) const {
+    Result<dxf::Layout> layout = Settings();
+    if (!layout.ok()) return layout.status();
+    return static_cast<int32_t>(Number(*layout, code));
+  }
+  Result<bool> Flag(int bit) const {
+    Result<int32_t> flags = Int(70);
+    if (!flags.ok()) return flags.status();
+    return (*flags & bit) != 0;
+  }
+  Status SetFlag(int bit, bool on) {
+    Result<int32_t> flags = Int(70);
+    if (!flags.ok()) return flags.status();
+    Result<dxf::Layout> layout = Settings();
+    dxf::SetPlotSetting(*layout, 70,
+                        dxf::FormatInt(on ? (*flags | bit) : (*flags & ~bit)));
+    return Status();
   }
   // kNotFound once the layout was deleted (by this or another wrapper).
   Status Present() const {

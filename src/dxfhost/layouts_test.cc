@@ -15,6 +15,7 @@
 #include "dxf/document.h"
 #include "dxf/viewport.h"
 #include "dxfhost/test_support.h"
+#include "testing/shell.h"
 #include "testing/test_paths.h"
 
 namespace lmt::dxfhost {
@@ -276,6 +277,70 @@ TEST(LayoutsTest, LayoutTemplateBesideTheDrawing) {
           .ok());
   EXPECT_EQ(Names(s.doc), (std::vector<std::string>{"Model", "Layout1",
                                                     "Pattern", "Layout2"}));
+}
+
+// The page set-up members write the codes a CAD program writes for that
+// set-up: the paper's size from its name, limits and the layout's own view
+// following the paper, the device description dropped; a name without a
+// size or a value out of range changes nothing.
+TEST(LayoutsTest, PageSetupWritesThePlotSettings) {
+  test::Session s(test::TestdataPath("example.dxf"));
+  host::LayoutPtr sheet = *(*s.doc->Layouts())->Add("Sheet");
+  ASSERT_TRUE(sheet->SetConfigName("DWG To PDF.pc3").ok());
+  ASSERT_TRUE(
+      sheet->SetCanonicalMediaName("ISO_full_bleed_A1_(841.00_x_594.00_MM)")
+          .ok());
+  ASSERT_TRUE(sheet->SetStyleSheet("monochrome.ctb").ok());
+  ASSERT_TRUE(sheet->SetPlotRotation(0).ok());
+  ASSERT_TRUE(sheet->SetCenterPlot(true).ok());
+  ASSERT_TRUE(sheet->SetUseStandardScale(true).ok());
+  ASSERT_TRUE(sheet->SetStandardScale(host::kScale1To1).ok());
+  ASSERT_TRUE(sheet->RefreshPlotDeviceInfo().ok());
+  EXPECT_EQ(*sheet->ConfigName(), "DWG To PDF.pc3");
+  EXPECT_EQ(*sheet->StyleSheet(), "monochrome.ctb");
+  EXPECT_TRUE(*sheet->CenterPlot());
+  EXPECT_TRUE(*sheet->UseStandardScale());
+  EXPECT_EQ(*sheet->StandardScale(), host::kScale1To1);
+  host::PaperSize size = *sheet->GetPaperSize();
+  EXPECT_EQ(size.width, 841);
+  EXPECT_EQ(size.height, 594);
+
+  EXPECT_EQ(sheet->SetCanonicalMediaName("A4").code(),
+            StatusCode::kInvalidArgument);
+  EXPECT_EQ(sheet->SetPlotRotation(4).code(), StatusCode::kInvalidArgument);
+  EXPECT_EQ(sheet->SetStandardScale(33).code(), StatusCode::kInvalidArgument);
+  EXPECT_EQ(*sheet->CanonicalMediaName(),
+            "ISO_full_bleed_A1_(841.00_x_594.00_MM)");
+  EXPECT_EQ(*sheet->PlotRotation(), 0);
+  ASSERT_TRUE(sheet->SetCenterPlot(false).ok());
+  EXPECT_FALSE(*sheet->CenterPlot());
+  ASSERT_TRUE(sheet->SetCenterPlot(true).ok());
+
+  std::string out = test::ScratchDir() + "/page_setup.dxf";
+  ASSERT_TRUE(s.doc->SaveAs(out, 65).ok());
+  EXPECT_EQ(test::CheckDxf(out, test::kExampleProblems), "");
+  testing::ShellRun check = testing::RunShell(
+      testing::PythonCommand() +
+      "-c \"import ezdxf,sys; d=ezdxf.readfile(sys.argv[1]);"
+      " l=d.layouts.get('Sheet'); p=l.dxf_layout.dxf;"
+      " got=(p.plot_configuration_file, p.paper_size, p.paper_width,"
+      " p.paper_height, p.plot_rotation, p.plot_type,"
+      " p.standard_scale_type, p.current_style_sheet, p.plot_paper_units,"
+      " p.plot_layout_flags & (4 | 16), p.scale_numerator,"
+      " p.scale_denominator, p.left_margin, p.top_margin,"
+      " tuple(p.limmax)[:2]);"
+      " want=('DWG To PDF.pc3', 'ISO_full_bleed_A1_(841.00_x_594.00_MM)',"
+      " 841, 594, 0, 5, 16, 'monochrome.ctb', 1, 20, 1, 1, 0, 0,"
+      " (841, 594));"
+      " assert got == want, got;"
+      " assert not l.dxf_layout.has_xdata('ACAD_PSEXT');"
+      " v=[v for v in l.query('VIEWPORT') if v.dxf.id == 1][0];"
+      " assert tuple(v.dxf.center)[:2] == (420.5, 297), v.dxf.center;"
+      " p0=d.layouts.get('Pattern').dxf_layout.dxf;"
+      " assert (p0.plot_configuration_file, p0.paper_size) =="
+      " ('Adobe PDF', 'A3')\" " +
+      testing::ShellQuote(out) + " 2>&1");
+  EXPECT_EQ(check.status, 0) << check.out;
 }
 
 // ---------------------------------------------------------------- blocks

@@ -17,6 +17,14 @@ namespace lmt::host {
 
 // PlotType value that plots the whole layout.
 inline constexpr int32_t kPlotLayout = 5;
+// StandardScale value for 1:1 (the automation interface's ac1_1).
+inline constexpr int32_t kScale1To1 = 16;
+
+// The paper as the device feeds it, unrotated, in millimetres.
+struct PaperSize {
+  double width = 0;
+  double height = 0;
+};
 
 // One tab of the drawing.
 class Layout : public Object {
@@ -56,6 +64,69 @@ class Layout : public Object {
     return Gated("Layout.SetTabOrder", [&] { return DoSetTabOrder(order); });
   }
 
+  // Page setup. The plot device ("DWG To PDF.pc3", a printer's name).
+  Result<std::string> ConfigName() const {
+    return Gated("Layout.ConfigName", [&] { return DoConfigName(); });
+  }
+  Status SetConfigName(std::string_view name) {
+    return Gated("Layout.SetConfigName", [&] { return DoSetConfigName(name); });
+  }
+  // The paper by the device's own name for it (host/paper_media.h).
+  Result<std::string> CanonicalMediaName() const {
+    return Gated("Layout.CanonicalMediaName",
+                 [&] { return DoCanonicalMediaName(); });
+  }
+  Status SetCanonicalMediaName(std::string_view name) {
+    return Gated("Layout.SetCanonicalMediaName",
+                 [&] { return DoSetCanonicalMediaName(name); });
+  }
+  // The plot style table ("monochrome.ctb"); empty for none.
+  Result<std::string> StyleSheet() const {
+    return Gated("Layout.StyleSheet", [&] { return DoStyleSheet(); });
+  }
+  Status SetStyleSheet(std::string_view name) {
+    return Gated("Layout.SetStyleSheet", [&] { return DoSetStyleSheet(name); });
+  }
+  // 0 = fit, kScale1To1 = 1:1 (the automation interface's numbering).
+  Result<int32_t> StandardScale() const {
+    return Gated("Layout.StandardScale", [&] { return DoStandardScale(); });
+  }
+  Status SetStandardScale(int32_t scale) {
+    return Gated("Layout.SetStandardScale",
+                 [&] { return DoSetStandardScale(scale); });
+  }
+  Result<bool> UseStandardScale() const {
+    return Gated("Layout.UseStandardScale",
+                 [&] { return DoUseStandardScale(); });
+  }
+  Status SetUseStandardScale(bool use) {
+    return Gated("Layout.SetUseStandardScale",
+                 [&] { return DoSetUseStandardScale(use); });
+  }
+  Result<bool> CenterPlot() const {
+    return Gated("Layout.CenterPlot", [&] { return DoCenterPlot(); });
+  }
+  Status SetCenterPlot(bool center) {
+    return Gated("Layout.SetCenterPlot",
+                 [&] { return DoSetCenterPlot(center); });
+  }
+  // 0, 1 = 90 degrees, 2 = 180, 3 = 270 (counter-clockwise).
+  Result<int32_t> PlotRotation() const {
+    return Gated("Layout.PlotRotation", [&] { return DoPlotRotation(); });
+  }
+  Status SetPlotRotation(int32_t rotation) {
+    return Gated("Layout.SetPlotRotation",
+                 [&] { return DoSetPlotRotation(rotation); });
+  }
+  Result<PaperSize> GetPaperSize() const {
+    return Gated("Layout.GetPaperSize", [&] { return DoGetPaperSize(); });
+  }
+  // Makes the host read the device's papers again after ConfigName changed.
+  Status RefreshPlotDeviceInfo() {
+    return Gated("Layout.RefreshPlotDeviceInfo",
+                 [&] { return DoRefreshPlotDeviceInfo(); });
+  }
+
  protected:
   using Object::Object;
 
@@ -84,6 +155,54 @@ class Layout : public Object {
   }
   virtual Status DoSetTabOrder(int32_t /*order*/) {
     return Unsupported("Layout.SetTabOrder");
+  }
+  virtual Result<std::string> DoConfigName() const {
+    return Unsupported("Layout.ConfigName");
+  }
+  virtual Status DoSetConfigName(std::string_view /*name*/) {
+    return Unsupported("Layout.SetConfigName");
+  }
+  virtual Result<std::string> DoCanonicalMediaName() const {
+    return Unsupported("Layout.CanonicalMediaName");
+  }
+  virtual Status DoSetCanonicalMediaName(std::string_view /*name*/) {
+    return Unsupported("Layout.SetCanonicalMediaName");
+  }
+  virtual Result<std::string> DoStyleSheet() const {
+    return Unsupported("Layout.StyleSheet");
+  }
+  virtual Status DoSetStyleSheet(std::string_view /*name*/) {
+    return Unsupported("Layout.SetStyleSheet");
+  }
+  virtual Result<int32_t> DoStandardScale() const {
+    return Unsupported("Layout.StandardScale");
+  }
+  virtual Status DoSetStandardScale(int32_t /*scale*/) {
+    return Unsupported("Layout.SetStandardScale");
+  }
+  virtual Result<bool> DoUseStandardScale() const {
+    return Unsupported("Layout.UseStandardScale");
+  }
+  virtual Status DoSetUseStandardScale(bool /*use*/) {
+    return Unsupported("Layout.SetUseStandardScale");
+  }
+  virtual Result<bool> DoCenterPlot() const {
+    return Unsupported("Layout.CenterPlot");
+  }
+  virtual Status DoSetCenterPlot(bool /*center*/) {
+    return Unsupported("Layout.SetCenterPlot");
+  }
+  virtual Result<int32_t> DoPlotRotation() const {
+    return Unsupported("Layout.PlotRotation");
+  }
+  virtual Status DoSetPlotRotation(int32_t /*rotation*/) {
+    return Unsupported("Layout.SetPlotRotation");
+  }
+  virtual Result<PaperSize> DoGetPaperSize() const {
+    return Unsupported("Layout.GetPaperSize");
+  }
+  virtual Status DoRefreshPlotDeviceInfo() {
+    return Unsupported("Layout.RefreshPlotDeviceInfo");
   }
 };
 

@@ -99,6 +99,12 @@ CreationPlan MakePlan(host::Session& session, const frames::FrameTable& table,
   if (Result<std::string> name = document.Name(); name.ok()) drawing = *name;
   plan.frames = PlanRun(table, plan.params, drawing);
   plan.existing_layouts = LayoutNames(document);
+  if (plan.settings.page_setup.apply) {
+    for (const FramePlan& frame : plan.frames) {
+      plan.papers.push_back(
+          PaperForSheet(plan.settings.page_setup, frame.viewport));
+    }
+  }
   return plan;
 }
 
@@ -255,7 +261,8 @@ class Run {
       }
     }
     Result<host::LayoutsPtr> layouts = document_.Layouts();
-    for (const FramePlan& plan : plans) {
+    for (size_t i = 0; i < plans.size(); ++i) {
+      const FramePlan& plan = plans[i];
       user_.SetProgressValue(plan.row);
       user_.PumpEvents();
       Result<host::LayoutPtr> layout =
@@ -277,6 +284,11 @@ class Run {
       if (params.plot_layout) {
         skips.Record(name, "plot type",
                      (*layout)->SetPlotType(host::kPlotLayout));
+      }
+      // After the pattern's page set-up is copied, so that this one wins.
+      if (i < plan_.papers.size()) {
+        ApplyPageSetup(**layout, name, settings_.page_setup, plan_.papers[i],
+                       skips);
       }
       if (settings_.text.create) {
         CreateSheetText(document_, settings_.text, plan.sheet, skips);

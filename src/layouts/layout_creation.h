@@ -38,6 +38,7 @@
 #include "host/outcome.h"
 #include "host/session.h"
 #include "host/skip_log.h"
+#include "layouts/page_setup.h"
 #include "layouts/run_plan.h"
 #include "layouts/run_settings.h"
 
@@ -80,6 +81,9 @@ struct CreationPlan {
   CreationParameters params;  // settings.params for this family
   std::vector<FramePlan> frames;
   std::vector<std::string> existing_layouts;  // "Model" included
+  // The page set-up's paper of each entry of `frames`; empty when the
+  // set-up is off.
+  std::vector<SheetPaper> papers;
 };
 
 // Connects as CreateLayouts does and plans the run over `table` without

@@ -96,6 +96,7 @@ RunSettings ReadRunSettings(const core::Windows& windows, bool decimal_comma) {
   r.insert.rotation =
       FieldToNumber(v.text_vstavka_povorot.text(), decimal_comma);
   r.insert.layer = v.text_vstavka_sloi.text();
+  r.page_setup = ReadPageSetupSettings(windows, decimal_comma);
   return r;
 }
 

@@ -13,6 +13,7 @@
 
 #include "core/windows.h"
 #include "layouts/creation_parameters.h"
+#include "layouts/page_setup.h"
 #include "layouts/sheet_texts.h"
 
 namespace lmt::layouts {
@@ -74,6 +75,7 @@ struct RunSettings {
   SheetTextSettings text;
   AttributeSettings attributes;
   InsertSettings insert;
+  PageSetupSettings page_setup;  // OknoIzmenitPrinter
 };
 
 // The controls of OknoSozdatLayout as typed.

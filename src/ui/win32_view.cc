@@ -685,6 +685,8 @@ void Win32View::AfterChange(Form& f) {
   if (auto* main = dynamic_cast<core::OknoLmt*>(f.model)) main->UpdateEnabled();
   if (auto* parameters = dynamic_cast<core::OknoSozdatLayout*>(f.model))
     parameters->UpdateEnabled();
+  if (auto* printer = dynamic_cast<core::OknoIzmenitPrinter*>(f.model))
+    printer->UpdateEnabled();
   Refresh(*f.model);
 }
 
