@@ -25,7 +25,8 @@ std::vector<Window*> LanguageOrder(Windows& w) {
           &w.okno_deistvie,
           &w.okno_sozdat_layout,
           &w.okno_name_layouts,
-          &w.okno_sort_layouts, &w.okno_vstavit_object,
+          &w.okno_sort_layouts,
+          &w.okno_vstavit_object,
           &w.okno_izmenit_printer};
 }
 

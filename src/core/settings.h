@@ -43,8 +43,8 @@ enum class SettingsBlock {
   kReplaceText,
   kImport,
   kSortLayouts,  // OknoSortLayouts: written when it sorts
-  kInsertion,  // OknoVstavitObject: written on confirmation
-  kPrinter,  // OknoIzmenitPrinter: written on confirmation
+  kInsertion,    // OknoVstavitObject: written on confirmation
+  kPrinter,      // OknoIzmenitPrinter: written on confirmation
 };
 
 struct SettingEntry {

@@ -142,13 +142,12 @@ TEST_F(SettingsTest, EverythingRoundTripsExceptTheValueModes) {
   printer.option_vid_bumaga.Select(1);
   printer.text_name_bumaga.set_text("A1 (841 x 594 мм)");
   printer.check_centr_pechati.set_checked(false);
-  for (auto block :
-       {SettingsBlock::kMainWindow, SettingsBlock::kOption,
-        SettingsBlock::kCreationParameters, SettingsBlock::kCreationActions,
-        SettingsBlock::kRunScript, SettingsBlock::kRunLisp,
-        SettingsBlock::kReplaceAttributes, SettingsBlock::kReplaceText,
-        SettingsBlock::kImport, SettingsBlock::kInsertion,
-        SettingsBlock::kPrinter}) {
+  for (auto block : {SettingsBlock::kMainWindow, SettingsBlock::kOption,
+                     SettingsBlock::kCreationParameters,
+                     SettingsBlock::kCreationActions, SettingsBlock::kRunScript,
+                     SettingsBlock::kRunLisp, SettingsBlock::kReplaceAttributes,
+                     SettingsBlock::kReplaceText, SettingsBlock::kImport,
+                     SettingsBlock::kInsertion, SettingsBlock::kPrinter}) {
     ASSERT_TRUE(WriteSettings(file_, windows_, block).ok());
   }
   auto expected = Snapshot(windows_);

@@ -24,7 +24,8 @@ std::vector<Window*> Windows::Secondary() {
           &okno_deistvie,
           &okno_sozdat_layout,
           &okno_name_layouts,
-          &okno_sort_layouts, &okno_vstavit_object,
+          &okno_sort_layouts,
+          &okno_vstavit_object,
           &okno_izmenit_printer};
 }
 

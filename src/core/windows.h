@@ -13,8 +13,8 @@
 #include "core/insert_window.h"
 #include "core/layout_windows.h"
 #include "core/main_window.h"
-#include "core/sort_layouts_window.h"
 #include "core/printer_window.h"
+#include "core/sort_layouts_window.h"
 #include "core/utility_windows.h"
 #include "core/window.h"
 
