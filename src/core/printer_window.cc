@@ -6,7 +6,7 @@ namespace {
 constexpr CaptionEntry kCaptions[] = {
     {"OknoIzmenitPrinter", "Printer Settings", "Настройки принтера"},
     {"TXTNamePrinter", "Plotter / printer:", "Плоттер / принтер:"},
-    {"FrameBumaga", "Paper", "Бумага"},
+    {"FrameVidBumaga", "Paper", "Бумага"},
     {"OptionVidBumaga0", "By frame size (ISO A4 - A0 and extended)",
      "По размеру рамки (ISO A4 - A0 и дополнительные)"},
     {"OptionVidBumaga1", "Fixed", "Постоянная"},

@@ -160,7 +160,11 @@ std::vector<ExtraButton> ExtraButtonsOf(std::string_view window_name) {
             {"Command_PeremestitStrokuNaPervii", "^^"},
             {"Command_PeremestitStrokuVverh", "^"},
             {"Command_PeremestitStrokuVniz", "v"},
-            {"Command_UdalitStroku", "X"}};
+            {"Command_UdalitStroku", "X"},
+            // Highlighting the table's frames, and removing it: buttons
+            // without a caption of their own, marked as outlines.
+            {"Command_VidelitRamki", "[#]"},
+            {"Command_NeVidelitRamki", "[ ]"}};
   }
   return {};
 }

@@ -53,7 +53,8 @@ struct ExtraButton {
   std::string_view name;
   std::string_view text;
 };
-// The row buttons of the main window and its pattern-layout chooser.
+// The row buttons of the main window, its pattern-layout chooser and its
+// highlighting buttons.
 std::vector<ExtraButton> ExtraButtonsOf(std::string_view window_name);
 
 // The elements of `model` in order, before placing.

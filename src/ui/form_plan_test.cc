@@ -67,7 +67,7 @@ TEST(FormPlanTest, FieldsFollowTheLabelsThatNameThem) {
     ++buttons;
     EXPECT_TRUE(e.name.starts_with("Command_")) << e.name;
   }
-  EXPECT_EQ(buttons, 14 + 5);
+  EXPECT_EQ(buttons, 15 + 7);
 }
 
 TEST(FormPlanTest, PlacementKeepsFramesWholeAndNothingOverlaps) {
