@@ -84,17 +84,25 @@ Status TextMethod(Call& call) {
 }
 
 // Runs the command at once, or queues it when the server plays a program
-// that runs commands when idle.
+// that runs commands when idle; Lisp loads, loaded commands and imports are
+// the server's own (program_commands.h), the rest the embedded host's.
 Status SendCommand(Call& call) {
   Document* self = Self<Document>(call);
   if (self == nullptr) return Status::NotSupported("not a document");
   Result<std::string> text = Arg<std::string>(call, 0);
   if (!text.ok()) return text.status();
-  if (!call.server.defers_commands()) return self->SendCommand(*text);
   host::ObjectPtr keep = call.self_ptr;
-  call.server.QueueCommand([keep, command = *text] {
-    return static_cast<Document&>(*keep).SendCommand(command);
-  });
+  Server* server = &call.server;
+  auto run = [keep, server, command = *text] {
+    Document& document = static_cast<Document&>(*keep);
+    if (std::optional<Status> done =
+            RunProgramCommand(server->lisp_commands(), document, command)) {
+      return *done;
+    }
+    return document.SendCommand(command);
+  };
+  if (!call.server.defers_commands()) return run();
+  call.server.QueueCommand(std::move(run));
   return Status();
 }
 
@@ -354,6 +362,8 @@ constexpr Member kDocument[] = {
     {L"Layouts", &Prop<Database, &Database::Layouts>},
     {L"CopyObjects", &CopyObjects},
     {L"ObjectIdToObject", &ObjectIdToObject},
+    {L"RegisteredApplications", &RegisteredApplications},
+    {L"Views", &Views},
     {L"Name", &AnyKind<&Prop<Document, &Document::Name>,
                        &Prop<DbxDocument, &DbxDocument::Name>>},
     {L"FullName", &Prop<Document, &Document::FullName>},

@@ -1,5 +1,10 @@
 // Entities: the members of every kind in one table.
+#include <string>
+#include <variant>
+#include <vector>
+
 #include "automation/members.h"
+#include "automation/server.h"
 #include "automation/tables.h"
 
 namespace lmt::automation {
@@ -70,6 +75,75 @@ Status Display(Call& call) {
   return self->Display(*on);
 }
 
+// The two XData arrays as the programs' type library types them: VT_I2
+// group codes and VT_VARIANT values (directly or by reference), of one
+// length.
+Result<host::SelectionFilter> XDataArgs(Call& call, size_t index) {
+  if (call.args.size() < index + 2) return MissingArgument(call.args.size());
+  constexpr VARTYPE kTypes[] = {VT_ARRAY | VT_I2, VT_ARRAY | VT_VARIANT};
+  for (size_t i = 0; i < 2; ++i) {
+    if ((V_VT(call.args[index + i]) & ~VT_BYREF) != kTypes[i]) {
+      return Status::InvalidArgument("argument " +
+                                     std::to_string(index + i + 1) +
+                                     (i == 0 ? " must be an array of short"
+                                             : " must be an array of "
+                                               "variants"));
+    }
+  }
+  return comhost::ReadFilter(*call.args[index], *call.args[index + 1]);
+}
+
+// SetXData(XDataType, XDataValue): the application's name first (1001),
+// which must have been registered in the drawing, then its data. This
+// server keeps strings (1000) only; the name alone removes the data.
+Status SetXData(Call& call) {
+  Entity* self = Self<Entity>(call);
+  if (self == nullptr) return Status::NotSupported("not an entity");
+  Result<host::SelectionFilter> data = XDataArgs(call, 0);
+  if (!data.ok()) return data.status();
+  const auto* app =
+      data->empty() ? nullptr : std::get_if<std::string>(&data->values[0]);
+  if (app == nullptr || data->codes[0] != 1001) {
+    return Status::InvalidArgument("extended data start with 1001 and a name");
+  }
+  if (!call.server.IsRegistered(*app)) {
+    return Status::InvalidArgument("application \"" + *app +
+                                   "\" is not registered in the drawing");
+  }
+  std::vector<std::string> strings;
+  for (size_t i = 1; i < data->size(); ++i) {
+    const auto* text = std::get_if<std::string>(&data->values[i]);
+    if (data->codes[i] != 1000 || text == nullptr) {
+      return Status::NotSupported("this server keeps strings (1000) only");
+    }
+    strings.push_back(*text);
+  }
+  return self->SetXData(*app, strings);
+}
+
+// GetXData(AppName, XDataType, XDataValue): both arrays out, left empty
+// when the object has no data of that application.
+Status GetXData(Call& call) {
+  Entity* self = Self<Entity>(call);
+  if (self == nullptr) return Status::NotSupported("not an entity");
+  Result<std::string> app = Arg<std::string>(call, 0);
+  if (!app.ok()) return app.status();
+  if (app->empty()) {
+    return Status::NotSupported("this server reads one application's data");
+  }
+  Result<std::vector<std::string>> strings = self->GetXData(*app);
+  if (!strings.ok()) return strings.status();
+  comhost::ScopedVariant codes, values;
+  if (!strings->empty()) {
+    host::SelectionFilter data;
+    data.Add(1001, *app);
+    for (const std::string& text : *strings) data.Add(1000, text);
+    comhost::FilterVariants(data, codes, values);
+  }
+  if (Status s = SetOut(call, 1, std::move(codes)); !s.ok()) return s;
+  return SetOut(call, 2, std::move(values));
+}
+
 constexpr Member kMembers[] = {
     {L"ObjectName", &Prop<Entity, &Entity::ObjectName>},
     {L"ObjectID", &Prop<Entity, &Entity::ObjectID>},
@@ -85,6 +159,8 @@ constexpr Member kMembers[] = {
     {L"Copy", &Copy},
     {L"Move", &Move},
     {L"Update", &Action<Entity, &Entity::Update>},
+    {L"GetXData", &GetXData},
+    {L"SetXData", &SetXData},
     // Polyline
     {L"Coordinates", &Prop<Polyline, &Polyline::Coordinates>},
     {L"Coordinate", &Coordinate},

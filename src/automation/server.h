@@ -13,9 +13,12 @@
 #include <deque>
 #include <functional>
 #include <memory>
+#include <set>
 #include <string>
+#include <string_view>
 #include <vector>
 
+#include "automation/program_commands.h"
 #include "core/status.h"
 #include "host/host_kind.h"
 #include "host/object.h"
@@ -107,6 +110,14 @@ class Server {
   // Ends the message loop (the object model's Application.Quit).
   void Quit();
 
+  // Application names the client registered (RegisteredApplications.Add),
+  // without regard to case: extended data of any other name is refused.
+  void RegisterApplication(std::string_view name);
+  bool IsRegistered(std::string_view name) const;
+
+  // The commands the Lisp files loaded so far defined.
+  LispCommands& lisp_commands() { return lisp_commands_; }
+
  private:
   host::HostKind kind_;
   DWORD thread_id_;
@@ -121,6 +132,8 @@ class Server {
   std::vector<std::function<Status()>> queued_commands_;
   int calls_since_queued_ = 0;
   std::vector<PlotCall> plot_calls_;
+  std::set<std::string> applications_;  // upper case
+  LispCommands lisp_commands_;
 };
 
 }  // namespace lmt::automation

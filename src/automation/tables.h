@@ -31,6 +31,11 @@ extern const ClassTable kApplicationTable;
 // An object with no members (a class the server does not serve).
 extern const ClassTable kEmptyTable;
 
+// Members of the drawing that hand out collections the embedded host does
+// not model as objects (document_collections.cc).
+Status RegisteredApplications(Call& call);
+Status Views(Call& call);
+
 }  // namespace lmt::automation
 
 #endif  // LMT_AUTOMATION_TABLES_H_

@@ -1,6 +1,8 @@
 // The application, its preferences and documents, the database members
 // every drawing has, the tiled viewport and Utility, over IDispatch.
 #include <chrono>
+#include <cmath>
+#include <numbers>
 #include <utility>
 
 #include "comhost/com_application.h"
@@ -222,6 +224,86 @@ class ComDatabaseT : public Base, public ComObject {
     }
     return out;
   }
+  // Named views: the drawing's Views collection (Add, Item) and the View's
+  // own Delete, Center (a 2D point), Height, Width, Direction and Target.
+  // https://help.autodesk.com/cloudhelp/2015/ENU/AutoCAD-ActiveX/files/GUID-DD4ED21D-EF6A-4FAD-99C5-3A08BEF12101.htm
+  // https://help.autodesk.com/cloudhelp/2016/ITA/AutoCAD-ActiveX/files/GUID-1B9C7D36-0905-4C20-84C5-53714379B811.htm
+  // A program answers Item of a name it lacks with an error of its own
+  // choosing; a real failure shows when the view is then added.
+  Result<bool> DoHasView(std::string_view name) const override {
+    Result<ComPtr<IDispatch>> views = GetDispatch("Views");
+    if (!views.ok()) return views.status();
+    Result<ComPtr<IDispatch>> view = ViewItem(views->get(), name);
+    if (view.ok()) return true;
+    switch (view.status().code()) {
+      case StatusCode::kNotFound:
+      case StatusCode::kInvalidArgument:
+      case StatusCode::kRefused:
+        return false;
+      default:
+        return view.status();
+    }
+  }
+  // TwistAngle is a member of PViewport only
+  // (https://help.autodesk.com/cloudhelp/2016/CHS/AutoCAD-ActiveX/files/GUID-37481065-7A7F-46D7-84E5-B1BB072CFF36.htm):
+  // a turned frame's view cannot be made through the View object, so it is
+  // refused rather than made unturned. A view of the same name is deleted
+  // and made anew. The view looks straight down at the origin, so Center
+  // is the world point in the middle.
+  Status DoSetView(const host::NamedView& view) override {
+    const double turn = std::remainder(view.twist, 2 * std::numbers::pi);
+    if (std::abs(turn) > 1e-9) {
+      return Status::NotSupported(
+          "the program's views have no twist: a turned frame gets no view");
+    }
+    Result<ComPtr<IDispatch>> views = GetDispatch("Views");
+    if (!views.ok()) return views.status();
+    if (Result<ComPtr<IDispatch>> old = ViewItem(views->get(), view.name);
+        old.ok()) {
+      if (Status s = Invoke(*shared().context, old->get(), "View", "Delete",
+                            CallKind::kGet)
+                         .status();
+          !s.ok()) {
+        return s;
+      }
+    }
+    Result<ScopedVariant> added =
+        Invoke(*shared().context, views->get(), "Views", "Add", CallKind::kGet,
+               Args(TextVariant(view.name)));
+    if (!added.ok()) return added.status();
+    Result<ComPtr<IDispatch>> made = ReadDispatch(*added->get());
+    if (!made.ok()) return made.status();
+    if (!*made) return Status::Refused("Views.Add gave no view");
+    auto put = [&](std::string_view member, ScopedVariant value) {
+      return Invoke(*shared().context, made->get(), "View", member,
+                    CallKind::kPut, Args(std::move(value)))
+          .status();
+    };
+    if (Status s = put("Direction", PointVariant(Point{0, 0, 1})); !s.ok()) {
+      return s;
+    }
+    if (Status s = put("Target", PointVariant(Point{0, 0, 0})); !s.ok()) {
+      return s;
+    }
+    if (Status s =
+            put("Center", DoublesVariant({view.center.x, view.center.y}));
+        !s.ok()) {
+      return s;
+    }
+    if (Status s = put("Height", R8Variant(view.height)); !s.ok()) return s;
+    return put("Width", R8Variant(view.width));
+  }
+  // Extended data must name an application registered in the drawing;
+  // Add leaves one already there as it is. RegisteredApplications:
+  // https://help.autodesk.com/cloudhelp/2021/ENU/AutoCAD-ActiveX-Reference/files/GUID-606BE79B-6E2C-4BAB-BFF7-F54B7167F96C.htm
+  // https://help.autodesk.com/cloudhelp/2015/ENU/AutoCAD-ActiveX/files/GUID-62AD8980-F707-4906-8640-B3C54E9FC3F4.htm
+  Status DoRegisterApplication(std::string_view name) override {
+    Result<ComPtr<IDispatch>> apps = GetDispatch("RegisteredApplications");
+    if (!apps.ok()) return apps.status();
+    return Invoke(*shared().context, apps->get(), "RegisteredApplications",
+                  "Add", CallKind::kGet, Args(TextVariant(name)))
+        .status();
+  }
   Result<host::ObjectPtr> DoObjectIdToObject(uint64_t id) const override {
     // VT_I8 carries the id's 64 bits; the CAD program reads them back the
     // same way.
@@ -229,6 +311,16 @@ class ComDatabaseT : public Base, public ComObject {
         GetDispatch("ObjectIdToObject",
                     Args(I8Variant(static_cast<int64_t>(id)))),
         shared(), WrapAnyObject);
+  }
+
+ private:
+  Result<ComPtr<IDispatch>> ViewItem(IDispatch* views,
+                                     std::string_view name) const {
+    Result<ScopedVariant> item =
+        Invoke(*shared().context, views, "Views", "Item", CallKind::kGet,
+               Args(TextVariant(name)));
+    if (!item.ok()) return item.status();
+    return ReadDispatch(*item->get());
   }
 };
 

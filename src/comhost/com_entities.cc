@@ -1,6 +1,9 @@
 // Entities over IDispatch: the Entity members once (ComEntityT), each kind's
 // own members in its class, and the choice of class by ObjectName.
+#include <string>
 #include <utility>
+#include <variant>
+#include <vector>
 
 #include "comhost/com_object.h"
 #include "host/entity.h"
@@ -73,6 +76,44 @@ class ComEntityT : public Base, public ComObject {
     return Do("Move", std::move(args));
   }
   Status DoUpdate() override { return Do("Update"); }
+  // Extended data travel as two parallel arrays, VT_I2 group codes and
+  // VT_VARIANT values, the application's name first under 1001 and its
+  // strings under 1000. SetXData:
+  // https://help.autodesk.com/cloudhelp/2016/ENU/AutoCAD-ActiveX/files/GUID-EF0393EC-8446-4989-8C72-F3AE49D81176.htm
+  // GetXData fills both arrays through out VARIANTs and leaves them empty
+  // when the object has no data of that application:
+  // https://help.autodesk.com/cloudhelp/2016/CHS/AutoCAD-ActiveX/files/GUID-330FCA31-A2A9-47F0-972D-6915B6B98426.htm
+  Result<std::vector<std::string>> DoGetXData(
+      std::string_view application) const override {
+    ScopedVariant types, values;
+    std::vector<ScopedVariant> args;
+    args.push_back(TextVariant(application));
+    args.push_back(RefVariant(types));
+    args.push_back(RefVariant(values));
+    if (Status s = Do("GetXData", std::move(args)); !s.ok()) return s;
+    std::vector<std::string> strings;
+    if (types.type() == VT_EMPTY && values.type() == VT_EMPTY) return strings;
+    Result<host::SelectionFilter> data =
+        ReadFilter(*types.get(), *values.get());
+    if (!data.ok()) return data.status();
+    for (size_t i = 0; i < data->size(); ++i) {
+      if (data->codes[i] != 1000) continue;
+      if (const auto* text = std::get_if<std::string>(&data->values[i])) {
+        strings.push_back(*text);
+      }
+    }
+    return strings;
+  }
+  // The name alone (no strings) removes the application's data.
+  Status DoSetXData(std::string_view application,
+                    const std::vector<std::string>& strings) override {
+    host::SelectionFilter data;
+    data.Add(1001, std::string(application));
+    for (const std::string& text : strings) data.Add(1000, text);
+    std::vector<ScopedVariant> args(2);
+    FilterVariants(data, args[0], args[1]);
+    return Do("SetXData", std::move(args));
+  }
 
   static std::vector<ScopedVariant> Args(ScopedVariant a) {
     std::vector<ScopedVariant> args;

@@ -63,6 +63,46 @@ class DatabaseImpl : public Base {
     if (Status s = Live(); !s.ok()) return s;
     return d_->doc->FindTableEntry("VIEW", d_->Encode(name)).valid();
   }
+  // A view looks at its target (12) with its centre (10) in its own
+  // rotated axes; the plan views made here and by SetView keep that at 0.
+  Result<std::vector<host::NamedView>> DoViews() const override {
+    if (Status s = Live(); !s.ok()) return s;
+    std::vector<host::NamedView> views;
+    const dxf::Table* table = d_->doc->table("VIEW");
+    if (table == nullptr) return views;
+    for (dxf::RecordId id : table->entries) {
+      const dxf::Entity e = d_->entity(id);
+      if (e.erased()) continue;
+      const dxf::Vec3 target = e.GetPoint(12);
+      const dxf::Vec3 centre = e.GetPoint(10);
+      host::NamedView view;
+      view.name = d_->Decode(e.GetString(2));
+      view.center =
+          host::Point{target.x + centre.x, target.y + centre.y, target.z};
+      view.height = e.GetDouble(40);
+      view.width = e.GetDouble(41);
+      view.twist = e.GetDouble(50) * std::numbers::pi / 180.0;
+      views.push_back(std::move(view));
+    }
+    return views;
+  }
+  Status DoDeleteView(std::string_view name) override {
+    if (Status s = Live(); !s.ok()) return s;
+    dxf::Entity e = d_->doc->FindTableEntry("VIEW", d_->Encode(name));
+    if (!e.valid() || e.erased()) {
+      return Status::NotFound("no view is named \"" + std::string(name) + "\"");
+    }
+    d_->doc->Erase(e);
+    return Status();
+  }
+  Status DoRegisterApplication(std::string_view name) override {
+    if (Status s = Live(); !s.ok()) return s;
+    const std::string app = d_->Encode(name);
+    if (app.empty()) {
+      return Status::InvalidArgument("an application name is needed");
+    }
+    return RegisterApplication(*d_, app);
+  }
   Status DoSetView(const host::NamedView& view) override {
     if (Status s = Live(); !s.ok()) return s;
     dxf::Document& doc = *d_->doc;

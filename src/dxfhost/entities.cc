@@ -14,6 +14,29 @@
 #include "dxfhost/geometry.h"
 
 namespace lmt::dxfhost {
+
+// XDATA names an application of the APPID table; a CAD program refuses a
+// drawing whose XDATA names one that is not there.
+Status RegisterApplication(Drawing& d, const std::string& app) {
+  dxf::Document& doc = *d.doc;
+  if (doc.FindTableEntry("APPID", app).valid()) return Status();
+  if (doc.table("APPID") == nullptr) {
+    return Status::NotSupported("the drawing has no APPID table");
+  }
+  std::vector<dxf::Tag> tags;
+  tags.push_back(doc.MakeTag(0, "APPID"));
+  if (!doc.IsR12()) {
+    tags.push_back(doc.MakeTag(100, "AcDbSymbolTableRecord"));
+    tags.push_back(doc.MakeTag(100, "AcDbRegAppTableRecord"));
+  }
+  tags.push_back(doc.MakeTag(2, app));
+  tags.push_back(doc.MakeTag(70, "0"));
+  if (!doc.AddTableEntry("APPID", std::move(tags)).valid()) {
+    return Status::Refused("the application name could not be registered");
+  }
+  return Status();
+}
+
 namespace {
 
 constexpr double kDeg = std::numbers::pi / 180.0;
@@ -246,7 +269,7 @@ class EntityImpl : public Base, public RecordHolder {
       break;
     }
     if (strings.empty()) return Status();
-    if (Status s = RegisterApplication(app); !s.ok()) return s;
+    if (Status s = RegisterApplication(D(), app); !s.ok()) return s;
     int at = static_cast<int>(e.tags().size());
     e.InsertTag(at++, 1001, app);
     for (const std::string& text : strings) {
@@ -254,28 +277,6 @@ class EntityImpl : public Base, public RecordHolder {
     }
     return Status();
   }
-  // XDATA names an application of the APPID table; a CAD program refuses
-  // a drawing whose XDATA names one that is not there.
-  Status RegisterApplication(const std::string& app) {
-    dxf::Document& doc = *D().doc;
-    if (doc.FindTableEntry("APPID", app).valid()) return Status();
-    if (doc.table("APPID") == nullptr) {
-      return Status::NotSupported("the drawing has no APPID table");
-    }
-    std::vector<dxf::Tag> tags;
-    tags.push_back(doc.MakeTag(0, "APPID"));
-    if (!doc.IsR12()) {
-      tags.push_back(doc.MakeTag(100, "AcDbSymbolTableRecord"));
-      tags.push_back(doc.MakeTag(100, "AcDbRegAppTableRecord"));
-    }
-    tags.push_back(doc.MakeTag(2, app));
-    tags.push_back(doc.MakeTag(70, "0"));
-    if (!doc.AddTableEntry("APPID", std::move(tags)).valid()) {
-      return Status::Refused("the application name could not be registered");
-    }
-    return Status();
-  }
-
   std::shared_ptr<Drawing> d_;
   dxf::RecordId id_;
 };

@@ -29,6 +29,9 @@ host::EntityPtr MakeEntity(const std::shared_ptr<Drawing>& d, dxf::RecordId id);
 // another drawing or host.
 dxf::RecordId RecordOf(const host::Entity& entity, const Drawing* drawing);
 
+// Adds `app` (encoded) to the drawing's APPID table unless it is there.
+Status RegisterApplication(Drawing& d, const std::string& app);
+
 }  // namespace lmt::dxfhost
 
 #endif  // LMT_DXFHOST_ENTITIES_H_

@@ -243,6 +243,21 @@ class Database : public Object {
   Status SetView(const NamedView& view) {
     return Gated("Database.SetView", [&] { return DoSetView(view); });
   }
+  // The named views, in the drawing's order.
+  Result<std::vector<NamedView>> Views() const {
+    return Gated("Database.Views", [&] { return DoViews(); });
+  }
+  // Removes the named view (without regard to case); kNotFound when there
+  // is none.
+  Status DeleteView(std::string_view name) {
+    return Gated("Database.DeleteView", [&] { return DoDeleteView(name); });
+  }
+  // Registers an application name for extended data (the drawing's
+  // registered applications); a name already there stays as it is.
+  Status RegisterApplication(std::string_view name) {
+    return Gated("Database.RegisterApplication",
+                 [&] { return DoRegisterApplication(name); });
+  }
 
  protected:
   using Object::Object;
@@ -281,6 +296,15 @@ class Database : public Object {
   }
   virtual Status DoSetView(const NamedView& /*view*/) {
     return Unsupported("Database.SetView");
+  }
+  virtual Result<std::vector<NamedView>> DoViews() const {
+    return Unsupported("Database.Views");
+  }
+  virtual Status DoDeleteView(std::string_view /*name*/) {
+    return Unsupported("Database.DeleteView");
+  }
+  virtual Status DoRegisterApplication(std::string_view /*name*/) {
+    return Unsupported("Database.RegisterApplication");
   }
 };
 

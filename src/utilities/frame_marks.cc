@@ -104,6 +104,11 @@ MarkReport HighlightFrames(host::Document& document,
     return report;
   }
   const bool on_layer = EnsureMarkLayer(document, report.skips);
+  // Some programs take extended data only of a registered application;
+  // others register it themselves, so a refusal here is told, not fatal.
+  if (Status s = document.RegisterApplication(kMarkApplication); !s.ok()) {
+    report.skips.Add(std::string(kMarkApplication), "register", s);
+  }
   for (int row = 1; row <= table.last_row(); ++row) {
     MarkRow(**model, table, row, on_layer, report);
   }

@@ -13,17 +13,23 @@
 #include <gtest/gtest.h>
 #include <objbase.h>
 // <objbase.h> brings in <windows.h>, whose GetObject macro would rename the
-// automation runtime's member in the headers below.
+// automation runtime's member in the headers below, and its ReplaceText
+// macro the batch function.
 #undef GetObject
+#undef ReplaceText
 
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <filesystem>
+#include <fstream>
 #include <string>
 #include <vector>
 
 #include "batch/batch_run.h"
+#include "batch/replace_run.h"
+#include "batch/run_import.h"
+#include "batch/run_lisp.h"
 #include "batch/run_script.h"
 #include "comhost/com_application.h"
 #include "comhost/com_object.h"
@@ -34,11 +40,13 @@
 #include "frames/frame_commands.h"
 #include "host/object_model.h"
 #include "host/session.h"
+#include "layouts/frame_views.h"
 #include "layouts/layout_creation.h"
 #include "layouts/layout_naming.h"
 #include "layouts/plot_sheets.h"
 #include "testing/scripted_user.h"
 #include "utilities/delete_outside_viewport.h"
+#include "utilities/frame_marks.h"
 #include "utilities/viewports_on_off.h"
 #undef GetObject
 
@@ -431,6 +439,390 @@ TEST_F(ComEndToEndTest, ScriptRunsOnAStrictProgram) {
   EXPECT_EQ(report.written.size(), 2u);
   EXPECT_TRUE(std::filesystem::exists(dir / "a(1).dxf"));
   EXPECT_TRUE(std::filesystem::exists(dir / "b(1).dxf"));
+}
+
+// The model's objects by handle, each with its layer and whether it carries
+// the highlighting's mark.
+struct ModelObject {
+  std::string handle;
+  std::string layer;
+  bool marked = false;
+  bool operator==(const ModelObject&) const = default;
+};
+std::vector<ModelObject> ModelObjects(host::Document& document) {
+  std::vector<ModelObject> out;
+  Result<host::BlockPtr> model = document.ModelSpace();
+  EXPECT_TRUE(model.ok());
+  if (!model.ok()) return out;
+  Result<std::vector<host::EntityPtr>> items = (*model)->Items();
+  EXPECT_TRUE(items.ok());
+  if (!items.ok()) return out;
+  for (const host::EntityPtr& entity : *items) {
+    Result<std::vector<std::string>> mark =
+        entity->GetXData(utilities::kMarkApplication);
+    EXPECT_TRUE(mark.ok()) << mark.status().ToString();
+    out.push_back({entity->Handle().value_or("?"),
+                   entity->Layer().value_or("?"), mark.ok() && !mark->empty()});
+  }
+  return out;
+}
+
+// Highlighting over COM against a strict program: an outline and a number
+// per frame, each with the mark, and their removal takes exactly those.
+TEST_F(ComEndToEndTest, HighlightingComesAndGoesOnAStrictProgram) {
+  host::ApplicationPtr program = Start("AutoCAD.Application");
+  Choose(host::HostKind::kAutoCad);
+  ExampleSettings();
+  MakeStrict(program);
+  ASSERT_TRUE(session_.Connect());
+  frames::FrameState state;
+  frames::FrameCommands commands(session_, state, Namer());
+  ASSERT_EQ(commands.Search(frames::SearchMode::kAll), host::Outcome::kDone);
+  ASSERT_EQ(state.table.last_row(), 9);
+  const std::vector<ModelObject> before = ModelObjects(session_.document());
+  ASSERT_FALSE(before.empty());
+  EXPECT_TRUE(std::none_of(before.begin(), before.end(),
+                           [](const ModelObject& o) { return o.marked; }));
+
+  const utilities::MarkReport drawn =
+      utilities::HighlightFrames(session_.document(), state.table);
+  EXPECT_EQ(drawn.frames, 9);
+  EXPECT_EQ(drawn.drawn, 18);
+  for (const host::Skip& skip : drawn.skips.skips()) {
+    ADD_FAILURE() << skip.object << " " << skip.step << ": "
+                  << skip.status.message();
+  }
+  const std::vector<ModelObject> marked = ModelObjects(session_.document());
+  ASSERT_EQ(marked.size(), before.size() + 18);
+  // The objects there before come first, untouched; the new ones follow.
+  EXPECT_TRUE(std::equal(before.begin(), before.end(), marked.begin()));
+  for (size_t i = before.size(); i < marked.size(); ++i) {
+    EXPECT_TRUE(marked[i].marked) << marked[i].handle;
+    EXPECT_EQ(marked[i].layer, utilities::kMarkLayer);
+  }
+  // A search ignores the marks: the same nine frames.
+  ASSERT_EQ(commands.Search(frames::SearchMode::kAll), host::Outcome::kDone);
+  EXPECT_EQ(state.table.last_row(), 9);
+
+  const utilities::MarkReport removed =
+      utilities::RemoveHighlighting(session_.document());
+  EXPECT_EQ(removed.erased, 18);
+  EXPECT_TRUE(removed.skips.empty()) << removed.skips.skips()[0].step;
+  EXPECT_EQ(ModelObjects(session_.document()), before);
+  const comhost::CallStats* trips =
+      comhost::CallStatsOf(*session_.connection().application);
+  ASSERT_NE(trips, nullptr);
+  EXPECT_GT(trips->busy_retries, 0);
+}
+
+// A member of one of the program's objects, read through IDispatch as the
+// test's own check.
+Result<comhost::ScopedVariant> Member(
+    IDispatch* object, std::string_view member,
+    std::vector<comhost::ScopedVariant> args = {}) {
+  comhost::ComContext context;
+  return comhost::Invoke(context, object, "Object", member,
+                         comhost::CallKind::kGet, std::move(args));
+}
+comhost::ComPtr<IDispatch> ObjectOf(Result<comhost::ScopedVariant> value) {
+  EXPECT_TRUE(value.ok()) << value.status().ToString();
+  if (!value.ok()) return {};
+  Result<comhost::ComPtr<IDispatch>> object =
+      comhost::ReadDispatch(*value->get());
+  EXPECT_TRUE(object.ok()) << object.status().ToString();
+  return object.ok() ? *object : comhost::ComPtr<IDispatch>();
+}
+
+// "Create custom views" over COM against a strict program: one view per
+// level frame with the frame's centre and size, read back through the
+// program's Views; asked again, each is replaced; a turned view is
+// refused (the program's View has no twist) and recorded.
+TEST_F(ComEndToEndTest, NamedViewsOnAStrictProgram) {
+  host::ApplicationPtr program = Start("AutoCAD.Application");
+  Choose(host::HostKind::kAutoCad);
+  ExampleSettings();
+  MakeStrict(program);
+  ASSERT_TRUE(session_.Connect());
+  frames::FrameState state;
+  frames::FrameCommands commands(session_, state, Namer());
+  ASSERT_EQ(commands.Search(frames::SearchMode::kAll), host::Outcome::kDone);
+  std::vector<host::NamedView> level;
+  size_t turned = 0;
+  for (int row = 1; row <= state.table.last_row(); ++row) {
+    std::optional<host::NamedView> view = layouts::FrameView(state.table, row);
+    ASSERT_TRUE(view.has_value()) << row;
+    if (view->twist == 0) {
+      level.push_back(*view);
+    } else {
+      ++turned;
+    }
+  }
+  ASSERT_FALSE(level.empty());
+
+  layouts::ViewsReport made = layouts::CreateFrameViews(
+      session_.document(), state.table, [](std::string_view name) {
+        ADD_FAILURE() << "asked about " << name;
+        return false;
+      });
+  EXPECT_EQ(made.made, static_cast<int>(level.size()));
+  ASSERT_EQ(made.skips.skips().size(), turned);
+  for (const host::Skip& skip : made.skips.skips()) {
+    EXPECT_EQ(skip.status.code(), StatusCode::kNotSupported) << skip.object;
+  }
+
+  comhost::ComPtr<IDispatch> views =
+      ObjectOf(Member(comhost::DispatchOf(&session_.document()), "Views"));
+  ASSERT_TRUE(views);
+  auto count = [&] {
+    Result<comhost::ScopedVariant> n = Member(views.get(), "Count");
+    return n.ok() ? comhost::ReadI4(*n->get()).value_or(-1) : -1;
+  };
+  const int32_t views_before = count() - static_cast<int32_t>(level.size());
+  for (const host::NamedView& expected : level) {
+    SCOPED_TRACE(expected.name);
+    std::vector<comhost::ScopedVariant> key;
+    key.push_back(comhost::TextVariant(expected.name));
+    comhost::ComPtr<IDispatch> view =
+        ObjectOf(Member(views.get(), "Item", std::move(key)));
+    ASSERT_TRUE(view);
+    Result<comhost::ScopedVariant> centre = Member(view.get(), "Center");
+    ASSERT_TRUE(centre.ok());
+    const std::vector<double> xy =
+        comhost::ReadDoubles(*centre->get()).value_or(std::vector<double>{});
+    ASSERT_EQ(xy.size(), 2u);
+    EXPECT_NEAR(xy[0], expected.center.x, 1e-6);
+    EXPECT_NEAR(xy[1], expected.center.y, 1e-6);
+    for (auto [member, size] : {std::pair{"Height", expected.height},
+                                std::pair{"Width", expected.width}}) {
+      Result<comhost::ScopedVariant> v = Member(view.get(), member);
+      ASSERT_TRUE(v.ok());
+      EXPECT_NEAR(comhost::ReadR8(*v->get()).value_or(0), size, 1e-6);
+    }
+  }
+
+  // Asked about each existing view: yes replaces it, none is added.
+  layouts::ViewsReport again = layouts::CreateFrameViews(
+      session_.document(), state.table, [](std::string_view) { return true; });
+  EXPECT_EQ(again.made, 0);
+  EXPECT_EQ(again.replaced, static_cast<int>(level.size()));
+  EXPECT_EQ(count(), views_before + static_cast<int32_t>(level.size()));
+
+  host::NamedView twisted = level.front();
+  twisted.twist = 0.5;
+  EXPECT_EQ(session_.document().SetView(twisted).code(),
+            StatusCode::kNotSupported);
+}
+
+// What the replacements change, read back through the program's ObjectDBX
+// document: "BLOCK|TAG=VALUE" for the attributes of every reference and
+// "BLOCK|TEXT=VALUE" for texts, BLOCK being the owning block's name.
+std::vector<std::string> DrawingValues(host::DbxDocument& dbx,
+                                       const std::string& path) {
+  std::vector<std::string> out;
+  EXPECT_TRUE(dbx.DxfIn(path).ok()) << path;
+  Result<host::BlocksPtr> blocks = dbx.Blocks();
+  EXPECT_TRUE(blocks.ok());
+  if (!blocks.ok()) return out;
+  Result<std::vector<host::BlockPtr>> all = (*blocks)->Items();
+  EXPECT_TRUE(all.ok());
+  if (!all.ok()) return out;
+  for (const host::BlockPtr& block : *all) {
+    const std::string owner = block->Name().value_or("?");
+    Result<std::vector<host::EntityPtr>> items = block->Items();
+    if (!items.ok()) continue;
+    for (const host::EntityPtr& entity : *items) {
+      if (auto text = host::As<host::Text>(entity)) {
+        out.push_back(owner + "|TEXT=" + text->TextString().value_or("?"));
+      }
+      auto reference = host::As<host::BlockReference>(entity);
+      if (reference == nullptr) continue;
+      Result<std::vector<host::AttributePtr>> attributes =
+          reference->GetAttributes();
+      if (!attributes.ok()) continue;
+      for (const host::AttributePtr& a : *attributes) {
+        out.push_back(owner + "|" + a->TagString().value_or("?") + "=" +
+                      a->TextString().value_or("?"));
+      }
+    }
+  }
+  return out;
+}
+
+// Replace attributes and Replace text as their Start buttons run them, over
+// COM against a strict program: each file read into the ObjectDBX
+// document, changed and written to the target folder.
+TEST_F(ComEndToEndTest, ReplacementsRunOnAStrictProgram) {
+  host::ApplicationPtr program = Start("AutoCAD.Application");
+  Choose(host::HostKind::kAutoCad);
+  MakeStrict(program);
+  ASSERT_TRUE(session_.Connect());
+  const std::filesystem::path dir =
+      std::filesystem::path(LMT_E2E_OUT_DIR) / "replace";
+  std::filesystem::remove_all(dir);
+  std::filesystem::create_directories(dir / "attributes");
+  std::filesystem::create_directories(dir / "texts");
+  for (const char* name : {"attributes.dxf", "texts.dxf"}) {
+    std::filesystem::copy_file(
+        std::filesystem::path(LMT_TESTDATA_DIR) / "batch" / name, dir / name);
+  }
+  core::MessageTable messages;
+  user_.AllowUnusedAnswers();
+
+  core::OknoFunctionReplaceAtribut& attributes =
+      windows_.okno_function_replace_atribut;
+  attributes.files = {
+      {"attributes.dxf", ServerPath((dir / "attributes.dxf").string())}};
+  attributes.option_name_layouts.Select(2);  // layouts only
+  attributes.atribut1.uni_text_name_atribut.set_text("name");
+  attributes.atribut1.option_value_atribut.Select(1);
+  attributes.atribut1.uni_text_zam_sh_to_atribut.set_text("LAYOUT");
+  attributes.atribut1.uni_text_zam_na_atribut.set_text("Tab");
+  attributes.atribut2.check_atribut.set_checked(true);
+  attributes.atribut2.uni_text_name_atribut.set_text("DATE");
+  attributes.atribut2.option_value_atribut.Select(0);
+  attributes.atribut2.uni_text_value_atribut.set_text("2024");
+  attributes.option_save_kuda.Select(1);
+  attributes.uni_text_put_save_kuda.set_text(
+      ServerPath((dir / "attributes").string()));
+  attributes.combo_save_as_dwg_or_dxf.Select(2);
+  batch::BatchUi attribute_ui(user_, messages, "Layomat", "Replace");
+  const batch::BatchReport replaced =
+      batch::ReplaceAttributes(session_, attribute_ui);
+  EXPECT_EQ(replaced.processed, 1);
+  EXPECT_TRUE(replaced.failures.empty())
+      << replaced.failures[0].status.ToString();
+
+  core::OknoFunctionReplaceText& texts = windows_.okno_function_replace_text;
+  texts.files = {{"texts.dxf", ServerPath((dir / "texts.dxf").string())}};
+  texts.check_text.set_checked(true);
+  texts.text1.uni_text_name_text.set_text("plan");
+  texts.text1.option_value_text.Select(1);
+  texts.text1.uni_text_zam_na_text.set_text("Layout");
+  texts.option_save_kuda.Select(1);
+  texts.uni_text_put_save_kuda.set_text(ServerPath((dir / "texts").string()));
+  texts.combo_save_as_dwg_or_dxf.Select(2);
+  batch::BatchUi text_ui(user_, messages, "Layomat", "Replace text");
+  const batch::BatchReport rewritten = batch::ReplaceText(session_, text_ui);
+  EXPECT_EQ(rewritten.processed, 1);
+  EXPECT_TRUE(rewritten.failures.empty())
+      << rewritten.failures[0].status.ToString();
+
+  host::DbxDocument& dbx = *session_.connection().dbx_document;
+  const std::vector<std::string> with_attributes = DrawingValues(
+      dbx, ServerPath((dir / "attributes" / "attributes.dxf").string()));
+  EXPECT_TRUE(std::any_of(
+      with_attributes.begin(), with_attributes.end(),
+      [](const std::string& v) { return v.ends_with("|NAME=Tab A1"); }))
+      << ::testing::PrintToString(with_attributes);
+  EXPECT_TRUE(std::any_of(
+      with_attributes.begin(), with_attributes.end(),
+      [](const std::string& v) { return v.ends_with("|DATE=2024"); }))
+      << ::testing::PrintToString(with_attributes);
+  const std::vector<std::string> with_texts =
+      DrawingValues(dbx, ServerPath((dir / "texts" / "texts.dxf").string()));
+  EXPECT_TRUE(std::any_of(
+      with_texts.begin(), with_texts.end(),
+      [](const std::string& v) { return v.ends_with("|TEXT=Layout 1"); }))
+      << ::testing::PrintToString(with_texts);
+  EXPECT_TRUE(std::any_of(
+      with_texts.begin(), with_texts.end(),
+      [](const std::string& v) { return v.ends_with("|TEXT=Layout sheet"); }))
+      << ::testing::PrintToString(with_texts);
+}
+
+// Run Lisp over COM against a strict program: the file is loaded into each
+// drawing, its command started, and the drawing saved only after the
+// program ran it: the layout the command brings in is in each saved file.
+TEST_F(ComEndToEndTest, LispRunsOnAStrictProgram) {
+  host::ApplicationPtr program = Start("AutoCAD.Application");
+  MakeStrict(program);
+  Choose(host::HostKind::kAutoCad);
+  ASSERT_TRUE(session_.Connect());
+  const std::filesystem::path dir =
+      std::filesystem::path(LMT_E2E_OUT_DIR) / "lisp";
+  std::filesystem::remove_all(dir);
+  std::filesystem::create_directories(dir);
+  std::string pattern =
+      ServerPath(LMT_TESTDATA_DIR "/releases/sheets_2018_bin.dxf");
+  std::string escaped;
+  for (char c : pattern) {
+    escaped += c;
+    if (c == '\\') escaped += c;
+  }
+  std::ofstream(dir / "go.lsp")
+      << "; brings the pattern layout in\n(defun c:GO ( / )\n"
+         "  (command \"_-Layout\" \"_Template\" \""
+      << escaped << "\" \"Pattern\")\n  (princ)\n)\n";
+  batch::RunLispSettings settings;
+  settings.lisp_file = ServerPath((dir / "go.lsp").string());
+  settings.start_command = "GO";
+  for (const char* name : {"a.dxf", "b.dxf"}) {
+    std::filesystem::copy_file(
+        std::filesystem::path(LMT_TESTDATA_DIR) / "batch" / "attributes.dxf",
+        dir / name);
+    settings.files.push_back({name, ServerPath((dir / name).string())});
+  }
+  core::MessageTable messages;
+  batch::BatchUi ui(user_, messages, "Layomat", "Run Lisp");
+  user_.AllowUnusedAnswers();
+  const batch::BatchReport report =
+      batch::RunLispFiles(*session_.connection().application, ui, settings);
+  EXPECT_EQ(report.processed, 2);
+  EXPECT_TRUE(report.failures.empty()) << report.failures[0].status.ToString();
+  ASSERT_EQ(report.written.size(), 2u);
+  host::DbxDocument& dbx = *session_.connection().dbx_document;
+  for (const std::string& written : report.written) {
+    SCOPED_TRACE(written);
+    ASSERT_TRUE(dbx.DxfIn(written).ok());
+    Result<host::LayoutsPtr> layouts = dbx.Layouts();
+    ASSERT_TRUE(layouts.ok());
+    EXPECT_TRUE((*layouts)->Item("Pattern").ok());
+  }
+}
+
+// Import over COM against a strict program: each DXF file goes into a copy
+// of the active drawing, saved under the file's name, with the file's
+// content in its model space.
+TEST_F(ComEndToEndTest, ImportRunsOnAStrictProgram) {
+  host::ApplicationPtr program = Start("AutoCAD.Application");
+  MakeStrict(program);
+  Choose(host::HostKind::kAutoCad);
+  ASSERT_TRUE(session_.Connect());
+  const std::filesystem::path dir =
+      std::filesystem::path(LMT_E2E_OUT_DIR) / "import";
+  std::filesystem::remove_all(dir);
+  std::filesystem::create_directories(dir);
+  std::filesystem::copy_file(
+      std::filesystem::path(LMT_TESTDATA_DIR) / "batch" / "attributes.dxf",
+      dir / "plan.dxf");
+  batch::ImportSettings settings;
+  settings.format = ".DXF";
+  settings.files = {{"plan.dxf", ServerPath((dir / "plan.dxf").string())}};
+  core::MessageTable messages;
+  batch::BatchUi ui(user_, messages, "Layomat", "Import");
+  user_.AllowUnusedAnswers();
+  const std::string template_path = session_.document().FullName().value_or("");
+  ASSERT_FALSE(template_path.empty());
+  const batch::BatchReport report = batch::RunImportFiles(
+      *session_.connection().application, ui, settings, template_path);
+  EXPECT_EQ(report.processed, 1);
+  EXPECT_TRUE(report.failures.empty()) << report.failures[0].status.ToString();
+  ASSERT_EQ(report.written.size(), 1u);
+  EXPECT_NE(report.written[0], template_path);
+
+  host::DbxDocument& dbx = *session_.connection().dbx_document;
+  ASSERT_TRUE(dbx.DxfIn(report.written[0]).ok());
+  Result<host::BlockPtr> model = dbx.ModelSpace();
+  ASSERT_TRUE(model.ok());
+  Result<std::vector<host::EntityPtr>> items = (*model)->Items();
+  ASSERT_TRUE(items.ok());
+  EXPECT_TRUE(
+      std::any_of(items->begin(), items->end(), [](const host::EntityPtr& e) {
+        auto reference = host::As<host::BlockReference>(e);
+        return reference != nullptr && reference->Name().value_or("") == "plan";
+      }));
+  // The template's own frames are there too: it is a copy of the drawing.
+  EXPECT_GT(items->size(), 1u);
 }
 
 TEST_F(ComEndToEndTest, ZwCadFallsBackToZwCadPlus) {
