@@ -65,40 +65,54 @@ std::string_view Trimmed(std::string_view text) {
 
 LispCommands ParseLispCommands(std::string_view lisp_text) {
   LispCommands out;
-  for (size_t at = 0; (at = lisp_text.find('(', at)) != std::string_view::npos;
-       ++at) {
-    size_t i = at + 1;
-    while (i < lisp_text.size() &&
-           std::isspace(static_cast<unsigned char>(lisp_text[i]))) {
-      ++i;
+  const std::string_view text = lisp_text;
+  std::vector<std::string>* body = nullptr;  // of the defun being read
+  size_t defun_end = std::string_view::npos;
+  for (size_t i = 0; i < text.size(); ++i) {
+    if (body != nullptr && i >= defun_end) body = nullptr;
+    const char c = text[i];
+    if (c == '"') {
+      for (++i; i < text.size() && text[i] != '"'; ++i) {
+        if (text[i] == '\\') ++i;
+      }
+      continue;
     }
-    if (!StartsWithWord(lisp_text, i, "DEFUN")) continue;
-    const size_t end = Closing(lisp_text, at);
-    if (end == std::string_view::npos) break;
-    i += 5;
-    while (i < end && std::isspace(static_cast<unsigned char>(lisp_text[i]))) {
-      ++i;
+    if (c == ';') {
+      while (i < text.size() && text[i] != '\n') ++i;
+      continue;
     }
-    if (!StartsWithWord(lisp_text, i, "C:")) continue;
-    size_t name_end = i + 2;
-    while (name_end < end && lisp_text[name_end] != '(' &&
-           !std::isspace(static_cast<unsigned char>(lisp_text[name_end]))) {
+    if (c != '(') continue;
+    size_t word = i + 1;
+    while (word < text.size() &&
+           std::isspace(static_cast<unsigned char>(text[word]))) {
+      ++word;
+    }
+    const size_t close = Closing(text, i);
+    if (close == std::string_view::npos) break;
+    if (body != nullptr && StartsWithWord(text, word, "COMMAND")) {
+      body->emplace_back(text.substr(i, close - i + 1));
+      i = close;
+      continue;
+    }
+    if (body != nullptr || !StartsWithWord(text, word, "DEFUN")) continue;
+    size_t name = word + 5;
+    while (name < close &&
+           std::isspace(static_cast<unsigned char>(text[name]))) {
+      ++name;
+    }
+    if (!StartsWithWord(text, name, "C:")) {
+      i = close;  // a plain function: no command of its own
+      continue;
+    }
+    size_t name_end = name + 2;
+    while (name_end < close && text[name_end] != '(' &&
+           !std::isspace(static_cast<unsigned char>(text[name_end]))) {
       ++name_end;
     }
-    std::vector<std::string>& body =
-        out[Upper(lisp_text.substr(i + 2, name_end - i - 2))];
-    body.clear();
-    for (size_t call = lisp_text.find('(', name_end);
-         call != std::string_view::npos && call < end;
-         call = lisp_text.find('(', call + 1)) {
-      const size_t close = Closing(lisp_text, call);
-      if (close == std::string_view::npos || close > end) break;
-      if (StartsWithWord(lisp_text, call + 1, "COMMAND")) {
-        body.emplace_back(lisp_text.substr(call, close - call + 1));
-        call = close;
-      }
-    }
-    at = end;
+    body = &out[Upper(text.substr(name + 2, name_end - name - 2))];
+    body->clear();
+    defun_end = close;
+    i = name_end - 1;
   }
   return out;
 }

@@ -10,10 +10,12 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "automation/server.h"
 #include "automation/server_registration.h"
 #include "automation/tables.h"
+#include "comhost/dispatch.h"
 #include "comhost/hresult_status.h"
 #include "comhost/variants.h"
 #include "host/object_model.h"
@@ -165,6 +167,106 @@ TEST_F(ServerObjectTest, EnumeratorSkipsResetsAndClones) {
   EXPECT_EQ(clone->Next(3, items, &fetched), S_OK);
   EXPECT_EQ(fetched, 3u);
   for (ULONG i = 0; i < fetched; ++i) VariantClear(&items[i]);
+}
+
+// Extended data and views as the programs' type library types them: typed
+// arrays in, VARIANT variables out, a registered application first, a view
+// centre of two numbers.
+TEST_F(ServerObjectTest, ExtendedDataAndViewsAreTypedAsThePrograms) {
+  auto object = [&](IDispatch* from, const wchar_t* name,
+                    std::vector<VARIANT> reversed = {}) {
+    ScopedVariant out;
+    EXPECT_EQ(Call(from, name, DISPATCH_METHOD | DISPATCH_PROPERTYGET,
+                   std::move(reversed), out.get()),
+              S_OK)
+        << name;
+    return out;
+  };
+  ScopedVariant documents = object(app_, L"Documents");
+  ScopedVariant path = comhost::TextVariant(LMT_TESTDATA_DIR "/example.dxf");
+  ScopedVariant doc =
+      object(V_DISPATCH(documents.get()), L"Open", {*path.get()});
+  ScopedVariant model = object(V_DISPATCH(doc.get()), L"ModelSpace");
+  ScopedVariant corners = comhost::DoublesVariant({0, 0, 1, 0, 1, 1});
+  ScopedVariant line = object(V_DISPATCH(model.get()),
+                              L"AddLightWeightPolyline", {*corners.get()});
+  IDispatch* entity = V_DISPATCH(line.get());
+
+  host::SelectionFilter data;
+  data.Add(1001, std::string("LMT_TEST"));
+  data.Add(1000, std::string("one"));
+  ScopedVariant codes, values;
+  comhost::FilterVariants(data, codes, values);
+  EXCEPINFO excep{};
+  // Not registered yet.
+  EXPECT_EQ(Call(entity, L"SetXData", DISPATCH_METHOD,
+                 {*values.get(), *codes.get()}, nullptr, &excep),
+            DISP_E_EXCEPTION);
+  EXPECT_EQ(excep.scode, comhost::ScodeForStatus(StatusCode::kInvalidArgument));
+  SysFreeString(excep.bstrDescription);
+  SysFreeString(excep.bstrSource);
+  ScopedVariant apps = object(V_DISPATCH(doc.get()), L"RegisteredApplications");
+  ScopedVariant name = comhost::TextVariant("lmt_test");
+  object(V_DISPATCH(apps.get()), L"Add", {*name.get()});
+  // Codes that are not 16-bit integers.
+  ScopedVariant doubles = comhost::DoublesVariant({1001, 1000});
+  EXPECT_EQ(Call(entity, L"SetXData", DISPATCH_METHOD,
+                 {*values.get(), *doubles.get()}, nullptr),
+            DISP_E_EXCEPTION);
+  ASSERT_EQ(Call(entity, L"SetXData", DISPATCH_METHOD,
+                 {*values.get(), *codes.get()}, nullptr),
+            S_OK);
+
+  ScopedVariant got_codes, got_values;
+  ScopedVariant by_ref_codes = comhost::RefVariant(got_codes);
+  ScopedVariant by_ref_values = comhost::RefVariant(got_values);
+  ScopedVariant app_name = comhost::TextVariant("LMT_TEST");
+  ASSERT_EQ(Call(entity, L"GetXData", DISPATCH_METHOD,
+                 {*by_ref_values.get(), *by_ref_codes.get(), *app_name.get()},
+                 nullptr),
+            S_OK);
+  EXPECT_EQ(got_codes.type(), VT_ARRAY | VT_I2);
+  EXPECT_EQ(got_values.type(), VT_ARRAY | VT_VARIANT);
+  EXPECT_EQ(comhost::ReadFilter(*got_codes.get(), *got_values.get())
+                .value_or(host::SelectionFilter{}),
+            data);
+  // Plain values where variables are wanted.
+  EXPECT_EQ(Call(entity, L"GetXData", DISPATCH_METHOD,
+                 {*values.get(), *codes.get(), *app_name.get()}, nullptr),
+            DISP_E_EXCEPTION);
+
+  ScopedVariant views = object(V_DISPATCH(doc.get()), L"Views");
+  const int32_t before =
+      comhost::ReadI4(*object(V_DISPATCH(views.get()), L"Count").get())
+          .value_or(-1);
+  ScopedVariant view_name = comhost::TextVariant("North");
+  ScopedVariant view =
+      object(V_DISPATCH(views.get()), L"Add", {*view_name.get()});
+  EXPECT_EQ(Call(V_DISPATCH(views.get()), L"Add", DISPATCH_METHOD,
+                 {*view_name.get()}, nullptr),
+            DISP_E_EXCEPTION);  // the name is taken
+  ScopedVariant point = comhost::PointVariant({5, 6, 0});
+  EXPECT_EQ(Call(V_DISPATCH(view.get()), L"Center", DISPATCH_PROPERTYPUT,
+                 {*point.get()}, nullptr),
+            DISP_E_EXCEPTION);
+  ScopedVariant centre = comhost::DoublesVariant({5, 6});
+  ASSERT_EQ(Call(V_DISPATCH(view.get()), L"Center", DISPATCH_PROPERTYPUT,
+                 {*centre.get()}, nullptr),
+            S_OK);
+  ScopedVariant lower = comhost::TextVariant("north");
+  ScopedVariant found =
+      object(V_DISPATCH(views.get()), L"Item", {*lower.get()});
+  EXPECT_EQ(
+      comhost::ReadDoubles(*object(V_DISPATCH(found.get()), L"Center").get())
+          .value_or(std::vector<double>{}),
+      (std::vector<double>{5, 6}));
+  EXPECT_EQ(comhost::ReadI4(*object(V_DISPATCH(views.get()), L"Count").get())
+                .value_or(-1),
+            before + 1);
+  object(V_DISPATCH(found.get()), L"Delete");
+  EXPECT_EQ(comhost::ReadI4(*object(V_DISPATCH(views.get()), L"Count").get())
+                .value_or(-1),
+            before);
 }
 
 TEST(ServerRegistrationTest, OneStableClassPerIdentifierWhateverItsCase) {
