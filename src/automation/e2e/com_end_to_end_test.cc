@@ -26,6 +26,9 @@
 #include <string>
 #include <vector>
 
+#include "addin/command_table.h"
+#include "addin/commands.h"
+#include "addin/shell.h"
 #include "batch/batch_run.h"
 #include "batch/replace_run.h"
 #include "batch/run_import.h"
@@ -558,6 +561,7 @@ TEST_F(ComEndToEndTest, NamedViewsOnAStrictProgram) {
     }
   }
   ASSERT_FALSE(level.empty());
+  std::printf("%zu level frames, %zu turned\n", level.size(), turned);
 
   layouts::ViewsReport made = layouts::CreateFrameViews(
       session_.document(), state.table, [](std::string_view name) {
@@ -823,6 +827,133 @@ TEST_F(ComEndToEndTest, ImportRunsOnAStrictProgram) {
       }));
   // The template's own frames are there too: it is a copy of the drawing.
   EXPECT_GT(items->size(), 1u);
+}
+
+// A shell that records what the commands ask of the windows and answers
+// its dialogs with files of the output folder.
+class RecordingShell : public addin::Shell {
+ public:
+  explicit RecordingShell(std::filesystem::path dir) : dir_(std::move(dir)) {}
+  void ShowWindow(core::Window& window) override {
+    Note("show " + window.name());
+  }
+  void HideWindow(core::Window& window) override {
+    Note("hide " + window.name());
+  }
+  void Refresh(core::Window& window) override {
+    Note("refresh " + window.name());
+  }
+  void FrameTableChanged() override { Note("table"); }
+  int SelectedFrameRow() override { return 2; }
+  int SelectedFileRow(core::Window&) override { return 0; }
+  std::vector<std::string> PickFiles(std::string_view, bool) override {
+    Note("pick files");
+    return {ServerPath((dir_ / "register.csv").string())};
+  }
+  std::optional<std::string> PickSaveFile(std::string_view,
+                                          std::string_view) override {
+    Note("save file");
+    return ServerPath((dir_ / "register.csv").string());
+  }
+  std::optional<std::string> PickFolder(std::string_view) override {
+    Note("pick folder");
+    return ServerPath(dir_.string());
+  }
+  std::string ClipboardText() override { return ""; }
+  void OpenWebPage(std::string_view address) override {
+    Note("web " + std::string(address));
+  }
+  void ShowText(std::string_view title, std::string_view) override {
+    Note("text " + std::string(title));
+  }
+  void ShowAbout() override { Note("about"); }
+
+  size_t effects() const { return effects_.size(); }
+  const std::vector<std::string>& log() const { return effects_; }
+
+ private:
+  void Note(std::string what) { effects_.push_back(std::move(what)); }
+  std::filesystem::path dir_;
+  std::vector<std::string> effects_;
+};
+
+// Every menu item and button of the main window, in the table's order,
+// through the add-in's router over COM against the stand-in, every question
+// answered Yes: the routines reach the program (its call count grows), the
+// rest show their effect in the windows or the messages.
+TEST_F(ComEndToEndTest, EveryMainWindowCommandReachesTheProgram) {
+  host::ApplicationPtr program = Start("AutoCAD.Application");
+  Choose(host::HostKind::kAutoCad);
+  ExampleSettings();
+  const std::filesystem::path dir =
+      std::filesystem::path(LMT_E2E_OUT_DIR) / "main_window";
+  std::filesystem::remove_all(dir);
+  std::filesystem::create_directories(dir);
+  RecordingShell shell(dir);
+  addin::Commands commands(session_, shell);
+  user_.AllowUnusedAnswers();
+  auto server_calls = [&] {
+    Result<comhost::ScopedVariant> n =
+        Member(comhost::DispatchOf(program.get()), "LmtServerCalls");
+    return n.ok() ? comhost::ReadI8(*n->get()).value_or(-1) : -1;
+  };
+  using addin::Action;
+  // The routines of the drawing; the others work on the windows.
+  const std::vector<Action> on_the_drawing = {
+      Action::kCaptureTemplate, Action::kSearchAll,   Action::kSearchOnScreen,
+      Action::kCreateLayouts,   Action::kPlotPdf,     Action::kHighlightFrames,
+      Action::kUnhighlight,     Action::kCreateViews, Action::kExportRegister,
+      Action::kShowNameLayouts, Action::kCheckPlan};
+  int entries = 0;
+  for (const addin::CommandEntry& entry : addin::CommandTable()) {
+    if (entry.window != "OknoLmt") continue;
+    ++entries;
+    SCOPED_TRACE(std::string(entry.control));
+    for (int i = 0; i < 20; ++i) user_.QueueAnswer(host::Answer::kYes);
+    // The template and the on-screen search pick the first FRAME_A3.
+    std::vector<comhost::ScopedVariant> pick;
+    pick.push_back(comhost::TextVariant("94"));
+    ASSERT_TRUE(ServerCall(program, "LmtQueuePick", std::move(pick)).ok());
+    const int64_t calls = server_calls();
+    const size_t effects = shell.effects();
+    const size_t messages = user_.messages().size();
+    const std::vector<std::string> rows = [&] {
+      std::vector<std::string> ids;
+      const frames::FrameTable& t = commands.frame_table();
+      for (int r = 1; r <= t.last_row(); ++r) {
+        ids.push_back(t.Cell(r, frames::Column::kId));
+      }
+      return ids;
+    }();
+    commands.Run(entry);
+    // One call is the count's own reading.
+    const int64_t made = server_calls() - calls - 1;
+    const bool reached = made > 0;
+    std::printf("%-34s %6lld program calls, %zu window effects\n",
+                std::string(entry.control).c_str(),
+                static_cast<long long>(made), shell.effects() - effects);
+    const bool drawing_routine =
+        std::find(on_the_drawing.begin(), on_the_drawing.end(), entry.action) !=
+        on_the_drawing.end();
+    if (drawing_routine) {
+      EXPECT_TRUE(reached) << "no call reached the program";
+    } else {
+      std::vector<std::string> after;
+      const frames::FrameTable& t = commands.frame_table();
+      for (int r = 1; r <= t.last_row(); ++r) {
+        after.push_back(t.Cell(r, frames::Column::kId));
+      }
+      EXPECT_TRUE(reached || shell.effects() > effects ||
+                  user_.messages().size() > messages || after != rows)
+          << "no effect";
+    }
+  }
+  EXPECT_GT(entries, 30);
+  // The last routines left their traces in the drawing and beside it.
+  EXPECT_TRUE(std::filesystem::exists(dir / "register.csv"));
+  Result<host::LayoutsPtr> layouts = session_.document().Layouts();
+  ASSERT_TRUE(layouts.ok());
+  EXPECT_GT((*layouts)->Count().value_or(0), 2);
 }
 
 TEST_F(ComEndToEndTest, ZwCadFallsBackToZwCadPlus) {
