@@ -247,9 +247,9 @@ class ComDatabaseT : public Base, public ComObject {
   // TwistAngle is a member of PViewport only
   // (https://help.autodesk.com/cloudhelp/2016/CHS/AutoCAD-ActiveX/files/GUID-37481065-7A7F-46D7-84E5-B1BB072CFF36.htm):
   // a turned frame's view cannot be made through the View object, so it is
-  // refused rather than made unturned. A view of the same name is deleted
-  // and made anew. The view looks straight down at the origin, so Center
-  // is the world point in the middle.
+  // refused rather than made unturned. A view of the same name is given
+  // the new values. The view looks straight down at the origin, so
+  // Center is the world point in the middle.
   Status DoSetView(const host::NamedView& view) override {
     const double turn = std::remainder(view.twist, 2 * std::numbers::pi);
     if (std::abs(turn) > 1e-9) {
@@ -258,22 +258,18 @@ class ComDatabaseT : public Base, public ComObject {
     }
     Result<ComPtr<IDispatch>> views = GetDispatch("Views");
     if (!views.ok()) return views.status();
-    if (Result<ComPtr<IDispatch>> old = ViewItem(views->get(), view.name);
-        old.ok()) {
-      if (Status s = Invoke(*shared().context, old->get(), "View", "Delete",
-                            CallKind::kGet)
-                         .status();
-          !s.ok()) {
-        return s;
-      }
+    // A view of that name is given the new values rather than deleted
+    // first, so a refusal midway never leaves the drawing without it.
+    Result<ComPtr<IDispatch>> made = ViewItem(views->get(), view.name);
+    if (!made.ok()) {
+      Result<ScopedVariant> added =
+          Invoke(*shared().context, views->get(), "Views", "Add",
+                 CallKind::kGet, Args(TextVariant(view.name)));
+      if (!added.ok()) return added.status();
+      made = ReadDispatch(*added->get());
+      if (!made.ok()) return made.status();
     }
-    Result<ScopedVariant> added =
-        Invoke(*shared().context, views->get(), "Views", "Add", CallKind::kGet,
-               Args(TextVariant(view.name)));
-    if (!added.ok()) return added.status();
-    Result<ComPtr<IDispatch>> made = ReadDispatch(*added->get());
-    if (!made.ok()) return made.status();
-    if (!*made) return Status::Refused("Views.Add gave no view");
+    if (!*made) return Status::Refused("Views gave no view");
     auto put = [&](std::string_view member, ScopedVariant value) {
       return Invoke(*shared().context, made->get(), "View", member,
                     CallKind::kPut, Args(std::move(value)))
@@ -292,6 +288,63 @@ class ComDatabaseT : public Base, public ComObject {
     }
     if (Status s = put("Height", R8Variant(view.height)); !s.ok()) return s;
     return put("Width", R8Variant(view.width));
+  }
+  // Count and Item(index) rather than a For Each walk: the programs'
+  // Views need not enumerate. The views are read as SetView makes them,
+  // level (the View object has no twist) and looking down at the origin.
+  Result<std::vector<host::NamedView>> DoViews() const override {
+    Result<ComPtr<IDispatch>> views = GetDispatch("Views");
+    if (!views.ok()) return views.status();
+    ComContext& context = *shared().context;
+    Result<ScopedVariant> count =
+        Invoke(context, views->get(), "Views", "Count", CallKind::kGet);
+    if (!count.ok()) return count.status();
+    Result<int32_t> n = ReadI4(*count->get());
+    if (!n.ok()) return n.status();
+    std::vector<host::NamedView> out;
+    for (int32_t i = 0; i < *n; ++i) {
+      Result<ScopedVariant> item =
+          Invoke(context, views->get(), "Views", "Item", CallKind::kGet,
+                 Args(IndexVariant(i)));
+      if (!item.ok()) return item.status();
+      Result<ComPtr<IDispatch>> view = ReadDispatch(*item->get());
+      if (!view.ok()) return view.status();
+      if (!*view) return Status::Refused("Views gave no view");
+      auto get = [&](std::string_view member) {
+        return Invoke(context, view->get(), "View", member, CallKind::kGet);
+      };
+      host::NamedView v;
+      Result<ScopedVariant> name = get("Name");
+      Result<ScopedVariant> centre = get("Center");
+      Result<ScopedVariant> height = get("Height");
+      Result<ScopedVariant> width = get("Width");
+      for (const Result<ScopedVariant>* r : {&name, &centre, &height, &width}) {
+        if (!r->ok()) return r->status();
+      }
+      Result<std::string> text = ReadText(*name->get());
+      Result<std::vector<double>> xy = ReadDoubles(*centre->get());
+      Result<double> h = ReadR8(*height->get());
+      Result<double> w = ReadR8(*width->get());
+      if (!text.ok() || !xy.ok() || xy->size() < 2 || !h.ok() || !w.ok()) {
+        return Status::InvalidArgument("a view's values are not readable");
+      }
+      v.name = *text;
+      v.center = Point{(*xy)[0], (*xy)[1], 0};
+      v.height = *h;
+      v.width = *w;
+      out.push_back(std::move(v));
+    }
+    return out;
+  }
+  // Delete is the View's own member, not the collection's.
+  Status DoDeleteView(std::string_view name) override {
+    Result<ComPtr<IDispatch>> views = GetDispatch("Views");
+    if (!views.ok()) return views.status();
+    Result<ComPtr<IDispatch>> view = ViewItem(views->get(), name);
+    if (!view.ok()) return view.status();
+    return Invoke(*shared().context, view->get(), "View", "Delete",
+                  CallKind::kGet)
+        .status();
   }
   // Extended data must name an application registered in the drawing;
   // Add leaves one already there as it is. RegisteredApplications:
