@@ -32,7 +32,7 @@ extern const ClassTable kApplicationTable;
 extern const ClassTable kEmptyTable;
 
 // Members of the drawing that hand out collections the embedded host does
-// not model as objects (document_collections.cc).
+// not model as objects (registered_applications.cc, named_views.cc).
 Status RegisteredApplications(Call& call);
 Status Views(Call& call);
 

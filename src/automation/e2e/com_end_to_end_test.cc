@@ -7,7 +7,9 @@
 // on the user's Yes, and a member the server refuses being skipped. Against
 // a server as strict as the programs (busy now and then, running commands
 // only when idle): the whole job, a pattern layout from another file, delete
-// outside a viewport, viewports off and on, and Run Script.
+// outside a viewport, viewports off and on, Run Script, highlighting, named
+// views, the attribute and text replacements, Run Lisp and Import. And every
+// menu item and button of the main window through the add-in's router.
 //
 // Prints the round trips and the time per layout it measured.
 #include <gtest/gtest.h>
