@@ -15,9 +15,19 @@ namespace lmt::frames {
 
 inline constexpr std::string_view kMarkApplication = "LAYOMAT_MARK";
 
+// Only outlines (polylines) and numbers (texts) are drawn, so only they can
+// carry the mark. Over COM each extended-data question is a round trip and
+// the search and the removal walk every object: other kinds are not asked.
+// An entity whose kind cannot be read may carry it.
+inline bool MayCarryMark(const host::Entity& entity) {
+  Result<std::string> kind = entity.ObjectName();
+  return !kind.ok() || *kind == "AcDbPolyline" || *kind == "AcDbText";
+}
+
 // True when `entity` carries the mark. A host that cannot read extended data
 // has no marks either, so a refusal counts as unmarked.
 inline bool IsHighlightMark(const host::Entity& entity) {
+  if (!MayCarryMark(entity)) return false;
   Result<std::vector<std::string>> mark = entity.GetXData(kMarkApplication);
   return mark.ok() && !mark->empty();
 }

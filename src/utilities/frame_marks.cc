@@ -128,6 +128,7 @@ MarkReport RemoveHighlighting(host::Document& document) {
     return report;
   }
   for (const host::EntityPtr& entity : *items) {
+    if (!frames::MayCarryMark(*entity)) continue;
     Result<std::vector<std::string>> mark = entity->GetXData(kMarkApplication);
     if (!mark.ok()) {
       Result<std::string> handle = entity->Handle();
