@@ -54,8 +54,10 @@ std::vector<Part> DimensionParts(int kind) {
   std::vector<Part> p = {Rest("AcDbDimension")};
   switch (kind) {
     case 0:  // rotated, horizontal or vertical
-      p.push_back({"AcDbAlignedDimension", Points({13, 14})});
-      p.push_back({"AcDbRotatedDimension", {50}});
+      // Its angle (50) sits with the aligned part and the rotated marker
+      // stands alone, as in files AutoCAD writes as 2000.
+      p.push_back({"AcDbAlignedDimension", Points({13, 14}, {50})});
+      p.push_back({"AcDbRotatedDimension", {}, false});
       break;
     case 1:
       p.push_back({"AcDbAlignedDimension", Points({13, 14})});
