@@ -41,11 +41,26 @@ void ConvertTableHead(Document& doc, const Table& table) {
   if (handle == 0) doc.db().SetHandle(table.head, doc.AllocateHandle());
 }
 
+// Each dash of a 2000 linetype has an element kind (74), 0 for a plain
+// dash; R12 has nothing else ("LTYPE" in the DXF reference).
+void AddDashKinds(Document& doc, RecordId id) {
+  std::vector<Tag>& t = doc.db().Detach(id);
+  for (size_t i = 0; i < t.size(); ++i) {
+    if (t[i].code == 49 && (i + 1 == t.size() || t[i + 1].code != 74)) {
+      t.insert(t.begin() + static_cast<std::ptrdiff_t>(i) + 1,
+               doc.MakeTag(74, "0"));
+    }
+  }
+}
+
 void ConvertTables(Document& doc) {
   for (const Table& table : doc.tables()) {
     ConvertTableHead(doc, table);
     const uint64_t owner = doc.entity(table.head).handle();
-    for (RecordId id : table.entries) Convert(doc, id, owner);
+    for (RecordId id : table.entries) {
+      Convert(doc, id, owner);
+      if (table.name == "LTYPE") AddDashKinds(doc, id);
+    }
   }
   // Every table 2000 lists, BLOCK_RECORD last (AddTable keeps the order).
   for (std::string_view name : {"VPORT", "LTYPE", "LAYER", "STYLE", "VIEW",
@@ -125,7 +140,10 @@ void ConvertBlocks(Document& doc) {
     const uint64_t owner = record.handle();
     doc.SetBlockRecord(b, owner);
     doc.entity(b->begin).SetOwner(owner);
-    doc.entity(b->end).SetOwner(owner);
+    Entity end = doc.entity(b->end);
+    end.SetOwner(owner);
+    // ENDBLK must be on its BLOCK's layer (ezdxf's block_management.rst).
+    end.SetLayer(doc.entity(b->begin).layer());
     for (RecordId id : b->entities) {
       Convert(doc, id, owner);
       const uint64_t parent = doc.entity(id).handle();
@@ -136,6 +154,35 @@ void ConvertBlocks(Document& doc) {
   }
   // 2000 always has a paper space, even when nothing was drawn there.
   if (doc.paper_space() == nullptr) doc.AddBlock("*Paper_Space");
+}
+
+// R12 names a dimension style's arrow blocks (5, 6, 7); 2000 points at
+// their BLOCK_RECORDs (342, 343, 344) and calls the names obsolete
+// ("DIMSTYLE" in the DXF reference). A name without its block is dropped:
+// the default arrow, which is what CAD programs show for it.
+void LinkArrowBlocks(Document& doc) {
+  Table* styles = doc.table("DIMSTYLE");
+  if (styles == nullptr) return;
+  for (RecordId id : styles->entries) {
+    std::vector<Tag>& t = doc.db().Detach(id);
+    std::vector<Tag> links;
+    for (size_t i = 1; i < t.size();) {
+      const int code = t[i].code;
+      if (code < 5 || code > 7) {
+        ++i;
+        continue;
+      }
+      Block* b = doc.FindBlock(t[i].value());
+      if (b != nullptr && !t[i].value().empty() && b->record_handle) {
+        links.push_back(
+            doc.MakeTag(342 + code - 5, FormatHandle(b->record_handle)));
+      }
+      t.erase(t.begin() + static_cast<std::ptrdiff_t>(i));
+    }
+    const auto xdata = std::find_if(
+        t.begin(), t.end(), [](const Tag& tag) { return tag.code == 1001; });
+    t.insert(xdata, links.begin(), links.end());
+  }
 }
 
 // The root dictionary with an empty ACAD_GROUP, the least OBJECTS holds.
@@ -169,6 +216,7 @@ void GiveR12TheR14Model(Document& doc) {
   ConvertTables(doc);
   AddRequiredEntries(doc);
   ConvertBlocks(doc);
+  LinkArrowBlocks(doc);
   AddRootDictionary(doc);
 }
 
