@@ -7,6 +7,7 @@
 
 #include <map>
 #include <memory>
+#include <set>
 #include <string>
 #include <unordered_set>
 #include <vector>
@@ -47,6 +48,20 @@ std::unique_ptr<Document> Load(const std::string& path) {
   Status s = Document::Load(path, &doc);
   EXPECT_TRUE(s.ok()) << s.ToString();
   return doc;
+}
+
+// The codes under each subclass marker, extended data left out.
+std::vector<std::set<int>> CodesBySubclass(Entity e) {
+  std::vector<std::set<int>> out;
+  auto t = e.tags();
+  for (int i = 1; i < e.XDataBegin(); ++i) {
+    if (t[i].code == 100) {
+      out.emplace_back();
+    } else if (!out.empty()) {
+      out.back().insert(t[i].code);
+    }
+  }
+  return out;
 }
 
 std::vector<std::string> Markers(Entity e) {
@@ -103,6 +118,19 @@ TEST(R12UpgradeTest, MarkersMatchTheCadProgramsOwn2000Drawing) {
     if (!theirs.valid() || theirs.type() != ours.type()) return;
     EXPECT_EQ(Markers(ours), Markers(theirs))
         << ours.type() << " " << FormatHandle(ours.handle());
+    // Each code in the subclass the program put it in. Dimension styles
+    // apart: the program leaves out values that are the defaults.
+    if (ours.type() != "DIMSTYLE" && Markers(ours) == Markers(theirs)) {
+      std::vector<std::set<int>> a = CodesBySubclass(ours);
+      std::vector<std::set<int>> b = CodesBySubclass(theirs);
+      for (size_t i = 0; i < a.size(); ++i) {
+        for (int code : a[i]) {
+          EXPECT_TRUE(b[i].contains(code))
+              << ours.type() << " " << FormatHandle(ours.handle()) << ": "
+              << code << " under " << Markers(ours)[i];
+        }
+      }
+    }
     ++compared[std::string(ours.type())];
   };
   for (auto& b : r12->blocks()) {
