@@ -152,7 +152,8 @@ class Document {
                      std::string_view application = "ObjectDBX Classes");
   // Adds an empty table (`0 TABLE 2 name 5 h 330 0 100 AcDbSymbolTable
   // 70 0`) where CAD programs place it (VPORT ... DIMSTYLE, BLOCK_RECORD),
-  // or returns the existing one. Not for R12.
+  // or returns the existing one. Not for R12. Table pointers taken before
+  // a table is added are invalid afterwards.
   Table* AddTable(std::string_view name);
   // Adds an entry at the end of `table`, with a new handle and owner.
   // `tags` start with `0 TYPE`; the handle and owner are inserted.
