@@ -483,6 +483,26 @@ bool Document::RemoveHeader(std::string_view name) {
   return false;
 }
 
+void Document::EnsureSection(std::string_view name) {
+  static constexpr std::string_view kOrder[] = {
+      "HEADER", "CLASSES", "TABLES", "BLOCKS", "ENTITIES", "OBJECTS"};
+  auto rank = [](std::string_view s) {
+    auto it = std::find(std::begin(kOrder), std::end(kOrder), s);
+    return static_cast<int>(it - std::begin(kOrder));
+  };
+  const int mine = rank(name);
+  DXF_CHECK(mine < static_cast<int>(std::size(kOrder)));
+  auto it = section_order_.begin();
+  for (; it != section_order_.end(); ++it) {
+    if (it->name == name) return;
+    const int r = rank(it->name);
+    if (r < static_cast<int>(std::size(kOrder)) && r > mine) break;
+  }
+  // Raw sections (THUMBNAILIMAGE, ...) stay where they were.
+  section_order_.insert(it,
+                        SectionRef{std::string(name), kNoRecord, kNoRecord});
+}
+
 bool Document::DropRawSection(std::string_view name) {
   auto raw = std::find_if(raw_sections_.begin(), raw_sections_.end(),
                           [&](const RawSection& r) { return r.name == name; });
@@ -530,6 +550,33 @@ Entity Document::FindTableEntry(std::string_view table_name,
     if (!e.erased() && EqualsNoCase(e.GetString(2), name)) return e;
   }
   return Entity();
+}
+
+Table* Document::AddTable(std::string_view name) {
+  if (Table* t = table(name)) return t;
+  DXF_CHECK(!IsR12());
+  static constexpr std::string_view kOrder[] = {
+      "VPORT", "LTYPE", "LAYER",    "STYLE",       "VIEW",
+      "UCS",   "APPID", "DIMSTYLE", "BLOCK_RECORD"};
+  auto rank = [](std::string_view s) {
+    for (size_t i = 0; i < std::size(kOrder); ++i) {
+      if (EqualsNoCase(kOrder[i], s)) return i;
+    }
+    return std::size(kOrder);
+  };
+  auto it = tables_.begin();
+  while (it != tables_.end() && rank(it->name) <= rank(name)) ++it;
+  Table t;
+  t.name = std::string(name);
+  t.head = db_.Create({MakeTag(0, "TABLE"), MakeTag(2, name), MakeTag(330, "0"),
+                       MakeTag(100, "AcDbSymbolTable"), MakeTag(70, "0")});
+  t.endtab = db_.Create({MakeTag(0, "ENDTAB")});
+  // The handle goes after the name, where CAD programs write it.
+  std::vector<Tag>& head = db_.Detach(t.head);
+  head.insert(head.begin() + 2, MakeTag(5, "0"));
+  db_.SetHandle(t.head, AllocateHandle());
+  EnsureSection("TABLES");
+  return &*tables_.insert(it, std::move(t));
 }
 
 Entity Document::AddTableEntry(std::string_view table_name,
@@ -630,6 +677,9 @@ Block* Document::AddBlock(std::string_view name) {
     if (record) entity(id).SetOwner(record);
   }
   if (record) block_by_record_.emplace(record, b);
+  if (paper && paper_ == nullptr && EqualsNoCase(name, "*Paper_Space")) {
+    paper_ = b;
+  }
   if (!section_order_.empty() &&
       std::none_of(section_order_.begin(), section_order_.end(),
                    [](const auto& s) { return s.name == "BLOCKS"; })) {
@@ -638,6 +688,12 @@ Block* Document::AddBlock(std::string_view name) {
     section_order_.insert(it, SectionRef{"BLOCKS", kNoRecord, kNoRecord});
   }
   return b;
+}
+
+void Document::SetBlockRecord(Block* block, uint64_t record_handle) {
+  if (block->record_handle) block_by_record_.erase(block->record_handle);
+  block->record_handle = record_handle;
+  if (record_handle) block_by_record_[record_handle] = block;
 }
 
 bool Document::RenameBlock(Block* block, std::string_view name) {
@@ -764,7 +820,7 @@ Status Document::ToString(DxfFormat format, std::string* out) {
   out->clear();
   out->reserve(input_size_ + db_.arena().bytes_used() + 4096);
   TagWriter w = format == DxfFormat::kBinary
-                    ? TagWriter::Binary(out, nullptr, one_byte_codes_)
+                    ? TagWriter::Binary(out, nullptr, OneByteCodes())
                     : TagWriter(out, crlf_);
   if (format == DxfFormat::kAscii) w.SetSource(ascii_source_);
   w.SetValues(&db_);
@@ -880,7 +936,7 @@ Status Document::Save(const std::string& path, DxfFormat format) {
   std::string buffer;
   buffer.reserve((size_t{1} << 20) + 64 * 1024);
   TagWriter w = format == DxfFormat::kBinary
-                    ? TagWriter::Binary(&buffer, f, one_byte_codes_)
+                    ? TagWriter::Binary(&buffer, f, OneByteCodes())
                     : TagWriter(&buffer, crlf_, f);
   if (format == DxfFormat::kAscii) w.SetSource(ascii_source_);
   w.SetValues(&db_);

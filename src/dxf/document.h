@@ -150,6 +150,11 @@ class Document {
   Entity EnsureClass(std::string_view dxf_name, std::string_view cpp_name,
                      int proxy_flags, bool is_entity,
                      std::string_view application = "ObjectDBX Classes");
+  // Adds an empty table (`0 TABLE 2 name 5 h 330 0 100 AcDbSymbolTable
+  // 70 0`) where CAD programs place it (VPORT ... DIMSTYLE, BLOCK_RECORD),
+  // or returns the existing one. Not for R12. Table pointers taken before
+  // a table is added are invalid afterwards.
+  Table* AddTable(std::string_view name);
   // Adds an entry at the end of `table`, with a new handle and owner.
   // `tags` start with `0 TYPE`; the handle and owner are inserted.
   Entity AddTableEntry(std::string_view table, std::vector<Tag> tags);
@@ -170,6 +175,9 @@ class Document {
   // get 67 1 on BLOCK and ENDBLK. Returns the existing block when the name
   // is taken (case-insensitive). The caller links a layout (340) itself.
   Block* AddBlock(std::string_view name);
+
+  // Points `block` at its BLOCK_RECORD (a drawing made R2000 in memory).
+  void SetBlockRecord(Block* block, uint64_t record_handle);
 
   // Renames a block: BLOCK 2 and 3 and its BLOCK_RECORD 2. Renaming blocks
   // to and from *Paper_Space is how the active layout changes: the writer
@@ -200,6 +208,9 @@ class Document {
   // Erases all of them as Erase does, compacting each block's list once.
   void EraseAll(std::span<const Entity> entities);
 
+  // Adds an empty section of the ones the Document understands (CLASSES,
+  // TABLES, BLOCKS, OBJECTS, ...) in its usual place; nothing when present.
+  void EnsureSection(std::string_view name);
   // Drops a section kept verbatim (ACDSDATA, THUMBNAILIMAGE, ...); false
   // when there is none or it is one the Document understands.
   bool DropRawSection(std::string_view name);
@@ -255,6 +266,9 @@ class Document {
   // True when neither model space nor the active paper space holds an
   // entity (erased ones still count until they are forgotten).
   bool SpacesEmpty() const;
+  // Binary R12 files have one-byte group codes; a drawing upgraded from
+  // one is written with the two-byte codes of its new release.
+  bool OneByteCodes() const { return one_byte_codes_ && IsR12(); }
 
   std::string name_;
   // The whole file (one of the two); base tags point into it.

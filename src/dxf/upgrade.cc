@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "dxf/layout_edit.h"
+#include "dxf/r12_upgrade.h"
 #include "dxf/version.h"
 #include "dxf/viewport.h"
 #include "dxf/viewport_edit.h"
@@ -81,11 +82,8 @@ void UpgradeViewport(Document& doc, Viewport vp) {
 Status UpgradeForLayouts(Document& doc) {
   const std::string from(doc.version());
   if (from >= "AC1015") return Status::Ok();
-  if (doc.IsR12()) {
-    return Status::InvalidArgument(
-        "an R12 drawing cannot be given layouts here; save it as DXF 2000 or "
-        "later in a CAD program first");
-  }
+  // R12 first takes the object model R13 introduced; the rest is R14's.
+  GiveR12TheR14Model(doc);
   if (!doc.root_dictionary().valid()) {
     return Status::InvalidArgument("the " + std::string(ReleaseName(from)) +
                                    " drawing has no root dictionary");

@@ -1,4 +1,5 @@
-// Making an R13 or R14 drawing a DXF 2000 one, so that it can hold layouts.
+// Making an R12, R13 or R14 drawing a DXF 2000 one, so that it can hold
+// layouts.
 //
 // R13 and R14 already have the object model of 2000 (handles, owners,
 // subclass markers, BLOCK_RECORD, OBJECTS). What they lack is what layouts
@@ -7,8 +8,7 @@
 // which R13 and R14 keep in the ACAD application's MVIEW extended data.
 // Everything else stays as it was read.
 //
-// R12 is refused: its entities have no handles, owners or subclass markers,
-// and giving them those is a different job.
+// R12 lacks the object model too; it is given R14's first (r12_upgrade.h).
 #ifndef LMT_DXF_UPGRADE_H_
 #define LMT_DXF_UPGRADE_H_
 
@@ -17,8 +17,9 @@
 
 namespace lmt::dxf {
 
-// Converts `doc` in place to DXF 2000 (AC1015) when it is R13 or R14; does
-// nothing for 2000 and later. InvalidArgument, nothing changed, for R12.
+// Converts `doc` in place to DXF 2000 (AC1015) when it is R12, R13 or R14;
+// does nothing for 2000 and later. InvalidArgument for an R13/R14 drawing
+// without a root dictionary.
 Status UpgradeForLayouts(Document& doc);
 
 }  // namespace lmt::dxf

@@ -1,5 +1,5 @@
 // Drawings before DXF 2000: their viewports read from extended data, and
-// R13/R14 drawings made DXF 2000 so that they can hold layouts.
+// R12, R13 and R14 drawings made DXF 2000 so that they can hold layouts.
 #include "dxf/upgrade.h"
 
 #include <gtest/gtest.h>
@@ -60,14 +60,31 @@ TEST(LegacyViewportTest, ViewComesFromExtendedDataAndOffIsStatusZero) {
   EXPECT_EQ(vp.status(), 3);
 }
 
-TEST(UpgradeTest, R12IsRefusedUnchanged) {
-  auto doc = Load(std::string(LMT_TESTDATA_DIR) + "/cli/frames_r12.dxf");
+// R12 reaches 2000 through R14's model: its viewport's view moves out of
+// the extended data as R14's does, and the paper space becomes Layout1.
+TEST(UpgradeTest, R12GetsLayoutsAndFullViewports) {
+  const std::string path =
+      std::string(LMT_TESTDATA_DIR) + "/cli/frames_r12.dxf";
+  auto doc = Load(path);
   ASSERT_TRUE(doc);
-  const std::string before = doc->ToString();
-  Status s = UpgradeForLayouts(*doc);
-  EXPECT_EQ(s.code(), Status::Code::kInvalidArgument);
-  EXPECT_NE(s.message().find("R12"), std::string::npos);
-  EXPECT_EQ(doc->ToString(), before);
+  ASSERT_TRUE(UpgradeForLayouts(*doc).ok());
+  EXPECT_EQ(doc->version(), "AC1015");
+  std::vector<std::string> names;
+  for (const Layout& l : Layouts(*doc)) names.emplace_back(l.name());
+  EXPECT_EQ(names, (std::vector<std::string>{"Model", "Layout1"}));
+  Viewport vp = ViewportWithHandle(*doc, 0x35);
+  ASSERT_TRUE(vp.valid());
+  EXPECT_FALSE(vp.is_legacy());
+  EXPECT_TRUE(vp.XData("ACAD").empty());
+  EXPECT_DOUBLE_EQ(vp.view_center().x, 21000);
+  EXPECT_DOUBLE_EQ(vp.view_center().y, 14850);
+  EXPECT_DOUBLE_EQ(vp.view_height(), 29700);
+  EXPECT_TRUE(vp.is_on());
+  // The drawing (made by ezdxf) has no layout viewport of id 1; that is
+  // its own problem, kept.
+  const std::string out = testing::TempPath("upgraded_r12.dxf");
+  ASSERT_TRUE(doc->Save(out).ok());
+  EXPECT_EQ(testing::Problems(out, 1), "");
 }
 
 TEST(UpgradeTest, R14GetsLayoutsAndFullViewportsAndTakesNewLayouts) {

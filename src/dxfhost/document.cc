@@ -503,11 +503,10 @@ class DxfDocument : public DatabaseImpl<host::Document> {
         !s.ok()) {
       return s;
     }
-    // R13 and R14 reach the newer releases through DXF 2000; R12 does not.
+    // R12, R13 and R14 reach the newer releases through DXF 2000.
     if (dxf::Status s = dxf::UpgradeForLayouts(*copy); !s.ok()) {
-      return Status::NotSupported(
-          "an R12 drawing is saved as R12 only, not as " +
-          std::string(dxf::ReleaseName(release)));
+      return Status::NotSupported(s.message() + "; not saved as " +
+                                  std::string(dxf::ReleaseName(release)));
     }
     if (dxf::Status s = dxf::ConvertVersion(*copy, release); !s.ok()) {
       return Status::NotSupported(s.message());
