@@ -128,6 +128,13 @@ bool Test(const Node& n, const Drawing& d, const dxf::Entity& e,
       return match;
     }
   }
+  if (n.literal && n.code == 410) {
+    // The layout's name is decoded already; a literal matches it as the
+    // wildcard match would, letter for letter without regard to case.
+    bool match = dxf::EqualsNoCase(space, n.text);
+    if (n.op == "!=" || n.op == "/=" || n.op == "<>") return !match;
+    return match;
+  }
   std::optional<std::string> value = EntityValue(e, n.code, space);
   if (!value) return false;
   if (IsTextCode(n.code) && n.code != 62) {
