@@ -71,6 +71,14 @@ class DxfSelectionSet : public host::SelectionSet {
     for (dxf::RecordId id : Members()) out.push_back(MakeEntity(d_, id));
     return out;
   }
+  Status DoForEachItem(
+      const std::function<bool(const host::EntityPtr&)>& visit) const override {
+    if (Status s = Live(); !s.ok()) return s;
+    for (dxf::RecordId id : Members()) {
+      if (!visit(MakeEntity(d_, id))) break;
+    }
+    return Status();
+  }
   Status DoSelect(host::SelectMode mode, const std::optional<host::Point>& c1,
                   const std::optional<host::Point>& c2,
                   const host::SelectionFilter& filter) override {
