@@ -38,6 +38,8 @@ const std::vector<LayoutInfo>& Drawing::Layouts() {
   if (layouts_known_) return layouts_cache_;
   std::vector<LayoutInfo>& out = layouts_cache_;
   out.clear();
+  layout_by_name_.clear();
+  layout_by_block_.clear();
   layouts_known_ = true;  // R12's implied tabs never change either
   out.push_back(LayoutInfo{0, "Model", doc->model_space(), 0});
   dxf::Entity root = doc->root_dictionary();
@@ -51,6 +53,7 @@ const std::vector<LayoutInfo>& Drawing::Layouts() {
     if (doc->paper_space() != nullptr) {
       out.push_back(LayoutInfo{0, "Layout1", doc->paper_space(), 1});
     }
+    for (size_t i = 0; i < out.size(); ++i) IndexLayout(i);
     return out;
   }
   for (std::string_view value : dict.GetAll(350)) {
@@ -83,14 +86,40 @@ const std::vector<LayoutInfo>& Drawing::Layouts() {
                    [](const LayoutInfo& a, const LayoutInfo& b) {
                      return a.tab_order < b.tab_order;
                    });
+  for (size_t i = 0; i < out.size(); ++i) IndexLayout(i);
   return out;
 }
 
-LayoutInfo Drawing::LayoutOfBlock(const dxf::Block* block) {
-  for (const LayoutInfo& info : Layouts()) {
-    if (info.block == block) return info;
+void Drawing::IndexLayout(size_t at) {
+  const LayoutInfo& info = layouts_cache_[at];
+  std::string key = info.name;
+  for (char& c : key) {
+    if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 32);
   }
-  return LayoutInfo{};
+  layout_by_name_.try_emplace(std::move(key), at);
+  layout_by_block_.try_emplace(info.block, at);
+}
+
+void Drawing::AddKnownLayout(LayoutInfo info) {
+  if (!layouts_known_) return;
+  layouts_cache_.push_back(std::move(info));
+  IndexLayout(layouts_cache_.size() - 1);
+}
+
+const LayoutInfo* Drawing::FindLayout(std::string_view name) {
+  const std::vector<LayoutInfo>& all = Layouts();
+  std::string key(name);
+  for (char& c : key) {
+    if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 32);
+  }
+  auto it = layout_by_name_.find(key);
+  return it == layout_by_name_.end() ? nullptr : &all[it->second];
+}
+
+LayoutInfo Drawing::LayoutOfBlock(const dxf::Block* block) {
+  const std::vector<LayoutInfo>& all = Layouts();
+  auto it = layout_by_block_.find(block);
+  return it == layout_by_block_.end() ? LayoutInfo{} : all[it->second];
 }
 
 std::shared_ptr<Drawing> Drawing::Xref(dxf::Document& owner,
