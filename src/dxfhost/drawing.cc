@@ -7,6 +7,7 @@
 
 #include "dxf/encoding.h"
 #include "dxf/geometry.h"
+#include "dxf/objects.h"
 #include "dxf/viewport.h"
 
 namespace lmt::dxfhost {
@@ -40,6 +41,7 @@ const std::vector<LayoutInfo>& Drawing::Layouts() {
   out.clear();
   layout_by_name_.clear();
   layout_by_block_.clear();
+  tab_orders_stale_ = false;
   layouts_known_ = true;  // R12's implied tabs never change either
   out.push_back(LayoutInfo{0, "Model", doc->model_space(), 0});
   dxf::Entity root = doc->root_dictionary();
@@ -90,14 +92,82 @@ const std::vector<LayoutInfo>& Drawing::Layouts() {
   return out;
 }
 
-void Drawing::IndexLayout(size_t at) {
-  const LayoutInfo& info = layouts_cache_[at];
-  std::string key = info.name;
+namespace {
+
+// The key of a layout name: ASCII letters in upper case, as
+// dxf::EqualsNoCase compares them.
+std::string NameKey(std::string_view name) {
+  std::string key(name);
   for (char& c : key) {
     if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 32);
   }
-  layout_by_name_.try_emplace(std::move(key), at);
+  return key;
+}
+
+}  // namespace
+
+void Drawing::IndexLayout(size_t at) {
+  const LayoutInfo& info = layouts_cache_[at];
+  layout_by_name_.try_emplace(NameKey(info.name), at);
   layout_by_block_.try_emplace(info.block, at);
+}
+
+void Drawing::DropKnownLayout(uint64_t handle) {
+  if (!layouts_known_) return;
+  auto it = std::find_if(
+      layouts_cache_.begin() + 1, layouts_cache_.end(),
+      [&](const LayoutInfo& info) { return info.handle == handle; });
+  if (handle == 0 || it == layouts_cache_.end()) {
+    ForgetLayouts();
+    return;
+  }
+  const size_t at = static_cast<size_t>(it - layouts_cache_.begin());
+  const LayoutInfo gone = std::move(*it);
+  layouts_cache_.erase(it);
+  for (auto& [key, i] : layout_by_name_) i -= i > at ? 1 : 0;
+  for (auto& [block, i] : layout_by_block_) i -= i > at ? 1 : 0;
+  // Its name and block lead to the next tab that has them, if any.
+  const std::string key = NameKey(gone.name);
+  if (auto n = layout_by_name_.find(key);
+      n != layout_by_name_.end() && n->second == at) {
+    layout_by_name_.erase(n);
+    for (size_t i = at; i < layouts_cache_.size(); ++i) {
+      if (dxf::EqualsNoCase(layouts_cache_[i].name, gone.name)) {
+        layout_by_name_.emplace(key, i);
+        break;
+      }
+    }
+  }
+  if (auto b = layout_by_block_.find(gone.block);
+      b != layout_by_block_.end() && b->second == at) {
+    layout_by_block_.erase(b);
+    for (size_t i = at; i < layouts_cache_.size(); ++i) {
+      if (layouts_cache_[i].block == gone.block) {
+        layout_by_block_.emplace(gone.block, i);
+        break;
+      }
+    }
+  }
+  tab_orders_stale_ = true;
+}
+
+int Drawing::LastTabOrder() {
+  Layouts();
+  if (tab_orders_stale_) {
+    // Model keeps 0, as when the list is read.
+    for (size_t i = 1; i < layouts_cache_.size(); ++i) {
+      dxf::Entity layout = doc->FindByHandle(layouts_cache_[i].handle);
+      if (layout.valid()) {
+        layouts_cache_[i].tab_order = dxf::Layout(layout).tab_order();
+      }
+    }
+    tab_orders_stale_ = false;
+  }
+  int last = 0;
+  for (const LayoutInfo& info : layouts_cache_) {
+    last = std::max(last, info.tab_order);
+  }
+  return last;
 }
 
 void Drawing::AddKnownLayout(LayoutInfo info) {
@@ -108,11 +178,7 @@ void Drawing::AddKnownLayout(LayoutInfo info) {
 
 const LayoutInfo* Drawing::FindLayout(std::string_view name) {
   const std::vector<LayoutInfo>& all = Layouts();
-  std::string key(name);
-  for (char& c : key) {
-    if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 32);
-  }
-  auto it = layout_by_name_.find(key);
+  auto it = layout_by_name_.find(NameKey(name));
   return it == layout_by_name_.end() ? nullptr : &all[it->second];
 }
 

@@ -218,8 +218,11 @@ class DxfLayout : public host::Layout {
       if (d_->last_paper_block == block) d_->last_paper_block = next;
     }
     dxf::Status s = dxf::DeleteLayout(*d_->doc, dxf::Layout(layout));
-    d_->ForgetLayouts();
-    if (!s.ok()) return Status::Refused(s.message());
+    if (!s.ok()) {
+      d_->ForgetLayouts();
+      return Status::Refused(s.message());
+    }
+    d_->DropKnownLayout(info_.handle);
     return Status();
   }
 
@@ -338,12 +341,10 @@ class DxfLayouts : public host::Layouts {
       return Status::Refused("layout \"" + std::string(name) +
                              "\" already exists");
     }
-    const std::vector<LayoutInfo>& tabs = d_->Layouts();
     dxf::KnownLayouts known;
     known.name_is_free = true;
-    for (const LayoutInfo& tab : tabs) {
-      known.last_tab_order = std::max(known.last_tab_order, tab.tab_order);
-    }
+    known.last_tab_order = d_->LastTabOrder();
+    const std::vector<LayoutInfo>& tabs = d_->Layouts();
     if (tabs.size() > 1 && tabs[1].handle != 0) {
       known.first_paper = dxf::Layout(d_->doc->FindByHandle(tabs[1].handle));
     }
