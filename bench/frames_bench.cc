@@ -101,9 +101,9 @@ void SearchBench(benchmark::State& state, int block_mode) {
   for (auto _ : state) {
     app->gate().set_counting(true);
     app->gate().ResetCounts();
-    frames::Outcome outcome = commands.Search(frames::kSearchAll);
+    host::Outcome outcome = commands.Search(frames::SearchMode::kAll);
     calls = app->gate().total_calls();
-    if (outcome != frames::Outcome::kDone) {
+    if (outcome != host::Outcome::kDone) {
       state.SkipWithError("the search found nothing");
       break;
     }

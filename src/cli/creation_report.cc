@@ -3,6 +3,8 @@
 #include <cmath>
 #include <numbers>
 #include <optional>
+#include <string_view>
+#include <unordered_map>
 
 #include "cli/frame_output.h"
 #include "frames/frame_record.h"
@@ -21,11 +23,15 @@ constexpr std::string_view kStep = "step";
 constexpr std::string_view kRefused = "refused";
 
 // The frame table row that named the layout `name`; 0 when none did.
-int RowOf(const frames::FrameTable& table, std::string_view name) {
+// Rows by their layout name, the first of equal names: looked up once per
+// layout made, so not searched for each.
+std::unordered_map<std::string_view, int> RowsByName(
+    const frames::FrameTable& table) {
+  std::unordered_map<std::string_view, int> rows;
   for (int row = 1; row < table.row_count(); ++row) {
-    if (table.Cell(row, Column::kLayoutName) == name) return row;
+    rows.try_emplace(table.Cell(row, Column::kLayoutName), row);
   }
-  return 0;
+  return rows;
 }
 
 struct Frame {
@@ -105,8 +111,10 @@ RunReport CreationRunReport(const layouts::CreationReport& report,
                             const host::Document& document,
                             const std::vector<std::string>& outputs) {
   RunReport run("create-layouts");
+  const std::unordered_map<std::string_view, int> rows = RowsByName(table);
   for (const std::string& name : report.created) {
-    Frame frame = FrameOfRow(table, RowOf(table, name));
+    auto row = rows.find(name);
+    Frame frame = FrameOfRow(table, row != rows.end() ? row->second : 0);
     ReadViewport(document, name, frame);
     run.Add({std::string(kLayout),
              name,

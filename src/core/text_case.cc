@@ -136,6 +136,19 @@ std::string FoldText(std::string_view text) {
 }
 
 bool EqualsIgnoreCase(std::string_view a, std::string_view b) {
+  // Object and entity names are ASCII nearly always: compare their ASCII
+  // prefix byte by byte, as decoding would, and decode only the rest.
+  std::size_t i = 0;
+  for (; i < a.size() && i < b.size(); ++i) {
+    const auto x = static_cast<unsigned char>(a[i]);
+    const auto y = static_cast<unsigned char>(b[i]);
+    if ((x | y) >= 0x80) break;
+    if (FoldCase(x) != FoldCase(y)) return false;
+  }
+  // Whatever is left of the longer text holds at least one more code point.
+  if (i == a.size() || i == b.size()) return a.size() == b.size();
+  a.remove_prefix(i);
+  b.remove_prefix(i);
   std::vector<CodePoint> ca = DecodeUtf8(a);
   std::vector<CodePoint> cb = DecodeUtf8(b);
   if (ca.size() != cb.size()) return false;

@@ -10,6 +10,11 @@ TEST(TextCaseTest, FoldsLatinAndCyrillic) {
   EXPECT_FALSE(EqualsIgnoreCase("Е", "Ё"));
   EXPECT_FALSE(EqualsIgnoreCase("a", "ab"));
   EXPECT_FALSE(EqualsIgnoreCase("\xFF", "\xFE"));  // invalid bytes differ
+  // An ASCII start followed by other letters, on either side.
+  EXPECT_TRUE(EqualsIgnoreCase("Sheet Ж1", "sHEET ж1"));
+  EXPECT_FALSE(EqualsIgnoreCase("Sheet", "Sheetж"));
+  EXPECT_FALSE(EqualsIgnoreCase("Sheetж", "Sheet"));
+  EXPECT_FALSE(EqualsIgnoreCase("AbЖ", "AcЖ"));
   EXPECT_EQ(ReplaceIgnoreCase("x\xFFЯя", "я", "R"), "x\xFFRR");
   EXPECT_EQ(FindIgnoreCase("abcБВ", "бв"), 3u);
   EXPECT_EQ(DropLastCodePoints("абв", 1), "аб");

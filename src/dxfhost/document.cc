@@ -224,12 +224,27 @@ class DatabaseImpl : public Base {
     if (!e.valid() || e.erased()) {
       return Status::NotFound("no object has id " + std::to_string(object_id));
     }
-    dxf::Block* block = nullptr;
-    for (auto& b : d_->doc->blocks()) {
-      if (b->begin == e.id() || b->record_handle == e.handle()) block = b.get();
+    if (dxf::Block* block = DefinedBlock(e)) {
+      return host::ObjectPtr(MakeBlock(d_, block));
     }
-    if (block != nullptr) return host::ObjectPtr(MakeBlock(d_, block));
     return host::ObjectPtr(MakeEntity(d_, e.id()));
+  }
+
+  // The block `e` stands for: the one its BLOCK_RECORD names, or the one
+  // its BLOCK begins; null for any other object. Looked up, not searched:
+  // every viewport of a run asks for its owner, and a run adds a block per
+  // layout.
+  dxf::Block* DefinedBlock(const dxf::Entity& e) const {
+    dxf::Document& doc = *d_->doc;
+    if (dxf::Block* b = doc.BlockByRecord(e.handle())) return b;
+    if (e.type() != "BLOCK") return nullptr;
+    if (dxf::Block* b = doc.BlockByRecord(e.owner()); b && b->begin == e.id()) {
+      return b;
+    }
+    for (auto& b : doc.blocks()) {  // R12 blocks have no record
+      if (b->begin == e.id()) return b.get();
+    }
+    return nullptr;
   }
 
   std::shared_ptr<Drawing> d_;

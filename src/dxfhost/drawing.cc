@@ -7,6 +7,7 @@
 
 #include "dxf/encoding.h"
 #include "dxf/geometry.h"
+#include "dxf/objects.h"
 #include "dxf/viewport.h"
 
 namespace lmt::dxfhost {
@@ -38,6 +39,9 @@ const std::vector<LayoutInfo>& Drawing::Layouts() {
   if (layouts_known_) return layouts_cache_;
   std::vector<LayoutInfo>& out = layouts_cache_;
   out.clear();
+  layout_by_name_.clear();
+  layout_by_block_.clear();
+  tab_orders_stale_ = false;
   layouts_known_ = true;  // R12's implied tabs never change either
   out.push_back(LayoutInfo{0, "Model", doc->model_space(), 0});
   dxf::Entity root = doc->root_dictionary();
@@ -51,6 +55,7 @@ const std::vector<LayoutInfo>& Drawing::Layouts() {
     if (doc->paper_space() != nullptr) {
       out.push_back(LayoutInfo{0, "Layout1", doc->paper_space(), 1});
     }
+    for (size_t i = 0; i < out.size(); ++i) IndexLayout(i);
     return out;
   }
   for (std::string_view value : dict.GetAll(350)) {
@@ -83,14 +88,104 @@ const std::vector<LayoutInfo>& Drawing::Layouts() {
                    [](const LayoutInfo& a, const LayoutInfo& b) {
                      return a.tab_order < b.tab_order;
                    });
+  for (size_t i = 0; i < out.size(); ++i) IndexLayout(i);
   return out;
 }
 
-LayoutInfo Drawing::LayoutOfBlock(const dxf::Block* block) {
-  for (const LayoutInfo& info : Layouts()) {
-    if (info.block == block) return info;
+namespace {
+
+// The key of a layout name: ASCII letters in upper case, as
+// dxf::EqualsNoCase compares them.
+std::string NameKey(std::string_view name) {
+  std::string key(name);
+  for (char& c : key) {
+    if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 32);
   }
-  return LayoutInfo{};
+  return key;
+}
+
+}  // namespace
+
+void Drawing::IndexLayout(size_t at) {
+  const LayoutInfo& info = layouts_cache_[at];
+  layout_by_name_.try_emplace(NameKey(info.name), at);
+  layout_by_block_.try_emplace(info.block, at);
+}
+
+void Drawing::DropKnownLayout(uint64_t handle) {
+  if (!layouts_known_) return;
+  auto it = std::find_if(
+      layouts_cache_.begin() + 1, layouts_cache_.end(),
+      [&](const LayoutInfo& info) { return info.handle == handle; });
+  if (handle == 0 || it == layouts_cache_.end()) {
+    ForgetLayouts();
+    return;
+  }
+  const size_t at = static_cast<size_t>(it - layouts_cache_.begin());
+  const LayoutInfo gone = std::move(*it);
+  layouts_cache_.erase(it);
+  for (auto& [key, i] : layout_by_name_) i -= i > at ? 1 : 0;
+  for (auto& [block, i] : layout_by_block_) i -= i > at ? 1 : 0;
+  // Its name and block lead to the next tab that has them, if any.
+  const std::string key = NameKey(gone.name);
+  if (auto n = layout_by_name_.find(key);
+      n != layout_by_name_.end() && n->second == at) {
+    layout_by_name_.erase(n);
+    for (size_t i = at; i < layouts_cache_.size(); ++i) {
+      if (dxf::EqualsNoCase(layouts_cache_[i].name, gone.name)) {
+        layout_by_name_.emplace(key, i);
+        break;
+      }
+    }
+  }
+  if (auto b = layout_by_block_.find(gone.block);
+      b != layout_by_block_.end() && b->second == at) {
+    layout_by_block_.erase(b);
+    for (size_t i = at; i < layouts_cache_.size(); ++i) {
+      if (layouts_cache_[i].block == gone.block) {
+        layout_by_block_.emplace(gone.block, i);
+        break;
+      }
+    }
+  }
+  tab_orders_stale_ = true;
+}
+
+int Drawing::LastTabOrder() {
+  Layouts();
+  if (tab_orders_stale_) {
+    // Model keeps 0, as when the list is read.
+    for (size_t i = 1; i < layouts_cache_.size(); ++i) {
+      dxf::Entity layout = doc->FindByHandle(layouts_cache_[i].handle);
+      if (layout.valid()) {
+        layouts_cache_[i].tab_order = dxf::Layout(layout).tab_order();
+      }
+    }
+    tab_orders_stale_ = false;
+  }
+  int last = 0;
+  for (const LayoutInfo& info : layouts_cache_) {
+    last = std::max(last, info.tab_order);
+  }
+  return last;
+}
+
+void Drawing::AddKnownLayout(LayoutInfo info) {
+  if (!layouts_known_) return;
+  layouts_cache_.push_back(std::move(info));
+  IndexLayout(layouts_cache_.size() - 1);
+}
+
+const LayoutInfo* Drawing::FindLayout(std::string_view name) {
+  const std::vector<LayoutInfo>& all = Layouts();
+  auto it = layout_by_name_.find(NameKey(name));
+  return it == layout_by_name_.end() ? nullptr : &all[it->second];
+}
+
+LayoutInfo Drawing::LayoutOfBlock(const dxf::Block* block) {
+  const std::vector<LayoutInfo>& all = Layouts();
+  auto it = layout_by_block_.find(block);
+  return it == layout_by_block_.end() ? LayoutInfo{} : all[it->second];
 }
 
 std::shared_ptr<Drawing> Drawing::Xref(dxf::Document& owner,

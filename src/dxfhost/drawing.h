@@ -15,6 +15,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "core/status.h"
@@ -105,9 +106,18 @@ struct Drawing {
   void ForgetLayouts() { layouts_known_ = false; }
   // A layout just added as the last tab: the known list grows by it instead
   // of being read again (quadratic over a thousand new layouts).
-  void AddKnownLayout(LayoutInfo info) {
-    if (layouts_known_) layouts_cache_.push_back(std::move(info));
-  }
+  void AddKnownLayout(LayoutInfo info);
+  // A layout just deleted (its LAYOUT object `handle`): its tab leaves the
+  // known list and the others keep their order, rather than the list being
+  // read again (quadratic over a split run's thousands of deletions). The
+  // deletion renumbered the other tabs: LastTabOrder reads them again.
+  void DropKnownLayout(uint64_t handle);
+  // The highest tab number of any layout (0 with none but Model).
+  int LastTabOrder();
+  // The tab of that name (ASCII letters without regard to case, the first
+  // of equal names), or null. Looked up, not searched: a run of a thousand
+  // layouts asks for each of them by name.
+  const LayoutInfo* FindLayout(std::string_view name);
   // The drawing that external-reference block `block` of `owner` names;
   // `owner` is this drawing's document or one of `xrefs`, whose folder a
   // relative path starts from. Null when the block is no reference or its
@@ -131,8 +141,13 @@ struct Drawing {
            active_pviewport != dxf::kNoRecord;
   }
 
-  // The cache of Layouts().
+  // The cache of Layouts(), with its indexes into it by upper-case name
+  // and by block (first of equals).
+  void IndexLayout(size_t at);
+  bool tab_orders_stale_ = false;
   std::vector<LayoutInfo> layouts_cache_;
+  std::unordered_map<std::string, size_t> layout_by_name_;
+  std::unordered_map<const dxf::Block*, size_t> layout_by_block_;
   bool layouts_known_ = false;
 };
 

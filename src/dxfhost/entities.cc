@@ -244,7 +244,10 @@ class EntityImpl : public Base, public RecordHolder {
       std::string_view application) const override {
     if (Status s = Live(); !s.ok()) return s;
     std::vector<std::string> strings;
-    for (const dxf::Tag& tag : E().XData(D().Encode(application))) {
+    // Most entities carry no extended data: skip the name's encoding then.
+    const dxf::Entity e = E();
+    if (e.XDataBegin() == static_cast<int>(e.tags().size())) return strings;
+    for (const dxf::Tag& tag : e.XData(D().Encode(application))) {
       if (tag.code == 1000) strings.push_back(D().Decode(tag.value()));
     }
     return strings;

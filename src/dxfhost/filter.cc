@@ -2,6 +2,7 @@
 
 #include <cctype>
 #include <cmath>
+#include <cstdint>
 #include <optional>
 #include <string_view>
 #include <variant>
@@ -17,7 +18,17 @@ struct CompiledFilter::Node {
   std::vector<Node> children;
   // kTest
   int code = 0;
-  std::string op = "=";
+  // The comparison, "=" unless a -4 operator came before.
+  enum class Op : uint8_t {
+    kAny,
+    kEqual,
+    kNotEqual,
+    kLess,
+    kLessOrEqual,
+    kGreater,
+    kGreaterOrEqual
+  };
+  Op op = Op::kEqual;
   std::string text;              // the value as text
   std::optional<double> number;  // the value as a number, when it is one
   // `text` holds no wildcard character, so it matches only itself.
@@ -116,7 +127,7 @@ bool IsPlain(std::string_view raw) {
 
 bool Test(const Node& n, const Drawing& d, const dxf::Entity& e,
           const std::string& space) {
-  if (n.op == "*") return true;
+  if (n.op == Node::Op::kAny) return true;
   // Whole-drawing selections test every entity: a literal name against
   // plain text needs neither copies nor decoding (same answer as below).
   if (n.literal && n.code != 410 && n.code != 62 && IsTextCode(n.code)) {
@@ -124,9 +135,16 @@ bool Test(const Node& n, const Drawing& d, const dxf::Entity& e,
     if (!raw) return false;
     if (IsPlain(*raw)) {
       bool match = dxf::EqualsNoCase(*raw, n.text);
-      if (n.op == "!=" || n.op == "/=" || n.op == "<>") return !match;
+      if (n.op == Node::Op::kNotEqual) return !match;
       return match;
     }
+  }
+  if (n.literal && n.code == 410) {
+    // The layout's name is decoded already; a literal matches it as the
+    // wildcard match would, letter for letter without regard to case.
+    bool match = dxf::EqualsNoCase(space, n.text);
+    if (n.op == Node::Op::kNotEqual) return !match;
+    return match;
   }
   std::optional<std::string> value = EntityValue(e, n.code, space);
   if (!value) return false;
@@ -134,21 +152,29 @@ bool Test(const Node& n, const Drawing& d, const dxf::Entity& e,
     // 410 is already the layout's decoded name.
     bool match =
         WildcardMatch(n.code == 410 ? *value : d.Decode(*value), n.text);
-    if (n.op == "!=" || n.op == "/=" || n.op == "<>") return !match;
+    if (n.op == Node::Op::kNotEqual) return !match;
     return match;
   }
   std::optional<double> have = NumberOf(n.code, *value);
   if (!have || !n.number) return false;
   double a = *have, b = *n.number;
   constexpr double kEps = 1e-9;
-  if (n.op == "=") return std::fabs(a - b) <= kEps;
-  if (n.op == "!=" || n.op == "/=" || n.op == "<>") {
-    return std::fabs(a - b) > kEps;
+  switch (n.op) {
+    case Node::Op::kAny:
+      return true;
+    case Node::Op::kEqual:
+      return std::fabs(a - b) <= kEps;
+    case Node::Op::kNotEqual:
+      return std::fabs(a - b) > kEps;
+    case Node::Op::kLess:
+      return a < b;
+    case Node::Op::kLessOrEqual:
+      return a <= b + kEps;
+    case Node::Op::kGreater:
+      return a > b;
+    case Node::Op::kGreaterOrEqual:
+      return a >= b - kEps;
   }
-  if (n.op == "<") return a < b;
-  if (n.op == "<=") return a <= b + kEps;
-  if (n.op == ">") return a > b;
-  if (n.op == ">=") return a >= b - kEps;
   return false;
 }
 
@@ -174,6 +200,17 @@ bool Eval(const Node& n, const Drawing& d, const dxf::Entity& e,
              Eval(n.children[1], d, e, space);
   }
   return false;
+}
+
+// REQUIRES: IsComparison(op).
+Node::Op OpOf(const std::string& op) {
+  if (op == "*") return Node::Op::kAny;
+  if (op == "!=" || op == "/=" || op == "<>") return Node::Op::kNotEqual;
+  if (op == "<") return Node::Op::kLess;
+  if (op == "<=") return Node::Op::kLessOrEqual;
+  if (op == ">") return Node::Op::kGreater;
+  if (op == ">=") return Node::Op::kGreaterOrEqual;
+  return Node::Op::kEqual;
 }
 
 bool IsComparison(const std::string& op) {
@@ -236,7 +273,7 @@ Result<CompiledFilter> CompiledFilter::Compile(
     Node test;
     test.kind = Node::Kind::kTest;
     test.code = code;
-    test.op = pending_op.empty() ? "=" : pending_op;
+    test.op = pending_op.empty() ? Node::Op::kEqual : OpOf(pending_op);
     pending_op.clear();
     test.text = text;
     test.number = NumberOf(code, text);

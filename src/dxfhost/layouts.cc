@@ -218,8 +218,11 @@ class DxfLayout : public host::Layout {
       if (d_->last_paper_block == block) d_->last_paper_block = next;
     }
     dxf::Status s = dxf::DeleteLayout(*d_->doc, dxf::Layout(layout));
-    d_->ForgetLayouts();
-    if (!s.ok()) return Status::Refused(s.message());
+    if (!s.ok()) {
+      d_->ForgetLayouts();
+      return Status::Refused(s.message());
+    }
+    d_->DropKnownLayout(info_.handle);
     return Status();
   }
 
@@ -302,14 +305,14 @@ class DxfLayouts : public host::Layouts {
   }
   Result<host::LayoutPtr> DoItemAt(int32_t index) const override {
     if (Status s = d_->Live(); !s.ok()) return s;
-    std::vector<LayoutInfo> all = d_->Layouts();
+    const std::vector<LayoutInfo>& all = d_->Layouts();
     if (Status s = CheckItemIndex(index, all.size()); !s.ok()) return s;
     return MakeLayout(d_, all[index]);
   }
   Result<host::LayoutPtr> DoItemNamed(std::string_view name) const override {
     if (Status s = d_->Live(); !s.ok()) return s;
-    for (const LayoutInfo& info : d_->Layouts()) {
-      if (dxf::EqualsNoCase(info.name, name)) return MakeLayout(d_, info);
+    if (const LayoutInfo* info = d_->FindLayout(name)) {
+      return MakeLayout(d_, *info);
     }
     return Status::NotFound("layout \"" + std::string(name) +
                             "\" does not exist");
@@ -334,16 +337,14 @@ class DxfLayouts : public host::Layouts {
     }
     // The host's own list answers what the engine would otherwise look up
     // in the layout dictionary for every new layout.
-    const std::vector<LayoutInfo>& tabs = d_->Layouts();
+    if (d_->FindLayout(name) != nullptr) {
+      return Status::Refused("layout \"" + std::string(name) +
+                             "\" already exists");
+    }
     dxf::KnownLayouts known;
     known.name_is_free = true;
-    for (const LayoutInfo& tab : tabs) {
-      if (dxf::EqualsNoCase(tab.name, name)) {
-        return Status::Refused("layout \"" + std::string(name) +
-                               "\" already exists");
-      }
-      known.last_tab_order = std::max(known.last_tab_order, tab.tab_order);
-    }
+    known.last_tab_order = d_->LastTabOrder();
+    const std::vector<LayoutInfo>& tabs = d_->Layouts();
     if (tabs.size() > 1 && tabs[1].handle != 0) {
       known.first_paper = dxf::Layout(d_->doc->FindByHandle(tabs[1].handle));
     }

@@ -87,6 +87,27 @@ TEST(LayoutsTest, AddRenameDelete) {
       (std::vector<std::string>{"Model", "Pattern", "SHEET 2", "Layout1"}));
 }
 
+TEST(LayoutsTest, DeletionsKeepTheTabsInOrderAndNumbered) {
+  test::Session s(test::TestdataPath("example.dxf"));
+  host::LayoutsPtr layouts = *s.doc->Layouts();
+  for (const char* name : {"A", "B", "C"}) {
+    ASSERT_TRUE(layouts->Add(name).ok());
+  }
+  ASSERT_TRUE((*layouts->Item("b"))->Delete().ok());
+  EXPECT_EQ(layouts->Item("B").status().code(), StatusCode::kNotFound);
+  ASSERT_TRUE((*layouts->Item("Layout1"))->Delete().ok());
+  ASSERT_TRUE(layouts->Add("B").ok());  // the freed name, as the last tab
+  EXPECT_EQ(Names(s.doc),
+            (std::vector<std::string>{"Model", "Pattern", "A", "C", "B"}));
+  std::vector<int32_t> tabs;
+  const std::vector<host::LayoutPtr> all = *layouts->Items();
+  for (const host::LayoutPtr& l : all) {
+    tabs.push_back(*l->TabOrder());
+  }
+  EXPECT_EQ(tabs, (std::vector<int32_t>{0, 1, 2, 3, 4}));
+  EXPECT_EQ(*(*layouts->Item("c"))->Name(), "C");
+}
+
 TEST(LayoutsTest, TheLastPaperLayoutStays) {
   test::Session s(test::TestdataPath("example.dxf"));
   host::LayoutsPtr layouts = *s.doc->Layouts();

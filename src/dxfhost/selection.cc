@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 #include <string>
-#include <unordered_set>
 #include <vector>
 
 #include "dxfhost/entities.h"
@@ -72,6 +71,14 @@ class DxfSelectionSet : public host::SelectionSet {
     for (dxf::RecordId id : Members()) out.push_back(MakeEntity(d_, id));
     return out;
   }
+  Status DoForEachItem(
+      const std::function<bool(const host::EntityPtr&)>& visit) const override {
+    if (Status s = Live(); !s.ok()) return s;
+    for (dxf::RecordId id : Members()) {
+      if (!visit(MakeEntity(d_, id))) break;
+    }
+    return Status();
+  }
   Status DoSelect(host::SelectMode mode, const std::optional<host::Point>& c1,
                   const std::optional<host::Point>& c2,
                   const host::SelectionFilter& filter) override {
@@ -79,15 +86,15 @@ class DxfSelectionSet : public host::SelectionSet {
     Result<CompiledFilter> f = CompiledFilter::Compile(filter);
     if (!f.ok()) return f.status();
     if (mode == host::SelectMode::kAll) {
-      // A whole-drawing selection adds many members: look the earlier ones
-      // up in a hash set, not by walking the list for each.
-      std::unordered_set<dxf::RecordId> present(data_->members.begin(),
-                                                data_->members.end());
+      // A whole-drawing selection adds many members: mark the earlier ones
+      // in a bit per record, not by walking the list for each.
+      std::vector<bool> present(d_->doc->db().size());
+      for (dxf::RecordId id : data_->members) present[id] = true;
       for (const LayoutInfo& layout : d_->Layouts()) {
         for (dxf::RecordId id : layout.block->entities) {
           dxf::Entity e = d_->entity(id);
-          if (!e.erased() && f->Matches(*d_, e, layout.name) &&
-              present.insert(id).second) {
+          if (!e.erased() && !present[id] && f->Matches(*d_, e, layout.name)) {
+            present[id] = true;
             data_->members.push_back(id);
           }
         }

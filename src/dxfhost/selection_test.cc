@@ -214,6 +214,30 @@ TEST_F(SelectionTest, AddRemoveEraseAndDelete) {
   EXPECT_TRUE((*sets)->Add("NaborModel").ok());
 }
 
+TEST_F(SelectionTest, WalkOneAtATimeFollowsItemsAndStopsWhenAsked) {
+  SelectionFilter circles;
+  circles.Add(0, std::string("CIRCLE"));
+  host::SelectionSetPtr set = NewSet("walk");
+  ASSERT_TRUE(set->Select(SelectMode::kAll, circles).ok());
+  ASSERT_TRUE(set->RemoveItems({*set->Item(0)}).ok());
+  std::vector<std::string> walked;
+  ASSERT_TRUE(set->ForEachItem([&](const host::EntityPtr& e) {
+                   walked.push_back(*e->Handle());
+                   return true;
+                 })
+                  .ok());
+  EXPECT_EQ(walked, Handles(*set));
+  int visits = 0;
+  ASSERT_TRUE(
+      set->ForEachItem([&](const host::EntityPtr&) { return ++visits < 3; })
+          .ok());
+  EXPECT_EQ(visits, 3);
+  ASSERT_TRUE(set->Delete().ok());
+  EXPECT_EQ(
+      set->ForEachItem([](const host::EntityPtr&) { return true; }).code(),
+      StatusCode::kNotFound);
+}
+
 TEST_F(SelectionTest, CancelledPickSelectsNothing) {
   s_.user.QueuePickCancel();
   host::SelectionSetPtr set = NewSet("pick");

@@ -146,25 +146,25 @@ host::Outcome FrameCommands::Search(SearchMode mode) {
   options.measure.direction = state_.direction;
   FrameReader reader(document, user, std::move(options), table);
 
-  Result<std::vector<host::EntityPtr>> objects = (*set)->Items();
-  const std::vector<host::EntityPtr> none;
-  const std::vector<host::EntityPtr>& walk = objects.ok() ? *objects : none;
-  user.SetProgressRange(static_cast<int32_t>(walk.size()));
+  user.SetProgressRange(count);
   user.ShowProgress(true);
   int counter = 1;
+  int32_t walked = 0;
   bool interrupted = false;
-  for (size_t i = 0; i < walk.size(); ++i) {
-    if (counter >= table.row_count()) table.SetRowCount(counter + 1);
-    if (!IsHighlightMark(*walk[i]) && reader.Read(*walk[i], counter)) {
-      ++counter;
-    }
-    user.SetProgressValue(static_cast<int32_t>(i + 1));
-    user.PumpEvents();
-    if (user.interrupted()) {
-      interrupted = true;
-      break;
-    }
-  }
+  // One object at a time: a whole drawing's worth of them at once would
+  // cost the embedded host more memory than the drawing itself.
+  (*set)
+      ->ForEachItem([&](const host::EntityPtr& object) {
+        if (counter >= table.row_count()) table.SetRowCount(counter + 1);
+        if (!IsHighlightMark(*object) && reader.Read(*object, counter)) {
+          ++counter;
+        }
+        user.SetProgressValue(++walked);
+        user.PumpEvents();
+        interrupted = user.interrupted();
+        return !interrupted;
+      })
+      .IgnoreError();  // a failed walk ends with the rows made so far
   user.ShowProgress(false);
   // The blank rows of the reset go, so the table holds exactly the frames
   // read (also after an interrupt: what was made so far).

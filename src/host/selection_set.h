@@ -7,6 +7,7 @@
 #define LMT_HOST_SELECTION_SET_H_
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -47,6 +48,13 @@ class SelectionSet : public Object {
   // Every member in selection order (the For Each walk).
   Result<std::vector<EntityPtr>> Items() const {
     return Gated("SelectionSet.Items", [&] { return DoItems(); });
+  }
+  // The same walk, one member at a time: `visit` gets each in selection
+  // order until it returns false. A host may make each object only when its
+  // turn comes, so that a walk over a whole drawing never holds an object
+  // per entity at once. Shares the gate name of Items.
+  Status ForEachItem(const std::function<bool(const EntityPtr&)>& visit) const {
+    return Gated("SelectionSet.Items", [&] { return DoForEachItem(visit); });
   }
   // Adds the objects that `mode` finds and `filter` admits (an empty filter
   // admits everything). kAll needs no corners.
@@ -103,6 +111,16 @@ class SelectionSet : public Object {
   }
   virtual Result<std::vector<EntityPtr>> DoItems() const {
     return Unsupported("SelectionSet.Items");
+  }
+  // By default a walk over DoItems.
+  virtual Status DoForEachItem(
+      const std::function<bool(const EntityPtr&)>& visit) const {
+    Result<std::vector<EntityPtr>> items = DoItems();
+    if (!items.ok()) return items.status();
+    for (const EntityPtr& item : *items) {
+      if (!visit(item)) break;
+    }
+    return Status();
   }
   virtual Status DoSelectOnScreen(const SelectionFilter& /*filter*/) {
     return Unsupported("SelectionSet.SelectOnScreen");
