@@ -7,6 +7,7 @@
 #include <sstream>
 
 #include "dxf/document.h"
+#include "dxf/test_util.h"
 
 namespace lmt::dxf {
 namespace {
@@ -19,23 +20,7 @@ struct Case {
 
 void PrintTo(const Case& c, std::ostream* os) { *os << c.label; }
 
-// "0 SECTION|2 HEADER" -> "  0\nSECTION\n  2\nHEADER\n", codes aligned as
-// the writer aligns them.
-std::string Dxf(std::string_view entry) {
-  std::string out;
-  while (!entry.empty()) {
-    size_t bar = entry.find('|');
-    std::string_view item = entry.substr(0, bar);
-    size_t sp = item.find(' ');
-    std::string code(item.substr(0, sp));
-    out +=
-        std::string(code.size() < 3 ? 3 - code.size() : 0, ' ') + code + "\n" +
-        std::string(sp == std::string_view::npos ? "" : item.substr(sp + 1)) +
-        "\n";
-    entry = bar == std::string_view::npos ? "" : entry.substr(bar + 1);
-  }
-  return out;
-}
+using testing::Dxf;
 
 class DamagedDocumentTest : public ::testing::TestWithParam<Case> {};
 

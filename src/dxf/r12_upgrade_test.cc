@@ -20,21 +20,7 @@
 namespace lmt::dxf {
 namespace {
 
-// "0 SECTION|2 HEADER" -> "  0\nSECTION\n  2\nHEADER\n".
-std::string Dxf(std::string_view entry) {
-  std::string out;
-  while (!entry.empty()) {
-    size_t bar = entry.find('|');
-    std::string_view item = entry.substr(0, bar);
-    size_t sp = item.find(' ');
-    out +=
-        std::string(item.substr(0, sp)) + "\n" +
-        std::string(sp == std::string_view::npos ? "" : item.substr(sp + 1)) +
-        "\n";
-    entry = bar == std::string_view::npos ? "" : entry.substr(bar + 1);
-  }
-  return out;
-}
+using testing::Dxf;
 
 std::unique_ptr<Document> Parse(const std::string& text) {
   std::unique_ptr<Document> doc;

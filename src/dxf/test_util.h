@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "testing/test_paths.h"
@@ -39,6 +40,11 @@ std::string EzdxfText(const std::string& path, uint64_t handle);
 
 // The bytes of the file at `path`; "" when it cannot be read.
 std::string ReadAll(const std::string& path);
+
+// A drawing's text from its tags written "code value" and joined by '|':
+// "0 SECTION|2 HEADER" -> "  0\nSECTION\n  2\nHEADER\n", codes aligned as
+// the writer aligns them.
+std::string Dxf(std::string_view entry);
 
 }  // namespace lmt::dxf::testing
 

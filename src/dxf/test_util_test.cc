@@ -52,6 +52,22 @@ std::string ReadAll(const std::string& path) {
   return core::ReadFileBytes(path).value_or("");
 }
 
+std::string Dxf(std::string_view entry) {
+  std::string out;
+  while (!entry.empty()) {
+    size_t bar = entry.find('|');
+    std::string_view item = entry.substr(0, bar);
+    size_t sp = item.find(' ');
+    std::string code(item.substr(0, sp));
+    out +=
+        std::string(code.size() < 3 ? 3 - code.size() : 0, ' ') + code + "\n" +
+        std::string(sp == std::string_view::npos ? "" : item.substr(sp + 1)) +
+        "\n";
+    entry = bar == std::string_view::npos ? "" : entry.substr(bar + 1);
+  }
+  return out;
+}
+
 int KnownProblems(const std::string& path) {
   return std::max(0, lmt::testing::RunDxfCheck(path).structural);
 }

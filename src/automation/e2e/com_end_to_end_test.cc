@@ -146,6 +146,28 @@ class ComEndToEndTest : public ::testing::Test {
     ASSERT_TRUE(ServerCall(program, "LmtDeferCommands", std::move(defer)).ok());
   }
 
+  // An empty folder of this test run's output, named `name`.
+  static std::filesystem::path FreshOutDir(const std::string& name) {
+    const std::filesystem::path dir =
+        std::filesystem::path(LMT_E2E_OUT_DIR) / name;
+    std::filesystem::remove_all(dir);
+    std::filesystem::create_directories(dir);
+    return dir;
+  }
+
+  // Two copies of the batch test drawing in `dir`, as a batch run's list.
+  static std::vector<batch::FileEntry> CopyBatchDrawings(
+      const std::filesystem::path& dir) {
+    std::vector<batch::FileEntry> files;
+    for (const char* name : {"a.dxf", "b.dxf"}) {
+      std::filesystem::copy_file(
+          std::filesystem::path(LMT_TESTDATA_DIR) / "batch" / "attributes.dxf",
+          dir / name);
+      files.push_back({name, ServerPath((dir / name).string())});
+    }
+    return files;
+  }
+
   void Choose(host::HostKind kind) {
     windows_.okno_lmt.combo_versia_cad.Select(static_cast<int>(kind));
   }
@@ -421,19 +443,11 @@ TEST_F(ComEndToEndTest, ScriptRunsOnAStrictProgram) {
   MakeStrict(program);
   Choose(host::HostKind::kAutoCad);
   ASSERT_TRUE(session_.Connect());
-  const std::filesystem::path dir =
-      std::filesystem::path(LMT_E2E_OUT_DIR) / "script";
-  std::filesystem::remove_all(dir);
-  std::filesystem::create_directories(dir);
+  const std::filesystem::path dir = FreshOutDir("script");
   batch::RunScriptSettings settings;
   settings.script_text = "_Layout\r\n_Set\r\nSheet B";
   settings.save_version = 0;
-  for (const char* name : {"a.dxf", "b.dxf"}) {
-    std::filesystem::copy_file(
-        std::filesystem::path(LMT_TESTDATA_DIR) / "batch" / "attributes.dxf",
-        dir / name);
-    settings.files.push_back({name, ServerPath((dir / name).string())});
-  }
+  settings.files = CopyBatchDrawings(dir);
   core::MessageTable messages;
   batch::BatchUi ui(user_, messages, "Layomat", "Run script in many files");
   user_.AllowUnusedAnswers();
@@ -648,9 +662,7 @@ TEST_F(ComEndToEndTest, ReplacementsRunOnAStrictProgram) {
   Choose(host::HostKind::kAutoCad);
   MakeStrict(program);
   ASSERT_TRUE(session_.Connect());
-  const std::filesystem::path dir =
-      std::filesystem::path(LMT_E2E_OUT_DIR) / "replace";
-  std::filesystem::remove_all(dir);
+  const std::filesystem::path dir = FreshOutDir("replace");
   std::filesystem::create_directories(dir / "attributes");
   std::filesystem::create_directories(dir / "texts");
   for (const char* name : {"attributes.dxf", "texts.dxf"}) {
@@ -730,10 +742,7 @@ TEST_F(ComEndToEndTest, LispRunsOnAStrictProgram) {
   MakeStrict(program);
   Choose(host::HostKind::kAutoCad);
   ASSERT_TRUE(session_.Connect());
-  const std::filesystem::path dir =
-      std::filesystem::path(LMT_E2E_OUT_DIR) / "lisp";
-  std::filesystem::remove_all(dir);
-  std::filesystem::create_directories(dir);
+  const std::filesystem::path dir = FreshOutDir("lisp");
   std::string pattern =
       ServerPath(LMT_TESTDATA_DIR "/releases/sheets_2018_bin.dxf");
   std::string escaped;
@@ -748,12 +757,7 @@ TEST_F(ComEndToEndTest, LispRunsOnAStrictProgram) {
   batch::RunLispSettings settings;
   settings.lisp_file = ServerPath((dir / "go.lsp").string());
   settings.start_command = "GO";
-  for (const char* name : {"a.dxf", "b.dxf"}) {
-    std::filesystem::copy_file(
-        std::filesystem::path(LMT_TESTDATA_DIR) / "batch" / "attributes.dxf",
-        dir / name);
-    settings.files.push_back({name, ServerPath((dir / name).string())});
-  }
+  settings.files = CopyBatchDrawings(dir);
   core::MessageTable messages;
   batch::BatchUi ui(user_, messages, "Layomat", "Run Lisp");
   user_.AllowUnusedAnswers();
@@ -780,10 +784,7 @@ TEST_F(ComEndToEndTest, ImportRunsOnAStrictProgram) {
   MakeStrict(program);
   Choose(host::HostKind::kAutoCad);
   ASSERT_TRUE(session_.Connect());
-  const std::filesystem::path dir =
-      std::filesystem::path(LMT_E2E_OUT_DIR) / "import";
-  std::filesystem::remove_all(dir);
-  std::filesystem::create_directories(dir);
+  const std::filesystem::path dir = FreshOutDir("import");
   std::filesystem::copy_file(
       std::filesystem::path(LMT_TESTDATA_DIR) / "batch" / "attributes.dxf",
       dir / "plan.dxf");
@@ -873,10 +874,7 @@ TEST_F(ComEndToEndTest, EveryMainWindowCommandReachesTheProgram) {
   host::ApplicationPtr program = Start("AutoCAD.Application");
   Choose(host::HostKind::kAutoCad);
   ExampleSettings();
-  const std::filesystem::path dir =
-      std::filesystem::path(LMT_E2E_OUT_DIR) / "main_window";
-  std::filesystem::remove_all(dir);
-  std::filesystem::create_directories(dir);
+  const std::filesystem::path dir = FreshOutDir("main_window");
   RecordingShell shell(dir);
   addin::Commands commands(session_, shell);
   user_.AllowUnusedAnswers();
