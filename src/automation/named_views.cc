@@ -8,24 +8,17 @@
 
 #include "automation/members.h"
 #include "automation/tables.h"
+#include "core/text_case.h"
 
 namespace lmt::automation {
 namespace {
-
-std::string Folded(std::string_view name) {
-  std::string out(name);
-  for (char& c : out) {
-    if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
-  }
-  return out;
-}
 
 Result<host::NamedView> FindView(const host::Database& database,
                                  std::string_view name) {
   Result<std::vector<host::NamedView>> views = database.Views();
   if (!views.ok()) return views.status();
   for (host::NamedView& view : *views) {
-    if (Folded(view.name) == Folded(name)) return std::move(view);
+    if (core::EqualsIgnoreCase(view.name, name)) return std::move(view);
   }
   return Status::NotFound("no view is named \"" + std::string(name) + "\"");
 }

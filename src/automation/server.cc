@@ -1,5 +1,6 @@
 #include "automation/server.h"
 
+#include "core/text_case.h"
 #include "dxfhost/application.h"
 
 namespace lmt::automation {
@@ -49,23 +50,12 @@ Server::Server(host::HostKind kind, DWORD thread_id)
 
 void Server::Quit() { PostThreadMessageW(thread_id_, WM_QUIT, 0, 0); }
 
-namespace {
-// Application names are ASCII in practice; other bytes stay as they are.
-std::string FoldedName(std::string_view name) {
-  std::string out(name);
-  for (char& c : out) {
-    if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
-  }
-  return out;
-}
-}  // namespace
-
 void Server::RegisterApplication(std::string_view name) {
-  applications_.insert(FoldedName(name));
+  applications_.insert(core::FoldText(name));
 }
 
 bool Server::IsRegistered(std::string_view name) const {
-  return applications_.contains(FoldedName(name));
+  return applications_.contains(core::FoldText(name));
 }
 
 void Server::SimulateBusy(int32_t every, int32_t tries) {

@@ -132,7 +132,7 @@ class Server {
   std::vector<std::function<Status()>> queued_commands_;
   int calls_since_queued_ = 0;
   std::vector<PlotCall> plot_calls_;
-  std::set<std::string> applications_;  // upper case
+  std::set<std::string> applications_;  // case folded
   LispCommands lisp_commands_;
 };
 

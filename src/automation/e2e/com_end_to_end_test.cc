@@ -146,6 +146,15 @@ class ComEndToEndTest : public ::testing::Test {
     ASSERT_TRUE(ServerCall(program, "LmtDeferCommands", std::move(defer)).ok());
   }
 
+  // The program of the AutoCAD family, started with `drawing` and made as
+  // strict as the real ones; the add-in is told to use it.
+  host::ApplicationPtr StartStrict(const std::string& drawing = kExample) {
+    host::ApplicationPtr program = Start("AutoCAD.Application", drawing);
+    Choose(host::HostKind::kAutoCad);
+    if (program != nullptr) MakeStrict(program);
+    return program;
+  }
+
   // An empty folder of this test run's output, named `name`.
   static std::filesystem::path FreshOutDir(const std::string& name) {
     const std::filesystem::path dir =
@@ -333,10 +342,8 @@ TEST_F(ComEndToEndTest, RefusedViewportIsSkippedAndTheRunGoesOn) {
 // The whole job against a strict program (busy now and then, commands run
 // only when idle) comes out as on a calm one.
 TEST_F(ComEndToEndTest, StrictProgramGivesTheSameLayouts) {
-  host::ApplicationPtr program = Start("AutoCAD.Application");
-  Choose(host::HostKind::kAutoCad);
+  host::ApplicationPtr program = StartStrict();
   ExampleSettings();
-  MakeStrict(program);
   ASSERT_TRUE(session_.Connect());
 
   frames::FrameState state;
@@ -375,10 +382,7 @@ TEST_F(ComEndToEndTest, StrictProgramGivesTheSameLayouts) {
 // do: the pattern layout that "-Layout _Template" brings in exists only
 // after the add-in has waited for the program to be quiescent.
 TEST_F(ComEndToEndTest, PatternFromAnotherFileWaitsForTheCommand) {
-  host::ApplicationPtr program =
-      Start("AutoCAD.Application", LMT_TESTDATA_DIR "/frames/mixed.dxf");
-  Choose(host::HostKind::kAutoCad);
-  MakeStrict(program);
+  StartStrict(LMT_TESTDATA_DIR "/frames/mixed.dxf");
   core::OknoLmt& main = windows_.okno_lmt;
   main.option_vid_sozdat_layout.SetButton(2, true);
   main.uni_text_name_obrazec_layout.set_text("Pattern");
@@ -401,9 +405,7 @@ TEST_F(ComEndToEndTest, PatternFromAnotherFileWaitsForTheCommand) {
 // every viewport off and on again.
 TEST_F(ComEndToEndTest, UtilitiesRunOnAStrictProgram) {
   host::ApplicationPtr program =
-      Start("AutoCAD.Application", LMT_TESTDATA_DIR "/utilities/sheets.dxf");
-  Choose(host::HostKind::kAutoCad);
-  MakeStrict(program);
+      StartStrict(LMT_TESTDATA_DIR "/utilities/sheets.dxf");
   ASSERT_TRUE(session_.Connect());
   Result<host::LayoutsPtr> layouts = session_.document().Layouts();
   ASSERT_TRUE(layouts.ok());
@@ -439,9 +441,7 @@ TEST_F(ComEndToEndTest, UtilitiesRunOnAStrictProgram) {
 // Run Script over COM against a strict program: each drawing is opened,
 // given the script, saved only after the program ran it, and closed.
 TEST_F(ComEndToEndTest, ScriptRunsOnAStrictProgram) {
-  host::ApplicationPtr program = Start("AutoCAD.Application");
-  MakeStrict(program);
-  Choose(host::HostKind::kAutoCad);
+  StartStrict();
   ASSERT_TRUE(session_.Connect());
   const std::filesystem::path dir = FreshOutDir("script");
   batch::RunScriptSettings settings;
@@ -489,10 +489,8 @@ std::vector<ModelObject> ModelObjects(host::Document& document) {
 // Highlighting over COM against a strict program: an outline and a number
 // per frame, each with the mark, and their removal takes exactly those.
 TEST_F(ComEndToEndTest, HighlightingComesAndGoesOnAStrictProgram) {
-  host::ApplicationPtr program = Start("AutoCAD.Application");
-  Choose(host::HostKind::kAutoCad);
+  StartStrict();
   ExampleSettings();
-  MakeStrict(program);
   ASSERT_TRUE(session_.Connect());
   frames::FrameState state;
   frames::FrameCommands commands(session_, state, Namer());
@@ -549,10 +547,8 @@ Result<comhost::ScopedVariant> Member(
 // program's Views; asked again, each is replaced; a turned view is
 // refused (the program's View has no twist) and recorded.
 TEST_F(ComEndToEndTest, NamedViewsOnAStrictProgram) {
-  host::ApplicationPtr program = Start("AutoCAD.Application");
-  Choose(host::HostKind::kAutoCad);
+  StartStrict();
   ExampleSettings();
-  MakeStrict(program);
   ASSERT_TRUE(session_.Connect());
   frames::FrameState state;
   frames::FrameCommands commands(session_, state, Namer());
@@ -658,9 +654,7 @@ std::vector<std::string> DrawingValues(host::DbxDocument& dbx,
 // COM against a strict program: each file read into the ObjectDBX
 // document, changed and written to the target folder.
 TEST_F(ComEndToEndTest, ReplacementsRunOnAStrictProgram) {
-  host::ApplicationPtr program = Start("AutoCAD.Application");
-  Choose(host::HostKind::kAutoCad);
-  MakeStrict(program);
+  StartStrict();
   ASSERT_TRUE(session_.Connect());
   const std::filesystem::path dir = FreshOutDir("replace");
   std::filesystem::create_directories(dir / "attributes");
@@ -738,9 +732,7 @@ TEST_F(ComEndToEndTest, ReplacementsRunOnAStrictProgram) {
 // drawing, its command started, and the drawing saved only after the
 // program ran it: the layout the command brings in is in each saved file.
 TEST_F(ComEndToEndTest, LispRunsOnAStrictProgram) {
-  host::ApplicationPtr program = Start("AutoCAD.Application");
-  MakeStrict(program);
-  Choose(host::HostKind::kAutoCad);
+  StartStrict();
   ASSERT_TRUE(session_.Connect());
   const std::filesystem::path dir = FreshOutDir("lisp");
   std::string pattern =
@@ -780,9 +772,7 @@ TEST_F(ComEndToEndTest, LispRunsOnAStrictProgram) {
 // of the active drawing, saved under the file's name, with the file's
 // content in its model space.
 TEST_F(ComEndToEndTest, ImportRunsOnAStrictProgram) {
-  host::ApplicationPtr program = Start("AutoCAD.Application");
-  MakeStrict(program);
-  Choose(host::HostKind::kAutoCad);
+  StartStrict();
   ASSERT_TRUE(session_.Connect());
   const std::filesystem::path dir = FreshOutDir("import");
   std::filesystem::copy_file(
