@@ -12,7 +12,8 @@
 #
 # The Wine prefix is $WINEPREFIX, or else .wine in the build directory (the
 # nearest folder above the working directory that holds CMakeCache.txt).
-# Every call is bounded by LMT_WINE_TIMEOUT seconds (default 60).
+# Every call is bounded by LMT_WINE_TIMEOUT seconds (default 60). A run that
+# gives no verdict (a timeout, no summary line) is run once more.
 set -uo pipefail
 
 plain=0
@@ -49,31 +50,49 @@ limit=${LMT_WINE_TIMEOUT:-60}
 # ctest waiting for an end of file that never comes.
 out=$(mktemp)
 trap 'rm -f "$out"' EXIT
-timeout -k 5 "$limit" "$wine" "$@" >"$out" 2>&1
-rc=$?
-# Carriage returns from the Windows side would hide the summary from grep.
-tr -d '\r' <"$out"
-if ((rc == 124 || rc == 137)); then
-  echo "wine-run.sh: timed out after ${limit}s" >&2
-  exit 1
-fi
-if ((plain)); then exit "$rc"; fi
 
+listing=0
 for arg in "$@"; do
-  if [[ $arg == --gtest_list_tests* ]]; then
-    if ((rc != 0)) || ! grep -q '^[^ ]' "$out"; then
-      echo "wine-run.sh: test listing failed or empty (exit $rc)" >&2
-      exit 1
-    fi
-    exit 0
-  fi
+  [[ $arg == --gtest_list_tests* ]] && listing=1
 done
 
-summary=$(grep -E '^[0-9]+ passed, [0-9]+ failed' "$out" | tail -n 1)
-if [[ -z $summary ]]; then
-  echo "wine-run.sh: no 'N passed, M failed' line (exit $rc): not a trusted run" >&2
+# Runs the program once; sets rc and problem. problem is empty when the run
+# gave a verdict (passed or failed), and otherwise says why it gave none.
+run_once() {
+  timeout -k 5 "$limit" "$wine" "$@" >"$out" 2>&1
+  rc=$?
+  # Carriage returns from the Windows side would hide the summary from grep.
+  tr -d '\r' <"$out"
+  problem=
+  if ((rc == 124 || rc == 137)); then
+    problem="timed out after ${limit}s"
+  elif ((plain)); then
+    :
+  elif ((listing)); then
+    if ((rc != 0)) || ! grep -q '^[^ ]' "$out"; then
+      problem="test listing failed or empty (exit $rc)"
+    fi
+  elif ! grep -qE '^[0-9]+ passed, [0-9]+ failed' "$out"; then
+    problem="no 'N passed, M failed' line (exit $rc): not a trusted run"
+  fi
+}
+
+# A run without a verdict (Wine hanging at start-up, or a program that never
+# got to its summary) is run once more: on a loaded machine Wine's services
+# sometimes fail to come up. A failed test is never run again, and a program
+# that fails the same way twice fails.
+run_once "$@"
+if [[ -n $problem ]]; then
+  echo "wine-run.sh: $problem; running it once more" >&2
+  run_once "$@"
+fi
+if [[ -n $problem ]]; then
+  echo "wine-run.sh: $problem" >&2
   exit 1
 fi
+if ((plain || listing)); then exit "$rc"; fi
+
+summary=$(tr -d '\r' <"$out" | grep -E '^[0-9]+ passed, [0-9]+ failed' | tail -n 1)
 read -r passed _ failed _ skipped _ <<<"${summary//,/}"
 if ((rc != 0 || failed != 0 || passed + ${skipped:-0} < 1)); then
   echo "wine-run.sh: failed ($summary, exit $rc)" >&2
