@@ -170,9 +170,62 @@ TEST_F(CreateLayoutsCommandTest, OlderReleasesBecomeDxf2000) {
       lmt::testing::PythonCommand() +
       "-c \"import ezdxf,sys; d = ezdxf.readfile(sys.argv[1]);"
       " a = d.audit(); print(d.dxfversion, [l.name for l in d.layouts],"
-      " len(a.errors))\" " +
+      " [e.dxftype() for e in d.modelspace()],"
+      " [((v.dxf.view_target_point.x, v.dxf.view_target_point.y),"
+      " v.dxf.view_height) for v in d.layouts.get('1').query('VIEWPORT')"
+      " if v.dxf.id != 1], len(a.errors))\" " +
       lmt::testing::ShellQuote(Out("r12.dxf")) + " 2>&1");
-  EXPECT_EQ(read.out, "AC1015 ['Model', 'Layout1'] 0\n");
+  // Its frame, an old-style polyline, opens lightweight as in CAD programs
+  // and gets its layout and viewport.
+  EXPECT_EQ(read.out,
+            "AC1015 ['Model', 'Layout1', '1'] ['LWPOLYLINE', 'CIRCLE', "
+            "'CIRCLE'] [((21000.0, 14850.0), 29700.0)] 0\n");
+}
+
+// The CAD program's own 2000 copy of the sample holds lightweight polylines
+// where the R12 copy holds old-style ones: both give the same polyline
+// frames, and their layouts the same viewports. (The R12 copy also has
+// block references of its own, for what R12 cannot draw, which make more
+// frames.)
+TEST_F(CreateLayoutsCommandTest, R12SampleGetsThePolylineFramesOfItsCopy) {
+  LMT_SKIP_WITHOUT_SHARED();
+  const std::string r12 = lmt::testing::SamplePath("s_AC1009.dxf");
+  const std::string r2000 = lmt::testing::SamplePath("s_AC1015.dxf");
+  for (auto [in, out] :
+       {std::pair{r12, Out("r12.dxf")}, {r2000, Out("r2000.dxf")}}) {
+    test::LayomatRun run =
+        Layomat("create-layouts " + lmt::testing::ShellQuote(in) + " -o " +
+                lmt::testing::ShellQuote(out));
+    ASSERT_EQ(run.status, 0) << run.all();
+    test::LayomatRun frames =
+        Layomat("frames --json " + lmt::testing::ShellQuote(out) + " > " +
+                lmt::testing::ShellQuote(out + ".json"));
+    ASSERT_EQ(frames.status, 0) << frames.all();
+  }
+  lmt::testing::ShellRun check = lmt::testing::RunShell(
+      lmt::testing::PythonCommand() + "- " +
+      lmt::testing::ShellQuote(Out("r12.dxf")) + " " +
+      lmt::testing::ShellQuote(Out("r2000.dxf")) +
+      " 2>&1 <<'EOF'\n"
+      "import collections, json, sys, ezdxf\n"
+      "def frames(path):\n"
+      "    rows = json.load(open(path + '.json'))['frames']\n"
+      "    return {r['ID']: [float(r[k]) for k in ('MinX', 'MinY', 'MaxX',\n"
+      "            'MaxY')] for r in rows if r['Typ'] == 'Polyline'}\n"
+      "def viewports(path):\n"
+      "    d = ezdxf.readfile(path)\n"
+      "    return collections.Counter(\n"
+      "        (round(v.dxf.width, 6), round(v.dxf.height, 6),\n"
+      "         round(v.dxf.view_height, 6))\n"
+      "        for l in d.layouts if l.name.isdigit()\n"
+      "        for v in l.query('VIEWPORT') if v.dxf.id != 1)\n"
+      "a, b = frames(sys.argv[1]), frames(sys.argv[2])\n"
+      "print(len(b), sorted(a) == sorted(b), all(\n"
+      "    abs(x - y) < 1e-9 for h in b for x, y in zip(a.get(h, []), b[h])))\n"
+      "va, vb = viewports(sys.argv[1]), viewports(sys.argv[2])\n"
+      "print(sum(vb.values()), dict(vb - va))\n"
+      "EOF\n");
+  EXPECT_EQ(check.out, "21 True True\n21 {}\n");
 }
 
 // The corpus drawings whose manifest row says AC1009.
@@ -201,8 +254,9 @@ std::vector<std::string> R12CorpusNames() {
 
 // Every R12 drawing of the corpus, ASCII and binary: the output is DXF 2000,
 // loads in ezdxf, audits with no more errors than the input and keeps every
-// model-space entity. Inputs ezdxf itself cannot load are left out of the
-// comparison (two of them, for their own damage).
+// model-space entity (a simple 2D POLYLINE comes out lightweight). Inputs ezdxf
+// itself cannot load are left out of the comparison (two of them, for their own
+// damage).
 TEST_F(CreateLayoutsCommandTest, R12CorpusDrawingsBecomeDxf2000) {
   LMT_SKIP_WITHOUT_SHARED();
   const std::vector<std::string> names = R12CorpusNames();
@@ -226,7 +280,9 @@ TEST_F(CreateLayoutsCommandTest, R12CorpusDrawingsBecomeDxf2000) {
       "import collections, os, sys, ezdxf\n"
       "args = sys.argv[1:]\n"
       "def kinds(doc):\n"
-      "    return collections.Counter(e.dxftype() for e in doc.modelspace())\n"
+      "    return collections.Counter(\n"
+      "        'POLYLINE' if e.dxftype() == 'LWPOLYLINE' else e.dxftype()\n"
+      "        for e in doc.modelspace())\n"
       "for src, out in zip(args[::2], args[1::2]):\n"
       "    name = os.path.basename(src)\n"
       "    try:\n"
