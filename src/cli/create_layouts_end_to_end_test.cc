@@ -182,52 +182,6 @@ TEST_F(CreateLayoutsCommandTest, OlderReleasesBecomeDxf2000) {
             "'CIRCLE'] [((21000.0, 14850.0), 29700.0)] 0\n");
 }
 
-// The CAD program's own 2000 copy of the sample holds lightweight polylines
-// where the R12 copy holds old-style ones: both give the same polyline
-// frames, and their layouts the same viewports. (The R12 copy also has
-// block references of its own, for what R12 cannot draw, which make more
-// frames.)
-TEST_F(CreateLayoutsCommandTest, R12SampleGetsThePolylineFramesOfItsCopy) {
-  LMT_SKIP_WITHOUT_SHARED();
-  const std::string r12 = lmt::testing::SamplePath("s_AC1009.dxf");
-  const std::string r2000 = lmt::testing::SamplePath("s_AC1015.dxf");
-  for (auto [in, out] :
-       {std::pair{r12, Out("r12.dxf")}, {r2000, Out("r2000.dxf")}}) {
-    test::LayomatRun run =
-        Layomat("create-layouts " + lmt::testing::ShellQuote(in) + " -o " +
-                lmt::testing::ShellQuote(out));
-    ASSERT_EQ(run.status, 0) << run.all();
-    test::LayomatRun frames =
-        Layomat("frames --json " + lmt::testing::ShellQuote(out) + " > " +
-                lmt::testing::ShellQuote(out + ".json"));
-    ASSERT_EQ(frames.status, 0) << frames.all();
-  }
-  lmt::testing::ShellRun check = lmt::testing::RunShell(
-      lmt::testing::PythonCommand() + "- " +
-      lmt::testing::ShellQuote(Out("r12.dxf")) + " " +
-      lmt::testing::ShellQuote(Out("r2000.dxf")) +
-      " 2>&1 <<'EOF'\n"
-      "import collections, json, sys, ezdxf\n"
-      "def frames(path):\n"
-      "    rows = json.load(open(path + '.json'))['frames']\n"
-      "    return {r['ID']: [float(r[k]) for k in ('MinX', 'MinY', 'MaxX',\n"
-      "            'MaxY')] for r in rows if r['Typ'] == 'Polyline'}\n"
-      "def viewports(path):\n"
-      "    d = ezdxf.readfile(path)\n"
-      "    return collections.Counter(\n"
-      "        (round(v.dxf.width, 6), round(v.dxf.height, 6),\n"
-      "         round(v.dxf.view_height, 6))\n"
-      "        for l in d.layouts if l.name.isdigit()\n"
-      "        for v in l.query('VIEWPORT') if v.dxf.id != 1)\n"
-      "a, b = frames(sys.argv[1]), frames(sys.argv[2])\n"
-      "print(len(b), sorted(a) == sorted(b), all(\n"
-      "    abs(x - y) < 1e-9 for h in b for x, y in zip(a.get(h, []), b[h])))\n"
-      "va, vb = viewports(sys.argv[1]), viewports(sys.argv[2])\n"
-      "print(sum(vb.values()), dict(vb - va))\n"
-      "EOF\n");
-  EXPECT_EQ(check.out, "21 True True\n21 {}\n");
-}
-
 // The corpus drawings whose manifest row says AC1009.
 std::vector<std::string> R12CorpusNames() {
   std::ifstream in(lmt::testing::SharedDir() + "/dxf-corpus/manifest.tsv");
