@@ -135,6 +135,8 @@ std::vector<Part> EntityParts(Entity e) {
     return {Rest(multi ? "AcDbMInsertBlock" : "AcDbBlockReference")};
   }
   if (type == "POLYLINE") return {Rest(PolylineClass(e.GetInt(70, 0)))};
+  // Made from a simple 2D POLYLINE (r12_polylines.h).
+  if (type == "LWPOLYLINE") return {Rest("AcDbPolyline")};
   if (type == "VERTEX") return VertexParts(e.GetInt(70, 0));
   if (type == "DIMENSION") {
     return DimensionParts(static_cast<int>(e.GetInt(70, 0) & 7));

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "dxf/r12_markers.h"
+#include "dxf/r12_polylines.h"
 #include "dxf/tag.h"
 
 namespace lmt::dxf {
@@ -215,6 +216,9 @@ void GiveR12TheR14Model(Document& doc) {
   }
   ConvertTables(doc);
   AddRequiredEntries(doc);
+  // As CAD programs open an R12 drawing; before the markers, which the
+  // LWPOLYLINEs then get like every other entity.
+  MakePolylinesLightweight(doc);
   ConvertBlocks(doc);
   LinkArrowBlocks(doc);
   AddRootDictionary(doc);

@@ -16,7 +16,9 @@
 //     and Continuous linetypes, layer 0, style Standard, application ACAD,
 //     dimension style Standard), and a BLOCK_RECORD per block;
 //   - *Model_Space and *Paper_Space blocks;
-//   - CLASSES, and OBJECTS with the root dictionary and ACAD_GROUP.
+//   - CLASSES, and OBJECTS with the root dictionary and ACAD_GROUP;
+//   - simple 2D POLYLINEs made LWPOLYLINEs, as CAD programs open R12
+//     drawings (r12_polylines.h).
 // Entities keep their codes and order within each subclass; viewports keep
 // their view in the ACAD MVIEW extended data, which R14 shares.
 #ifndef LMT_DXF_R12_UPGRADE_H_

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cctype>
 #include <map>
 #include <memory>
 #include <set>
@@ -13,6 +14,7 @@
 #include <vector>
 
 #include "dxf/layout_edit.h"
+#include "dxf/lwpolyline.h"
 #include "dxf/objects.h"
 #include "dxf/test_util.h"
 #include "dxf/upgrade.h"
@@ -139,10 +141,10 @@ TEST(R12UpgradeTest, MarkersMatchTheCadProgramsOwn2000Drawing) {
   // dimensions, TEXT with its second AcDbText, attributes, 2D and 3D
   // vertices, viewports, the tables.
   for (const char* type :
-       {"LINE",     "ARC",    "CIRCLE",    "POINT",    "SOLID",  "3DFACE",
-        "SHAPE",    "TEXT",   "ATTDEF",    "ATTRIB",   "INSERT", "SEQEND",
-        "POLYLINE", "VERTEX", "DIMENSION", "VIEWPORT", "LAYER",  "LTYPE",
-        "STYLE",    "APPID",  "DIMSTYLE",  "VPORT"}) {
+       {"LINE",     "ARC",    "CIRCLE",    "POINT",    "SOLID",     "3DFACE",
+        "SHAPE",    "TEXT",   "ATTDEF",    "ATTRIB",   "INSERT",    "SEQEND",
+        "POLYLINE", "VERTEX", "DIMENSION", "VIEWPORT", "LAYER",     "LTYPE",
+        "STYLE",    "APPID",  "DIMSTYLE",  "VPORT",    "LWPOLYLINE"}) {
     EXPECT_GT(compared[type], 0) << type;
   }
 }
@@ -271,6 +273,168 @@ TEST(R12UpgradeTest, BinaryR12IsWrittenWithTwoByteCodes) {
   EXPECT_EQ(back->version(), "AC1015");
   EXPECT_EQ(back->model_space()->entities.size(), entities);
   EXPECT_EQ(testing::Problems(out), "");
+}
+
+// The records of one polyline, "0 POLYLINE|..." with its vertices.
+std::string Polyline(std::string_view head,
+                     std::initializer_list<std::string_view> vertices) {
+  std::string out = "0 POLYLINE|66 1|10 0|20 0|" + std::string(head) + "|";
+  for (std::string_view v : vertices) {
+    out += "0 VERTEX|8 0|" + std::string(v) + "|";
+  }
+  return out + "0 SEQEND|8 0|";
+}
+
+// R12 writes BYBLOCK where 2000 writes ByBlock.
+std::string Upper(std::string_view s) {
+  std::string out(s);
+  for (char& c : out)
+    c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+  return out;
+}
+
+Entity ByHandle(Document& doc, uint64_t handle) {
+  Entity e = doc.FindByHandle(handle);
+  EXPECT_TRUE(e.valid()) << FormatHandle(handle);
+  return e;
+}
+
+// Simple 2D polylines become LWPOLYLINEs wherever they are, keeping what a
+// lightweight polyline can hold; the others stay POLYLINEs with their
+// vertices.
+TEST(R12UpgradeTest, SimplePolylinesBecomeLightweightAndOthersStay) {
+  auto doc = Parse(
+      Dxf("0 SECTION|2 HEADER|9 $ACADVER|1 AC1009|0 ENDSEC|"
+          "0 SECTION|2 TABLES|0 TABLE|2 LTYPE|70 1|0 LTYPE|2 DASHED|70 0|"
+          "3 __ __|72 65|73 2|40 1.0|49 0.5|49 -0.5|0 ENDTAB|0 ENDSEC|"
+          "0 SECTION|2 BLOCKS|0 BLOCK|8 0|2 B|70 0|10 0|20 0|30 0|3 B|" +
+          Polyline("5 31|8 0|70 1",
+                   {"10 0|20 0|30 0", "10 1|20 0|30 0", "10 1|20 1|30 0"}) +
+          "0 ENDBLK|8 0|0 ENDSEC|0 SECTION|2 ENTITIES|" +
+          // Closed, linetype generation, raised, thick, upside down, default
+          // widths the second vertex overrides in part; its layer and colour
+          // go.
+          Polyline(
+              "5 21|8 FRAMES|6 DASHED|62 1|30 5.5|39 2|70 129|40 0.5|"
+              "41 0.5|210 0|220 0|230 -1|1001 ACAD|1000 kept",
+              {"10 0|20 0|30 5.5", "8 OTHER|62 3|10 10|20 0|40 0.5|41 2|42 0.5",
+               "10 10|20 10|70 0"}) +
+          // Widths equal everywhere: one constant width.
+          Polyline("5 22|8 0|40 0.25|41 0.25",
+                   {"10 0|20 0", "10 5|20 0|40 0.25|41 0.25"}) +
+          Polyline("5 23|8 0|67 1", {"10 0|20 0", "10 5|20 5"}) +
+          // Left alone: curve-fit, spline-fit, 3D, polygon mesh, polyface
+          // mesh, extended data on a vertex, a single vertex. Only its flag
+          // tells the 3D polyline from a 2D one.
+          Polyline("5 41|8 0|70 2",
+                   {"10 0|20 0", "10 1|20 1|70 1", "10 2|20 0|70 0"}) +
+          Polyline("5 42|8 0|70 4|75 6",
+                   {"10 0|20 0|70 16", "10 1|20 1|70 8", "10 2|20 0|70 16"}) +
+          Polyline("5 43|8 0|70 8", {"10 0|20 0|30 1", "10 1|20 1|30 2"}) +
+          Polyline("5 44|8 0|70 16|71 2|72 2",
+                   {"10 0|20 0|70 64", "10 1|20 0|70 64", "10 0|20 1|70 64",
+                    "10 1|20 1|30 1|70 64"}) +
+          Polyline("5 45|8 0|70 64|71 3|72 1",
+                   {"10 0|20 0|70 192", "10 1|20 0|70 192", "10 0|20 1|70 192",
+                    "10 0|20 0|70 128|71 1|72 2|73 3"}) +
+          Polyline("5 46|8 0", {"10 0|20 0", "10 1|20 1|1001 ACAD|1000 mine"}) +
+          Polyline("5 47|8 0", {"10 0|20 0"}) + "0 ENDSEC|0 EOF"));
+  ASSERT_TRUE(doc);
+  ASSERT_TRUE(UpgradeForLayouts(*doc).ok());
+  CheckHandlesAndOwners(*doc);
+
+  LwPolyline raised(ByHandle(*doc, 0x21));
+  ASSERT_EQ(raised.type(), "LWPOLYLINE");
+  EXPECT_TRUE(doc->db().children(raised.id()).empty());
+  EXPECT_EQ(Markers(raised),
+            (std::vector<std::string>{"AcDbEntity", "AcDbPolyline"}));
+  EXPECT_EQ(raised.tags()[raised.FindSubclass("AcDbPolyline") + 1].code, 90u)
+      << "the vertex count comes first";
+  EXPECT_EQ(raised.GetInt(90), 3);
+  EXPECT_EQ(raised.GetInt(70), 129);
+  EXPECT_TRUE(raised.closed());
+  EXPECT_EQ(raised.elevation(), 5.5);
+  EXPECT_EQ(raised.GetDouble(39), 2);
+  EXPECT_EQ(raised.extrusion(), (Vec3{0, 0, -1}));
+  EXPECT_EQ(raised.layer(), "FRAMES");
+  EXPECT_EQ(raised.linetype(), "DASHED");
+  EXPECT_EQ(raised.color(), 1);
+  EXPECT_EQ(raised.Find(43), -1) << "widths differ";
+  EXPECT_EQ(raised.vertices(), (std::vector<LwVertex>{{0, 0, 0.5, 0.5, 0},
+                                                      {10, 0, 0.5, 2, 0.5},
+                                                      {10, 10, 0.5, 0.5, 0}}));
+  EXPECT_EQ(raised.XData("ACAD").size(), 1u);
+
+  LwPolyline constant(ByHandle(*doc, 0x22));
+  ASSERT_EQ(constant.type(), "LWPOLYLINE");
+  EXPECT_EQ(constant.GetDouble(43, -1), 0.25);
+  EXPECT_EQ(constant.Find(40), -1);
+  EXPECT_FALSE(constant.closed());
+  for (int code : {38, 39, 210}) EXPECT_EQ(constant.Find(code), -1) << code;
+  EXPECT_EQ(ByHandle(*doc, 0x23).type(), "LWPOLYLINE");
+  EXPECT_EQ(ByHandle(*doc, 0x23).GetInt(67), 1);
+  EXPECT_EQ(ByHandle(*doc, 0x23).owner(), doc->paper_space()->record_handle);
+  LwPolyline in_block(ByHandle(*doc, 0x31));
+  ASSERT_EQ(in_block.type(), "LWPOLYLINE");
+  EXPECT_EQ(in_block.GetDouble(43, -1), 0) << "no widths: constant 0";
+  EXPECT_EQ(in_block.vertices().size(), 3u);
+
+  const std::map<uint64_t, size_t> kept = {{0x41, 4}, {0x42, 4}, {0x43, 3},
+                                           {0x44, 5}, {0x45, 5}, {0x46, 3},
+                                           {0x47, 2}};
+  for (auto [handle, children] : kept) {
+    Entity e = ByHandle(*doc, handle);
+    EXPECT_EQ(e.type(), "POLYLINE") << FormatHandle(handle);
+    EXPECT_EQ(doc->db().children(e.id()).size(), children)
+        << FormatHandle(handle);
+  }
+
+  const std::string out = testing::TempPath("r12_polylines.dxf");
+  ASSERT_TRUE(doc->Save(out).ok());
+  EXPECT_EQ(testing::Problems(out), "");
+}
+
+// The program's own 2000 copy of the sample holds LWPOLYLINEs where the R12
+// copy holds simple POLYLINEs, with the same handles: ours must carry the
+// same vertices, flags, widths and properties. Five of them also carry the
+// R12 copy's ACAD extended data, standing in for reactors R12 cannot hold.
+TEST(R12UpgradeTest, PolylinesMatchTheCadProgramsOwnLightweightOnes) {
+  LMT_SKIP_WITHOUT_SHARED();
+  auto r12 = Load(testing::SamplePath("s_AC1009.dxf"));
+  auto r2000 = Load(testing::SamplePath("s_AC1015.dxf"));
+  ASSERT_TRUE(r12 && r2000);
+  ASSERT_TRUE(UpgradeForLayouts(*r12).ok());
+  int compared = 0, lightweight = 0, kept = 0;
+  for (auto& b : r12->blocks()) {
+    for (RecordId id : b->entities) {
+      Entity ours = r12->entity(id);
+      if (ours.type() == "LWPOLYLINE") ++lightweight;
+      if (ours.type() == "POLYLINE") ++kept;
+      Entity theirs = r2000->FindByHandle(ours.handle());
+      const std::string h = FormatHandle(ours.handle());
+      if (!theirs.valid()) continue;
+      if (ours.type() == "POLYLINE") {
+        EXPECT_NE(theirs.type(), "LWPOLYLINE") << h;
+        continue;
+      }
+      if (theirs.type() != "LWPOLYLINE") continue;
+      ASSERT_EQ(ours.type(), "LWPOLYLINE") << h;
+      LwPolyline a(ours), b(theirs);
+      EXPECT_EQ(a.vertices(), b.vertices()) << h;
+      for (int code : {90, 70, 43, 38, 39, 62, 67}) {
+        EXPECT_EQ(a.Get(code).has_value(), b.Get(code).has_value())
+            << h << " " << code;
+        EXPECT_EQ(a.GetDouble(code), b.GetDouble(code)) << h << " " << code;
+      }
+      EXPECT_EQ(a.extrusion(), b.extrusion()) << h;
+      EXPECT_EQ(a.layer(), b.layer()) << h;
+      EXPECT_EQ(Upper(a.linetype()), Upper(b.linetype())) << h;
+      ++compared;
+    }
+  }
+  EXPECT_EQ(compared, 23);
+  EXPECT_EQ(lightweight, 47);  // 24 more in blocks the 2000 copy lacks
+  EXPECT_EQ(kept, 265);        // 3D polylines and a polyface mesh
 }
 
 }  // namespace
