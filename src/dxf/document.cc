@@ -332,6 +332,9 @@ Status Document::Build(const std::vector<Tag>& tags,
     i = j + 1;
   }
   if (i >= n) return Error(n ? n - 1 : 0, "expected 0 EOF");
+  // Not needed any more; the index built next takes its place.
+  recs.clear();
+  recs.shrink_to_fit();
 
   const std::vector<RecordId> repeated = db_.BuildIndex();
   for (RecordId id : repeated) {
