@@ -67,10 +67,12 @@ std::vector<RecordId> EntityDb::BuildIndex() {
   auto by_handle = [](const IndexEntry& a, const IndexEntry& b) {
     return a.handle != b.handle ? a.handle < b.handle : a.id < b.id;
   };
-  // Files list handles mostly in order, a few sections apart (objects made
-  // first but written last). The records in order stay where they are; the
-  // others are sorted on their own and merged in from the back, which takes
-  // a fraction of a full sort and no copy of the index.
+  // Files list handles mostly in order. A table's head, the end of a
+  // sequence, objects made first but written last come later than their
+  // handles say; a few made last (an application id) come early. Records in
+  // order stay where they are; the others are sorted on their own and
+  // merged in from the back, which takes a fraction of a full sort and no
+  // copy of the index.
   std::vector<IndexEntry> apart;
   const size_t most_apart = records_.size() / 8;
   bool in_order = true;  // false once too many are apart: sorted at the end
@@ -81,11 +83,26 @@ std::vector<RecordId> EntityDb::BuildIndex() {
     IndexEntry e{h, id};
     if (!in_order || index_.empty() || !by_handle(e, index_.back())) {
       index_.push_back(e);
-    } else if (apart.size() < most_apart) {
-      apart.push_back(e);
-    } else {
-      index_.insert(index_.end(), apart.begin(), apart.end());
+      continue;
+    }
+    // Either `e` is out of order, or a few kept just before it were: those
+    // go apart when that lets `e` stay.
+    constexpr size_t kFewLast = 4;
+    size_t last = 1;
+    const size_t size = index_.size();
+    while (last < size && last <= kFewLast &&
+           by_handle(e, index_[size - 1 - last])) {
+      ++last;
+    }
+    if (last < size && last <= kFewLast) {
+      apart.insert(apart.end(), index_.end() - last, index_.end());
+      index_.resize(size - last);
       index_.push_back(e);
+    } else {
+      apart.push_back(e);
+    }
+    if (apart.size() > most_apart) {
+      index_.insert(index_.end(), apart.begin(), apart.end());
       apart = {};
       in_order = false;
     }

@@ -36,12 +36,15 @@ std::unique_ptr<EntityDb> Load(const std::vector<uint64_t>& handles,
 }
 
 TEST(EntityDbIndexTest, FindsEveryHandleWhateverTheOrder) {
-  // In order, a few apart (the merge), and most apart (the full sort).
+  // In order, a few apart (the merge), a few made last written early, and
+  // most apart (the full sort).
   std::vector<std::vector<uint64_t>> orders = {
       {1, 2, 3, 4, 5, 6, 7, 8, 9, 10},
       {10, 11, 12, 13, 14, 15, 16, 17, 18, 19, 20, 21, 22, 23, 24, 25, 2, 3},
       {1,  2,  0,  40, 41, 42, 43, 44, 45, 46,
        47, 48, 49, 50, 51, 52, 53, 54, 5,  0},
+      {1, 2, 50, 51, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 17},
+      {1, 3, 4, 2, 5, 7, 8, 6, 9, 11, 12, 10, 13, 14, 15, 16, 17, 18, 19},
       {9, 8, 7, 6, 5, 4, 3, 2, 1},
       {100, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12}};
   for (const auto& order : orders) {

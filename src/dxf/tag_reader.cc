@@ -7,6 +7,7 @@
 #include <string>
 
 #include "dxf/file_map.h"
+#include "dxf/number_text.h"
 
 namespace lmt::dxf {
 namespace {
@@ -382,6 +383,10 @@ Status ReadBinary(std::string_view data, std::string_view name, Arena* arena,
                               std::to_string(at - base) + ": " + what);
   };
   std::string text;
+  char number[kNumberTextSize];
+  auto store_int = [&](int64_t v) {
+    return arena->Store({number, FormatIntTo(v, number)});
+  };
   bool seen_eof = false;
   while (p < end) {
     const char* tag_at = p;
@@ -427,28 +432,27 @@ Status ReadBinary(std::string_view data, std::string_view name, Arena* arena,
       }
       case ValueType::kDouble:
         if (!need(8)) return fail(p, value_msg() + ", got end of file");
-        text = FormatDouble(Load<double>(p));
+        value = arena->Store({number, FormatDoubleTo(Load<double>(p), number)});
         p += 8;
-        value = arena->Store(text);
         break;
       case ValueType::kInt16:
         if (!need(2)) return fail(p, value_msg() + ", got end of file");
-        value = arena->Store(FormatInt(Load<int16_t>(p)));
+        value = store_int(Load<int16_t>(p));
         p += 2;
         break;
       case ValueType::kInt32:
         if (!need(4)) return fail(p, value_msg() + ", got end of file");
-        value = arena->Store(FormatInt(Load<int32_t>(p)));
+        value = store_int(Load<int32_t>(p));
         p += 4;
         break;
       case ValueType::kInt64:
         if (!need(8)) return fail(p, value_msg() + ", got end of file");
-        value = arena->Store(FormatInt(Load<int64_t>(p)));
+        value = store_int(Load<int64_t>(p));
         p += 8;
         break;
       case ValueType::kBool:
         if (!need(1)) return fail(p, value_msg() + ", got end of file");
-        value = arena->Store(FormatInt(static_cast<unsigned char>(*p)));
+        value = store_int(static_cast<unsigned char>(*p));
         p += 1;
         break;
       case ValueType::kBinary: {
