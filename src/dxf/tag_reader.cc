@@ -6,6 +6,10 @@
 #include <cstring>
 #include <string>
 
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
 #include "dxf/file_map.h"
 #include "dxf/number_text.h"
 
@@ -112,6 +116,17 @@ class LineEnds {
       block = tail;
     }
     uint64_t bits = 0;
+#if defined(__SSE2__)
+    // Sixteen bytes a compare: this runs over every byte of the file.
+    const __m128i nl = _mm_set1_epi8('\n');
+    for (int w = 0; w < 4; ++w) {
+      const __m128i x =
+          _mm_loadu_si128(reinterpret_cast<const __m128i*>(block + 16 * w));
+      const auto hits =
+          static_cast<uint32_t>(_mm_movemask_epi8(_mm_cmpeq_epi8(x, nl)));
+      bits |= uint64_t{hits} << (16 * w);
+    }
+#else
     if constexpr (std::endian::native == std::endian::little) {
       constexpr uint64_t kLow7 = 0x7f7f7f7f7f7f7f7fULL;
       constexpr uint64_t kNl = 0x0a0a0a0a0a0a0a0aULL;
@@ -129,6 +144,7 @@ class LineEnds {
         if (block[i] == '\n') bits |= uint64_t{1} << i;
       }
     }
+#endif
     return bits;
   }
 
