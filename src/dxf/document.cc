@@ -19,8 +19,46 @@ std::string Describe(const Tag& t) {
   return std::to_string(t.code) + " " + (v.empty() ? "''" : v);
 }
 
-bool IsChildType(std::string_view type) {
-  return type == "ATTRIB" || type == "VERTEX" || type == "SEQEND";
+// What Build needs to know of a record's type. It is taken while the
+// record's first line is still in cache: a second look at the type text
+// after a whole section has been read comes cold from memory for every
+// record of a large drawing.
+enum class Kind : uint8_t {
+  kOther,
+  kTable,
+  kEndtab,
+  kBlock,
+  kEndblk,
+  kInsert,
+  kPolyline,
+  kAttrib,
+  kVertex,
+  kSeqend,
+};
+
+Kind KindOf(std::string_view type) {
+  switch (type.size()) {
+    case 5:
+      if (type == "TABLE") return Kind::kTable;
+      if (type == "BLOCK") return Kind::kBlock;
+      break;
+    case 6:
+      if (type == "ENDTAB") return Kind::kEndtab;
+      if (type == "ENDBLK") return Kind::kEndblk;
+      if (type == "INSERT") return Kind::kInsert;
+      if (type == "ATTRIB") return Kind::kAttrib;
+      if (type == "VERTEX") return Kind::kVertex;
+      if (type == "SEQEND") return Kind::kSeqend;
+      break;
+    case 8:
+      if (type == "POLYLINE") return Kind::kPolyline;
+      break;
+  }
+  return Kind::kOther;
+}
+
+bool IsChildKind(Kind k) {
+  return k == Kind::kAttrib || k == Kind::kVertex || k == Kind::kSeqend;
 }
 
 bool StartsWithNoCase(std::string_view s, std::string_view prefix) {
@@ -126,7 +164,12 @@ Status Document::Build(const std::vector<Tag>& tags,
     return cursor < starts.size() ? starts[cursor] : n;
   };
   // Each loaded record with its first tag index, for error locations.
-  std::vector<std::pair<RecordId, uint32_t>> recs;
+  struct Loaded {
+    RecordId id;
+    uint32_t first;
+    Kind kind;
+  };
+  std::vector<Loaded> recs;
   // Sized once for the largest section: growing it there would fault in a
   // fresh copy at every doubling.
   recs.reserve(starts.size());
@@ -179,9 +222,9 @@ Status Document::Build(const std::vector<Tag>& tags,
                             Describe(tags[j]));
       }
       size_t e = next0(j);
-      recs.emplace_back(
+      recs.push_back(Loaded{
           db_.AddLoaded(static_cast<uint32_t>(j), static_cast<uint32_t>(e)),
-          static_cast<uint32_t>(j));
+          static_cast<uint32_t>(j), KindOf(tags[j].value())});
       j = e;
     }
     if (j >= n) {
@@ -192,49 +235,47 @@ Status Document::Build(const std::vector<Tag>& tags,
         section_order_.end()) {
       section_order_.push_back(SectionRef{name, head, comment, j});
     }
-    auto type_of = [&](size_t k) { return tags[recs[k].second].value(); };
     // Groups INSERT+ATTRIB+SEQEND and POLYLINE+VERTEX+SEQEND.
     RecordId open = kNoRecord;
-    auto add_entity = [&](RecordId id, std::string_view type,
-                          std::vector<RecordId>* list) {
-      if (open != kNoRecord && IsChildType(type)) {
-        db_.mutable_children(open).push_back(id);
-        db_.SetParent(id, open);
-        if (type == "SEQEND") open = kNoRecord;
+    auto add_entity = [&](const Loaded& r, std::vector<RecordId>* list) {
+      if (open != kNoRecord && IsChildKind(r.kind)) {
+        db_.mutable_children(open).push_back(r.id);
+        db_.SetParent(r.id, open);
+        if (r.kind == Kind::kSeqend) open = kNoRecord;
         return;
       }
-      open = (type == "INSERT" || type == "POLYLINE") ? id : kNoRecord;
-      list->push_back(id);
+      open = r.kind == Kind::kInsert || r.kind == Kind::kPolyline ? r.id
+                                                                  : kNoRecord;
+      list->push_back(r.id);
     };
     if (name == "HEADER") {
       if (!recs.empty()) {
-        return Error(recs[0].second,
+        return Error(recs[0].first,
                      "expected 0 ENDSEC for section HEADER, got " +
-                         Describe(tags[recs[0].second]));
+                         Describe(tags[recs[0].first]));
       }
     } else if (name == "CLASSES") {
-      for (auto& r : recs) classes_.push_back(r.first);
+      for (const Loaded& r : recs) classes_.push_back(r.id);
     } else if (name == "TABLES") {
       Table* cur = nullptr;
-      for (size_t k = 0; k < recs.size(); ++k) {
-        std::string_view type = type_of(k);
+      for (const Loaded& r : recs) {
         if (!cur) {
-          if (type != "TABLE") {
-            return Error(recs[k].second, "expected 0 TABLE, got " +
-                                             Describe(tags[recs[k].second]));
+          if (r.kind != Kind::kTable) {
+            return Error(r.first,
+                         "expected 0 TABLE, got " + Describe(tags[r.first]));
           }
           tables_.emplace_back();
           cur = &tables_.back();
-          cur->head = recs[k].first;
-          cur->name = std::string(entity(recs[k].first).GetString(2));
-        } else if (type == "ENDTAB") {
-          cur->endtab = recs[k].first;
+          cur->head = r.id;
+          cur->name = std::string(entity(r.id).GetString(2));
+        } else if (r.kind == Kind::kEndtab) {
+          cur->endtab = r.id;
           cur = nullptr;
-        } else if (type == "TABLE") {
-          return Error(recs[k].second, "expected 0 ENDTAB for table " +
-                                           cur->name + ", got 0 TABLE");
+        } else if (r.kind == Kind::kTable) {
+          return Error(r.first, "expected 0 ENDTAB for table " + cur->name +
+                                    ", got 0 TABLE");
         } else {
-          cur->entries.push_back(recs[k].first);
+          cur->entries.push_back(r.id);
         }
       }
       if (cur) {
@@ -243,27 +284,25 @@ Status Document::Build(const std::vector<Tag>& tags,
       }
     } else if (name == "BLOCKS") {
       Block* cur = nullptr;
-      for (size_t k = 0; k < recs.size(); ++k) {
-        std::string_view type = type_of(k);
-        RecordId id = recs[k].first;
+      for (const Loaded& r : recs) {
         if (!cur) {
-          if (type != "BLOCK") {
-            return Error(recs[k].second, "expected 0 BLOCK, got " +
-                                             Describe(tags[recs[k].second]));
+          if (r.kind != Kind::kBlock) {
+            return Error(r.first,
+                         "expected 0 BLOCK, got " + Describe(tags[r.first]));
           }
-          Entity b = entity(id);
+          Entity b = entity(r.id);
           cur = NewBlock(std::string(b.GetString(2)));
-          cur->begin = id;
+          cur->begin = r.id;
           cur->record_handle = b.owner();
           open = kNoRecord;
-        } else if (type == "ENDBLK") {
-          cur->end = id;
+        } else if (r.kind == Kind::kEndblk) {
+          cur->end = r.id;
           cur = nullptr;
-        } else if (type == "BLOCK") {
-          return Error(recs[k].second, "expected 0 ENDBLK for block " +
-                                           cur->name + ", got 0 BLOCK");
+        } else if (r.kind == Kind::kBlock) {
+          return Error(r.first, "expected 0 ENDBLK for block " + cur->name +
+                                    ", got 0 BLOCK");
         } else {
-          add_entity(id, type, &cur->entities);
+          add_entity(r, &cur->entities);
         }
       }
       if (cur) {
@@ -272,25 +311,30 @@ Status Document::Build(const std::vector<Tag>& tags,
       }
     } else if (name == "ENTITIES") {
       had_entities_section_ = true;
-      for (size_t k = 0; k < recs.size(); ++k) {
+      for (const Loaded& r : recs) {
         // They would open a block inside BLOCKS once routed there.
-        if (type_of(k) == "BLOCK" || type_of(k) == "ENDBLK") {
-          return Error(recs[k].second,
+        if (r.kind == Kind::kBlock || r.kind == Kind::kEndblk) {
+          return Error(r.first,
                        "expected an entity in section "
                        "ENTITIES, got " +
-                           Describe(tags[recs[k].second]));
+                           Describe(tags[r.first]));
         }
-        add_entity(recs[k].first, type_of(k), &pending);
+        add_entity(r, &pending);
       }
     } else if (name == "OBJECTS") {
-      for (auto& r : recs) objects_.push_back(r.first);
+      for (const Loaded& r : recs) objects_.push_back(r.id);
     } else {
       raw_sections_.push_back(RawSection{name, {}});
-      for (auto& r : recs) raw_sections_.back().records.push_back(r.first);
+      for (const Loaded& r : recs) {
+        raw_sections_.back().records.push_back(r.id);
+      }
     }
     i = j + 1;
   }
   if (i >= n) return Error(n ? n - 1 : 0, "expected 0 EOF");
+  // Not needed any more; the index built next takes its place.
+  recs.clear();
+  recs.shrink_to_fit();
 
   const std::vector<RecordId> repeated = db_.BuildIndex();
   for (RecordId id : repeated) {

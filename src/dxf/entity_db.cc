@@ -18,21 +18,23 @@ uint64_t EntityDb::ReadHandle(std::span<const Tag> tags) {
 }
 
 RecordId EntityDb::AddLoaded(uint32_t begin, uint32_t end) {
-  DXF_CHECK(begin <= end && end <= base_.size());
+  DXF_CHECK(begin <= end && end <= base_.size() && end - begin <= kMaxCount);
   Record r;
   r.begin = begin;
-  r.end = end;
+  r.count = end - begin;
   r.handle =
       ReadHandle(std::span<const Tag>(base_).subspan(begin, end - begin));
-  records_.push_back(std::move(r));
+  records_.push_back(r);
   return static_cast<RecordId>(records_.size() - 1);
 }
 
 RecordId EntityDb::Create(std::vector<Tag> tags) {
   Record r;
   r.handle = ReadHandle(tags);
-  r.own = std::make_unique<std::vector<Tag>>(std::move(tags));
-  records_.push_back(std::move(r));
+  r.detached = 1;
+  r.begin = static_cast<uint32_t>(own_.size());
+  own_.push_back(std::move(tags));
+  records_.push_back(r);
   RecordId id = static_cast<RecordId>(records_.size() - 1);
   IndexHandle(id);
   return id;
@@ -61,20 +63,64 @@ bool EntityDb::IndexHandle(RecordId id) {
 std::vector<RecordId> EntityDb::BuildIndex() {
   index_.clear();
   index_.reserve(records_.size());
+  // Ties go to the earlier record, which the index keeps.
+  auto by_handle = [](const IndexEntry& a, const IndexEntry& b) {
+    return a.handle != b.handle ? a.handle < b.handle : a.id < b.id;
+  };
+  // Files list handles mostly in order. A table's head, the end of a
+  // sequence, objects made first but written last come later than their
+  // handles say; a few made last (an application id) come early. Records in
+  // order stay where they are; the others are sorted on their own and
+  // merged in from the back, which takes a fraction of a full sort and no
+  // copy of the index.
+  std::vector<IndexEntry> apart;
+  const size_t most_apart = records_.size() / 8;
+  bool in_order = true;  // false once too many are apart: sorted at the end
   for (RecordId id = 0; id < records_.size(); ++id) {
     uint64_t h = records_[id].handle;
     if (h == 0) continue;
     if (h > max_handle_) max_handle_ = h;
-    index_.push_back(IndexEntry{h, id});
+    IndexEntry e{h, id};
+    if (!in_order || index_.empty() || !by_handle(e, index_.back())) {
+      index_.push_back(e);
+      continue;
+    }
+    // Either `e` is out of order, or a few kept just before it were: those
+    // go apart when that lets `e` stay.
+    constexpr size_t kFewLast = 4;
+    size_t last = 1;
+    const size_t size = index_.size();
+    while (last < size && last <= kFewLast &&
+           by_handle(e, index_[size - 1 - last])) {
+      ++last;
+    }
+    if (last < size && last <= kFewLast) {
+      apart.insert(apart.end(), index_.end() - last, index_.end());
+      index_.resize(size - last);
+      index_.push_back(e);
+    } else {
+      apart.push_back(e);
+    }
+    if (apart.size() > most_apart) {
+      index_.insert(index_.end(), apart.begin(), apart.end());
+      apart = {};
+      in_order = false;
+    }
   }
-  // Ties go to the earlier record, which the index keeps. Sorting on both
-  // keys does it in place: a stable sort would need a copy of the index.
-  auto by_handle = [](const IndexEntry& a, const IndexEntry& b) {
-    return a.handle != b.handle ? a.handle < b.handle : a.id < b.id;
-  };
-  // Files list handles mostly in order.
-  if (!std::is_sorted(index_.begin(), index_.end(), by_handle)) {
+  if (!in_order) {
     std::sort(index_.begin(), index_.end(), by_handle);
+  } else if (!apart.empty()) {
+    std::sort(apart.begin(), apart.end(), by_handle);
+    size_t a = index_.size();
+    size_t b = apart.size();
+    index_.resize(a + b);
+    for (size_t out = a + b; b > 0;) {
+      if (a > 0 && by_handle(apart[b - 1], index_[a - 1])) {
+        index_[--out] = index_[--a];
+      } else {
+        index_[--out] = apart[--b];
+      }
+    }
   }
   std::vector<RecordId> dups;
   size_t out = 0;
@@ -91,23 +137,25 @@ std::vector<RecordId> EntityDb::BuildIndex() {
 
 std::span<const Tag> EntityDb::tags(RecordId id) const {
   const Record& r = records_[id];
-  if (r.own) return *r.own;
-  return std::span<const Tag>(base_).subspan(r.begin, r.end - r.begin);
+  if (r.detached) return own_[r.begin];
+  return std::span<const Tag>(base_).subspan(r.begin, r.count);
 }
 
 std::span<Tag> EntityDb::mutable_tags(RecordId id) {
   Record& r = records_[id];
-  if (r.own) return *r.own;
-  return std::span<Tag>(base_).subspan(r.begin, r.end - r.begin);
+  if (r.detached) return own_[r.begin];
+  return std::span<Tag>(base_).subspan(r.begin, r.count);
 }
 
 std::vector<Tag>& EntityDb::Detach(RecordId id) {
   Record& r = records_[id];
-  if (!r.own) {
-    r.own = std::make_unique<std::vector<Tag>>(base_.begin() + r.begin,
-                                               base_.begin() + r.end);
+  if (!r.detached) {
+    auto first = base_.begin() + r.begin;
+    own_.emplace_back(first, first + r.count);
+    r.begin = static_cast<uint32_t>(own_.size() - 1);
+    r.detached = 1;
   }
-  return *r.own;
+  return own_[r.begin];
 }
 
 EntityDb::IndexEntry* EntityDb::IndexSlot(uint64_t handle) {
@@ -123,7 +171,7 @@ void EntityDb::Unindex(RecordId id) {
 }
 
 void EntityDb::MarkErased(RecordId id) {
-  records_[id].erased = true;
+  records_[id].erased = 1;
   Unindex(id);
 }
 

@@ -15,6 +15,7 @@
 #define LMT_DXF_ENTITY_DB_H_
 
 #include <cstdint>
+#include <deque>
 #include <limits>
 #include <memory>
 #include <span>
@@ -63,7 +64,7 @@ class EntityDb {
   std::vector<Tag>& Detach(RecordId id);
 
   uint64_t handle(RecordId id) const { return records_[id].handle; }
-  bool erased(RecordId id) const { return records_[id].erased; }
+  bool erased(RecordId id) const { return records_[id].erased != 0; }
   // Marks erased and drops the handle from the index. Owners' lists are the
   // caller's business (Document::Erase does both).
   void MarkErased(RecordId id);
@@ -105,13 +106,16 @@ class EntityDb {
   size_t PaddingBefore(const char* value) const;
 
  private:
+  // 16 bytes: a large drawing has a record per 150 bytes of file. Detached
+  // records are few, so their vectors live apart.
   struct Record {
-    uint32_t begin = 0;
-    uint32_t end = 0;
-    std::unique_ptr<std::vector<Tag>> own;
     uint64_t handle = 0;
-    bool erased = false;
+    uint32_t begin = 0;       // the first tag in base_, or the slot in own_
+    uint32_t count : 30 = 0;  // of a loaded record's tags
+    uint32_t detached : 1 = 0;
+    uint32_t erased : 1 = 0;
   };
+  static constexpr uint32_t kMaxCount = (1u << 30) - 1;
   struct IndexEntry;
   static uint64_t ReadHandle(std::span<const Tag> tags);
   IndexEntry* IndexSlot(uint64_t handle);
@@ -119,6 +123,8 @@ class EntityDb {
 
   std::vector<Tag> base_;
   std::vector<Record> records_;
+  // The tags of detached records; a deque, so references stay valid.
+  std::deque<std::vector<Tag>> own_;
   // Sorted by handle; erased records leave kNoRecord behind. New handles
   // come from AllocateHandle and are above all others, so they append.
   struct IndexEntry {

@@ -3,6 +3,8 @@
 #include <charconv>
 #include <cstring>
 
+#include "dxf/number_text.h"
+
 namespace lmt::dxf {
 
 namespace {
@@ -129,19 +131,32 @@ std::optional<uint64_t> ParseHandle(std::string_view s) {
   return v;
 }
 
-std::string FormatDouble(double v) {
-  char buf[32];
-  auto [p, ec] = std::to_chars(buf, buf + sizeof buf, v);
-  std::string out(buf, p);
+size_t FormatDoubleTo(double v, char* buf) {
+  // Room for ".0" after the longest shortest form (24 characters).
+  auto [p, ec] = std::to_chars(buf, buf + kNumberTextSize - 2, v);
+  size_t n = static_cast<size_t>(p - buf);
   // Keep a decimal point so CAD readers see a real ("1" -> "1.0").
-  if (out.find_first_of(".eEn") == std::string::npos) out += ".0";
-  return out;
+  if (std::string_view(buf, n).find_first_of(".eEn") ==
+      std::string_view::npos) {
+    buf[n++] = '.';
+    buf[n++] = '0';
+  }
+  return n;
+}
+
+size_t FormatIntTo(int64_t v, char* buf) {
+  auto [p, ec] = std::to_chars(buf, buf + kNumberTextSize, v);
+  return static_cast<size_t>(p - buf);
+}
+
+std::string FormatDouble(double v) {
+  char buf[kNumberTextSize];
+  return std::string(buf, FormatDoubleTo(v, buf));
 }
 
 std::string FormatInt(int64_t v) {
-  char buf[24];
-  auto [p, ec] = std::to_chars(buf, buf + sizeof buf, v);
-  return std::string(buf, p);
+  char buf[kNumberTextSize];
+  return std::string(buf, FormatIntTo(v, buf));
 }
 
 std::string FormatHandle(uint64_t h) {

@@ -6,7 +6,12 @@
 #include <cstring>
 #include <string>
 
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
 #include "dxf/file_map.h"
+#include "dxf/number_text.h"
 
 namespace lmt::dxf {
 namespace {
@@ -111,6 +116,17 @@ class LineEnds {
       block = tail;
     }
     uint64_t bits = 0;
+#if defined(__SSE2__)
+    // Sixteen bytes a compare: this runs over every byte of the file.
+    const __m128i nl = _mm_set1_epi8('\n');
+    for (int w = 0; w < 4; ++w) {
+      const __m128i x =
+          _mm_loadu_si128(reinterpret_cast<const __m128i*>(block + 16 * w));
+      const auto hits =
+          static_cast<uint32_t>(_mm_movemask_epi8(_mm_cmpeq_epi8(x, nl)));
+      bits |= uint64_t{hits} << (16 * w);
+    }
+#else
     if constexpr (std::endian::native == std::endian::little) {
       constexpr uint64_t kLow7 = 0x7f7f7f7f7f7f7f7fULL;
       constexpr uint64_t kNl = 0x0a0a0a0a0a0a0a0aULL;
@@ -128,6 +144,7 @@ class LineEnds {
         if (block[i] == '\n') bits |= uint64_t{1} << i;
       }
     }
+#endif
     return bits;
   }
 
@@ -382,6 +399,10 @@ Status ReadBinary(std::string_view data, std::string_view name, Arena* arena,
                               std::to_string(at - base) + ": " + what);
   };
   std::string text;
+  char number[kNumberTextSize];
+  auto store_int = [&](int64_t v) {
+    return arena->Store({number, FormatIntTo(v, number)});
+  };
   bool seen_eof = false;
   while (p < end) {
     const char* tag_at = p;
@@ -427,28 +448,27 @@ Status ReadBinary(std::string_view data, std::string_view name, Arena* arena,
       }
       case ValueType::kDouble:
         if (!need(8)) return fail(p, value_msg() + ", got end of file");
-        text = FormatDouble(Load<double>(p));
+        value = arena->Store({number, FormatDoubleTo(Load<double>(p), number)});
         p += 8;
-        value = arena->Store(text);
         break;
       case ValueType::kInt16:
         if (!need(2)) return fail(p, value_msg() + ", got end of file");
-        value = arena->Store(FormatInt(Load<int16_t>(p)));
+        value = store_int(Load<int16_t>(p));
         p += 2;
         break;
       case ValueType::kInt32:
         if (!need(4)) return fail(p, value_msg() + ", got end of file");
-        value = arena->Store(FormatInt(Load<int32_t>(p)));
+        value = store_int(Load<int32_t>(p));
         p += 4;
         break;
       case ValueType::kInt64:
         if (!need(8)) return fail(p, value_msg() + ", got end of file");
-        value = arena->Store(FormatInt(Load<int64_t>(p)));
+        value = store_int(Load<int64_t>(p));
         p += 8;
         break;
       case ValueType::kBool:
         if (!need(1)) return fail(p, value_msg() + ", got end of file");
-        value = arena->Store(FormatInt(static_cast<unsigned char>(*p)));
+        value = store_int(static_cast<unsigned char>(*p));
         p += 1;
         break;
       case ValueType::kBinary: {
