@@ -244,6 +244,7 @@ class Document {
   void Route(RecordId id);
   Block* NewBlock(std::string name);
   void Serialize(class TagWriter& w);
+  void WriteRecord(class TagWriter& w, RecordId id);
   void WriteBlockEntities(class TagWriter& w, const std::vector<RecordId>& ids);
   // Indexes every block by record handle, then AssignSpaces.
   void AssignBlockRoles();

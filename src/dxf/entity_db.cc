@@ -97,6 +97,7 @@ std::span<const Tag> EntityDb::tags(RecordId id) const {
 
 std::span<Tag> EntityDb::mutable_tags(RecordId id) {
   Record& r = records_[id];
+  r.edited = true;
   if (r.own) return *r.own;
   return std::span<Tag>(base_).subspan(r.begin, r.end - r.begin);
 }
@@ -163,6 +164,7 @@ void EntityDb::SetHandle(RecordId id, uint64_t handle) {
 
 const std::vector<RecordId>& EntityDb::children(RecordId parent) const {
   static const std::vector<RecordId> kNone;
+  if (!records_[parent].has_children) return kNone;
   auto it = children_.find(parent);
   return it == children_.end() ? kNone : it->second;
 }

@@ -56,7 +56,8 @@ class EntityDb {
   size_t size() const { return records_.size(); }
   void ReserveRecords(size_t n) { records_.reserve(n); }
   std::span<const Tag> tags(RecordId id) const;
-  // In-place access; the tag count cannot change through it.
+  // In-place access; the tag count cannot change through it. The record
+  // counts as edited from then on.
   std::span<Tag> mutable_tags(RecordId id);
   // Detaches the record (once) and returns its own vector for insertions and
   // removals.
@@ -64,6 +65,12 @@ class EntityDb {
 
   uint64_t handle(RecordId id) const { return records_[id].handle; }
   bool erased(RecordId id) const { return records_[id].erased; }
+  // True while the record's tags are the loaded ones, never handed out for
+  // editing nor detached: the writer may copy its text from the file.
+  bool as_loaded(RecordId id) const {
+    const Record& r = records_[id];
+    return !r.own && !r.edited;
+  }
   // Marks erased and drops the handle from the index. Owners' lists are the
   // caller's business (Document::Erase does both).
   void MarkErased(RecordId id);
@@ -82,6 +89,7 @@ class EntityDb {
   // They are written right after their parent, in this order.
   const std::vector<RecordId>& children(RecordId parent) const;
   std::vector<RecordId>& mutable_children(RecordId parent) {
+    records_[parent].has_children = true;
     return children_[parent];
   }
   RecordId parent(RecordId child) const;
@@ -111,6 +119,10 @@ class EntityDb {
     std::unique_ptr<std::vector<Tag>> own;
     uint64_t handle = 0;
     bool erased = false;
+    bool edited = false;  // mutable_tags was called
+    // Whether children_ may hold a list for it: most records have none,
+    // and the writer asks for every record's.
+    bool has_children = false;
   };
   struct IndexEntry;
   static uint64_t ReadHandle(std::span<const Tag> tags);
