@@ -628,7 +628,15 @@ Block* Document::BlockByRecord(uint64_t record_handle) {
 Block* Document::BlockOf(Entity e) {
   RecordId p = db_.parent(e.id());
   if (p != kNoRecord) e = entity(p);
-  if (Block* b = BlockByRecord(e.owner())) return b;
+  const uint64_t owner = e.owner();
+  if (Block* b = BlockByRecord(owner)) return b;
+  // An object a dictionary owns (a layout, say) lies in no block: spare it
+  // the walk through every block's entities, which a split run would pay
+  // for each layout it deletes.
+  if (owner != 0) {
+    RecordId o = db_.Find(owner);
+    if (o != kNoRecord && entity(o).type() == "DICTIONARY") return nullptr;
+  }
   for (auto& b : blocks_) {
     if (std::find(b->entities.begin(), b->entities.end(), e.id()) !=
         b->entities.end()) {
