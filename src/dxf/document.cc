@@ -630,12 +630,13 @@ Block* Document::BlockOf(Entity e) {
   if (p != kNoRecord) e = entity(p);
   const uint64_t owner = e.owner();
   if (Block* b = BlockByRecord(owner)) return b;
-  // An object a dictionary owns (a layout, say) lies in no block: spare it
-  // the walk through every block's entities, which a split run would pay
-  // for each layout it deletes.
+  // What a dictionary or a table owns (a layout, a block record) lies in no
+  // block: spare it the walk through every block's entities, which a split
+  // run would pay twice for each layout it deletes.
   if (owner != 0) {
     RecordId o = db_.Find(owner);
-    if (o != kNoRecord && entity(o).type() == "DICTIONARY") return nullptr;
+    std::string_view type = o != kNoRecord ? entity(o).type() : "";
+    if (type == "DICTIONARY" || type == "TABLE") return nullptr;
   }
   for (auto& b : blocks_) {
     if (std::find(b->entities.begin(), b->entities.end(), e.id()) !=

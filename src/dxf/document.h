@@ -165,7 +165,7 @@ class Document {
   Block* FindBlock(std::string_view name);
   Block* BlockByRecord(uint64_t record_handle);
   // The block an entity's owner handle names, else the block whose list
-  // holds it; nullptr for a record a dictionary owns.
+  // holds it; nullptr for a record a dictionary or a table owns.
   Block* BlockOf(Entity e);
   Block* model_space() { return model_; }
   // The active layout's block (*Paper_Space / $PAPER_SPACE), or nullptr.
