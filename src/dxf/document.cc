@@ -672,7 +672,16 @@ Block* Document::BlockByRecord(uint64_t record_handle) {
 Block* Document::BlockOf(Entity e) {
   RecordId p = db_.parent(e.id());
   if (p != kNoRecord) e = entity(p);
-  if (Block* b = BlockByRecord(e.owner())) return b;
+  const uint64_t owner = e.owner();
+  if (Block* b = BlockByRecord(owner)) return b;
+  // What a dictionary or a table owns (a layout, a block record) lies in no
+  // block: spare it the walk through every block's entities, which a split
+  // run would pay twice for each layout it deletes.
+  if (owner != 0) {
+    RecordId o = db_.Find(owner);
+    std::string_view type = o != kNoRecord ? entity(o).type() : "";
+    if (type == "DICTIONARY" || type == "TABLE") return nullptr;
+  }
   for (auto& b : blocks_) {
     if (std::find(b->entities.begin(), b->entities.end(), e.id()) !=
         b->entities.end()) {
@@ -839,13 +848,17 @@ Entity Document::AddObject(std::vector<Tag> tags, uint64_t owner) {
   return e;
 }
 
+void Document::WriteRecord(TagWriter& w, RecordId id) {
+  w.WriteRecord(db_.tags(id), db_.as_loaded(id));
+}
+
 void Document::WriteBlockEntities(TagWriter& w,
                                   const std::vector<RecordId>& ids) {
   for (RecordId id : ids) {
     if (db_.erased(id)) continue;
-    w.Write(db_.tags(id));
+    WriteRecord(w, id);
     for (RecordId c : db_.children(id)) {
-      if (!db_.erased(c)) w.Write(db_.tags(c));
+      if (!db_.erased(c)) WriteRecord(w, c);
     }
   }
 }
@@ -857,6 +870,7 @@ std::string Document::ToString() {
   w.SetSource(ascii_source_);
   w.SetValues(&db_);
   Serialize(w);
+  w.Flush();
   return out;
 }
 
@@ -869,6 +883,7 @@ Status Document::ToString(DxfFormat format, std::string* out) {
   if (format == DxfFormat::kAscii) w.SetSource(ascii_source_);
   w.SetValues(&db_);
   Serialize(w);
+  w.Flush();
   if (!w.ok()) return Status::Corruption(name_ + ": " + w.error());
   return Status::Ok();
 }
@@ -886,28 +901,28 @@ void Document::Serialize(TagWriter& w) {
   }
   auto write_ids = [&](const std::vector<RecordId>& ids) {
     for (RecordId id : ids) {
-      if (!db_.erased(id)) w.Write(db_.tags(id));
+      if (!db_.erased(id)) WriteRecord(w, id);
     }
   };
   for (const auto& [sec, head, comment, end] : section_order_) {
     if (head == kNoRecord && sec == "ENTITIES" && SpacesEmpty()) continue;
-    if (comment != kNoRecord) w.Write(db_.tags(comment));
+    if (comment != kNoRecord) WriteRecord(w, comment);
     if (head != kNoRecord) {
-      w.Write(db_.tags(head));
+      WriteRecord(w, head);
     } else {
       w.Write(0, "SECTION");
       w.Write(2, sec);
     }
     if (sec == "HEADER") {
-      if (header_ != kNoRecord) w.Write(db_.tags(header_));
+      if (header_ != kNoRecord) WriteRecord(w, header_);
     } else if (sec == "CLASSES") {
       write_ids(classes_);
     } else if (sec == "TABLES") {
       for (const Table& t : tables_) {
-        w.Write(db_.tags(t.head));
+        WriteRecord(w, t.head);
         write_ids(t.entries);
         if (t.endtab != kNoRecord) {
-          w.Write(db_.tags(t.endtab));
+          WriteRecord(w, t.endtab);
         } else {
           w.Write(0, "ENDTAB");
         }
@@ -915,12 +930,12 @@ void Document::Serialize(TagWriter& w) {
     } else if (sec == "BLOCKS") {
       for (auto& b : blocks_) {
         if (b->begin == kNoRecord) continue;  // made up for a minimal file
-        w.Write(db_.tags(b->begin));
+        WriteRecord(w, b->begin);
         if (b.get() != model_ && b.get() != paper_) {
           WriteBlockEntities(w, b->entities);
         }
         if (b->end != kNoRecord) {
-          w.Write(db_.tags(b->end));
+          WriteRecord(w, b->end);
         } else {
           w.Write(0, "ENDBLK");
         }
@@ -949,7 +964,7 @@ void Document::Serialize(TagWriter& w) {
       w.Write(0, "ENDSEC");
     }
   }
-  if (trailing_comments_ != kNoRecord) w.Write(db_.tags(trailing_comments_));
+  if (trailing_comments_ != kNoRecord) WriteRecord(w, trailing_comments_);
   if (eof_ != kNoTag) {
     w.Write(db_.base()[eof_]);
     // What follows EOF (an old end-of-file mark, say) goes along too.

@@ -164,7 +164,8 @@ class Document {
   // Case-insensitive; nullptr when absent.
   Block* FindBlock(std::string_view name);
   Block* BlockByRecord(uint64_t record_handle);
-  // The block an entity's owner handle names, or nullptr.
+  // The block an entity's owner handle names, else the block whose list
+  // holds it; nullptr for a record a dictionary or a table owns.
   Block* BlockOf(Entity e);
   Block* model_space() { return model_; }
   // The active layout's block (*Paper_Space / $PAPER_SPACE), or nullptr.
@@ -244,6 +245,7 @@ class Document {
   void Route(RecordId id);
   Block* NewBlock(std::string name);
   void Serialize(class TagWriter& w);
+  void WriteRecord(class TagWriter& w, RecordId id);
   void WriteBlockEntities(class TagWriter& w, const std::vector<RecordId>& ids);
   // Indexes every block by record handle, then AssignSpaces.
   void AssignBlockRoles();

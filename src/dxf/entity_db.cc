@@ -143,6 +143,7 @@ std::span<const Tag> EntityDb::tags(RecordId id) const {
 
 std::span<Tag> EntityDb::mutable_tags(RecordId id) {
   Record& r = records_[id];
+  r.edited = 1;
   if (r.detached) return own_[r.begin];
   return std::span<Tag>(base_).subspan(r.begin, r.count);
 }
@@ -211,6 +212,7 @@ void EntityDb::SetHandle(RecordId id, uint64_t handle) {
 
 const std::vector<RecordId>& EntityDb::children(RecordId parent) const {
   static const std::vector<RecordId> kNone;
+  if (!records_[parent].has_children) return kNone;
   auto it = children_.find(parent);
   return it == children_.end() ? kNone : it->second;
 }

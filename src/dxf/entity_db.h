@@ -57,7 +57,8 @@ class EntityDb {
   size_t size() const { return records_.size(); }
   void ReserveRecords(size_t n) { records_.reserve(n); }
   std::span<const Tag> tags(RecordId id) const;
-  // In-place access; the tag count cannot change through it.
+  // In-place access; the tag count cannot change through it. The record
+  // counts as edited from then on.
   std::span<Tag> mutable_tags(RecordId id);
   // Detaches the record (once) and returns its own vector for insertions and
   // removals.
@@ -65,6 +66,12 @@ class EntityDb {
 
   uint64_t handle(RecordId id) const { return records_[id].handle; }
   bool erased(RecordId id) const { return records_[id].erased != 0; }
+  // True while the record's tags are the loaded ones, never handed out for
+  // editing nor detached: the writer may copy its text from the file.
+  bool as_loaded(RecordId id) const {
+    const Record& r = records_[id];
+    return r.detached == 0 && r.edited == 0;
+  }
   // Marks erased and drops the handle from the index. Owners' lists are the
   // caller's business (Document::Erase does both).
   void MarkErased(RecordId id);
@@ -83,6 +90,7 @@ class EntityDb {
   // They are written right after their parent, in this order.
   const std::vector<RecordId>& children(RecordId parent) const;
   std::vector<RecordId>& mutable_children(RecordId parent) {
+    records_[parent].has_children = 1;
     return children_[parent];
   }
   RecordId parent(RecordId child) const;
@@ -111,11 +119,15 @@ class EntityDb {
   struct Record {
     uint64_t handle = 0;
     uint32_t begin = 0;       // the first tag in base_, or the slot in own_
-    uint32_t count : 30 = 0;  // of a loaded record's tags
+    uint32_t count : 28 = 0;  // of a loaded record's tags
     uint32_t detached : 1 = 0;
     uint32_t erased : 1 = 0;
+    uint32_t edited : 1 = 0;  // mutable_tags was called
+    // Whether children_ may hold a list for it: most records have none,
+    // and the writer asks for every record's.
+    uint32_t has_children : 1 = 0;
   };
-  static constexpr uint32_t kMaxCount = (1u << 30) - 1;
+  static constexpr uint32_t kMaxCount = (1u << 28) - 1;
   struct IndexEntry;
   static uint64_t ReadHandle(std::span<const Tag> tags);
   IndexEntry* IndexSlot(uint64_t handle);

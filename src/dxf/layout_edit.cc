@@ -28,7 +28,11 @@ void Renumber(const std::vector<Layout>& paper) {
   for (size_t i = 0; i < paper.size(); ++i) {
     Layout l = paper[i];
     int at = l.FindIn("AcDbLayout", 71);
-    if (at >= 0) l.SetValueAt(at, FormatInt(static_cast<int64_t>(i) + 1));
+    if (at < 0) continue;
+    // Tabs before a deleted one keep their number: leaving them alone
+    // spares the arena a copy per tab and keeps their records as read.
+    const std::string number = FormatInt(static_cast<int64_t>(i) + 1);
+    if (l.tags()[at].value() != number) l.SetValueAt(at, number);
   }
 }
 

@@ -36,6 +36,7 @@ TagWriter TagWriter::Binary(std::string* out, std::FILE* file,
 }
 
 void TagWriter::Write(int code, std::string_view value) {
+  FlushCopy();
   if (binary_) {
     WriteBinary(code, value);
     if (file_ && out_->size() >= kFlushAt) Flush();
@@ -147,6 +148,11 @@ void TagWriter::WriteBinary(int code, std::string_view value) {
 }
 
 bool TagWriter::Flush() {
+  FlushCopy();
+  return WriteBuffer();
+}
+
+bool TagWriter::WriteBuffer() {
   if (!file_) return ok();
   if (!out_->empty() &&
       std::fwrite(out_->data(), 1, out_->size(), file_) != out_->size()) {
@@ -156,9 +162,64 @@ bool TagWriter::Flush() {
   return ok();
 }
 
+void TagWriter::Copy(const char* from, const char* to) {
+  if (from == copy_to_) {
+    copy_to_ = to;
+    return;
+  }
+  FlushCopy();
+  copy_from_ = from;
+  copy_to_ = to;
+}
+
+void TagWriter::FlushCopy() {
+  if (copy_from_ == nullptr) return;
+  const size_t n = static_cast<size_t>(copy_to_ - copy_from_);
+  if (file_ && n >= kDirectAt) {
+    WriteBuffer();
+    if (std::fwrite(copy_from_, 1, n, file_) != n) ok_ = false;
+  } else {
+    out_->append(copy_from_, n);
+    if (file_ && out_->size() >= kFlushAt) WriteBuffer();
+  }
+  copy_from_ = copy_to_ = nullptr;
+}
+
+void TagWriter::WriteRecord(std::span<const Tag> tags, bool as_loaded) {
+  const char* from;
+  const char* to;
+  if (!binary_ && as_loaded && SourceRun(tags, &from, &to)) {
+    Copy(from, to);
+    return;
+  }
+  Write(tags);
+}
+
+bool TagWriter::SourceRun(std::span<const Tag> tags, const char** from,
+                          const char** to) const {
+  if (tags.empty()) return false;
+  const char* unused;
+  if (!SourceLines(tags.front(), from, &unused) ||
+      !SourceLines(tags.back(), &unused, to)) {
+    return false;
+  }
+  // The values in order inside the run, and just two lines a tag: then no
+  // line lies between two tags (one dropped when the file was repaired, say)
+  // and the run is what writing the tags one by one would copy.
+  const char* at = *from;
+  for (const Tag& t : tags) {
+    if (t.data() < at || t.data() + t.size() > *to) return false;
+    at = t.data() + t.size();
+  }
+  const auto lines = std::count(*from, *to, '\n') + ((*to)[-1] != '\n');
+  return static_cast<size_t>(lines) == 2 * tags.size();
+}
+
 void TagWriter::Write(const Tag& t) {
-  if (!binary_ && WriteAsRead(t)) {
-    if (file_ && out_->size() >= kFlushAt) Flush();
+  const char* from;
+  const char* to;
+  if (!binary_ && SourceLines(t, &from, &to)) {
+    Copy(from, to);
     return;
   }
   if (!binary_ && db_ != nullptr) {
@@ -170,7 +231,8 @@ void TagWriter::Write(const Tag& t) {
   Write(t.code, t.value());
 }
 
-bool TagWriter::WriteAsRead(const Tag& t) {
+bool TagWriter::SourceLines(const Tag& t, const char** from,
+                            const char** to) const {
   const char* begin = source_.data();
   const char* end = begin + source_.size();
   const char* value = t.data();
@@ -198,7 +260,8 @@ bool TagWriter::WriteAsRead(const Tag& t) {
       read != static_cast<int>(t.code)) {
     return false;
   }
-  out_->append(code, static_cast<size_t>(after - code));
+  *from = code;
+  *to = after;
   return true;
 }
 

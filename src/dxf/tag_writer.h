@@ -2,7 +2,9 @@
 //
 // ASCII: codes are right-aligned to three columns as CAD programs write
 // them; values go out exactly as stored. With the source text given, an
-// untouched tag is written back exactly as it was read.
+// untouched tag is written back exactly as it was read, and an untouched
+// record as the run of source text it came from; neighbouring runs join,
+// so a long stretch of untouched records costs one copy (or one write).
 //
 // Binary: the 22-byte sentinel, then each tag as its code (two bytes, or
 // one for R12 files that used one) and its value in the code's type: raw
@@ -48,25 +50,46 @@ class TagWriter {
 
   void Write(const Tag& t);
   // Bytes that are no tag, copied as they are (ASCII only).
-  void WriteVerbatim(std::string_view bytes) { out_->append(bytes); }
+  void WriteVerbatim(std::string_view bytes) {
+    FlushCopy();
+    out_->append(bytes);
+  }
   void Write(int code, std::string_view value);
   void Write(std::span<const Tag> tags) {
     for (const Tag& t : tags) Write(t);
   }
-  // Writes what is buffered to the file (if any). False once a write failed
-  // or a value could not be written.
+  // A whole record. as_loaded: its tags are those the reader made, in file
+  // order and unedited (EntityDb::as_loaded); the lines they were read from
+  // are then copied in one piece when nothing else lies between them.
+  void WriteRecord(std::span<const Tag> tags, bool as_loaded);
+  // Source text may wait for the next output to join it: *out (or the file)
+  // is complete only after Flush. Writes what is buffered to the file (if
+  // any). False once a write failed or a value could not be written.
   bool Flush();
   bool ok() const { return ok_ && error_.empty(); }
   // Why a binary value could not be written; empty when all went well.
   const std::string& error() const { return error_; }
 
  private:
-  bool WriteAsRead(const Tag& t);
+  // The code line and value line `t` was read from, with their line ends;
+  // false when its value does not lie on such a pair of source lines.
+  bool SourceLines(const Tag& t, const char** from, const char** to) const;
+  // The source text of a record as read, when it is exactly its tags' lines.
+  bool SourceRun(std::span<const Tag> tags, const char** from,
+                 const char** to) const;
+  // Source text goes out through Copy, which joins adjacent runs, and
+  // FlushCopy, which writes the joined run (large runs straight to the
+  // file); every other output calls FlushCopy first to keep the order.
+  void Copy(const char* from, const char* to);
+  void FlushCopy();
+  bool WriteBuffer();
   void WriteBinary(int code, std::string_view value);
   void BinaryCode(int code);
   void Fail(int code, std::string_view expected, std::string_view value);
 
   static constexpr size_t kFlushAt = size_t{1} << 20;
+  // Runs at least this long skip the buffer when there is a file.
+  static constexpr size_t kDirectAt = size_t{64} << 10;
   std::string* out_;
   bool crlf_;
   std::FILE* file_;
@@ -76,6 +99,8 @@ class TagWriter {
   std::string error_;
   std::string scratch_;
   std::string_view source_;
+  const char* copy_from_ = nullptr;  // the run not yet written
+  const char* copy_to_ = nullptr;
   const EntityDb* db_ = nullptr;
 };
 

@@ -5,12 +5,26 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "dxf/document.h"
+#include "dxf/tag_reader.h"
+#include "dxf/test_util.h"
 #include "dxf/viewport.h"
 
 namespace lmt::dxf {
 namespace {
+
+// Where two long texts part, for a readable failure (a full diff of
+// thousands of lines costs more memory than a test has).
+std::string Mismatch(const std::string& got, const std::string& want) {
+  if (got == want) return "";
+  size_t at = 0;
+  while (at < got.size() && at < want.size() && got[at] == want[at]) ++at;
+  const size_t from = at < 40 ? 0 : at - 40;
+  return "at byte " + std::to_string(at) + ": got \"" + got.substr(from, 80) +
+         "\", want \"" + want.substr(from, 80) + "\"";
+}
 
 std::unique_ptr<Document> ParseOrDie(const std::string& text) {
   std::unique_ptr<Document> doc;
@@ -86,6 +100,89 @@ TEST(UntouchedTest, TextThatMerelyLiesInTheFileIsNotCopiedAsRead) {
   const std::string written = doc->ToString();
   EXPECT_NE(written.find("8\r\n0\r\n 62\r\n0\r\n"), std::string::npos)
       << written;
+}
+
+// Long runs of untouched records go to the file in one piece, past the
+// writer's buffer; the edits between them must still land in their place.
+TEST(UntouchedTest, EditsBetweenLongUntouchedRunsLandInPlace) {
+  std::string head = "0\nSECTION\n2\nENTITIES\n";
+  std::string text = head;
+  auto point = [](int i) {
+    return "0\nPOINT\n8\nP" + std::to_string(i) + "\n 10\n" +
+           std::to_string(i) + ".50\n20\n0\n";
+  };
+  const int kPoints = 6000;  // some 200 KB: runs longer than the buffer
+  for (int i = 0; i < kPoints; ++i) text += point(i);
+  text += "0\nENDSEC\n0\nEOF\n";
+  auto doc = ParseOrDie(text);
+  ASSERT_TRUE(doc);
+  const std::vector<RecordId> ids = doc->model_space()->entities;
+  ASSERT_EQ(ids.size(), static_cast<size_t>(kPoints));
+  doc->entity(ids[0]).SetDouble(20, 7);                 // first record
+  doc->Erase(doc->entity(ids[1]));                      // its neighbour
+  doc->entity(ids[3000]).Set(8, "Moved");               // mid-file
+  doc->entity(ids[kPoints - 1]).InsertTag(1, 62, "1");  // last record
+
+  std::string expected = text;
+  auto replace = [&](const std::string& from, const std::string& to) {
+    size_t at = expected.find(from);
+    ASSERT_NE(at, std::string::npos) << from;
+    expected.replace(at, from.size(), to);
+  };
+  replace(point(0) + point(1), "0\nPOINT\n8\nP0\n 10\n0.50\n 20\n7.0\n");
+  replace(point(3000), "0\nPOINT\n  8\nMoved\n 10\n3000.50\n20\n0\n");
+  replace(point(kPoints - 1),
+          "0\nPOINT\n 62\n1\n8\nP5999\n 10\n5999.50\n"
+          "20\n0\n");
+  EXPECT_EQ(Mismatch(doc->ToString(), expected), "");
+  const std::string path = testing::TempPath("untouched_runs.dxf");
+  ASSERT_TRUE(doc->Save(path).ok());
+  EXPECT_EQ(Mismatch(testing::ReadAll(path), expected), "");
+
+  // Binary output never takes the input's text.
+  ASSERT_TRUE(doc->Save(path, DxfFormat::kBinary).ok());
+  std::string binary = testing::ReadAll(path);
+  EXPECT_EQ(binary.compare(0, kBinarySentinel.size(), kBinarySentinel), 0);
+  EXPECT_EQ(binary.find("\nPOINT\n"), std::string::npos);
+  auto back = ParseOrDie(binary);
+  ASSERT_TRUE(back);
+  std::string ascii;
+  ASSERT_TRUE(back->ToString(DxfFormat::kAscii, &ascii).ok());
+  auto again = ParseOrDie(ascii);
+  ASSERT_TRUE(again);
+  ASSERT_EQ(again->model_space()->entities.size(),
+            static_cast<size_t>(kPoints - 1));
+  EXPECT_EQ(again->entity(again->model_space()->entities[2999]).Get(8),
+            "Moved");
+  EXPECT_DOUBLE_EQ(
+      again->entity(again->model_space()->entities.back()).GetDouble(10),
+      5999.5);
+}
+
+// A record's tags need not be one stretch of the file: the reader may drop
+// a line between them (a repair), or the file may open with a byte-order
+// mark. Such records are written tag by tag, not as the text they span.
+TEST(UntouchedTest, RecordsThatAreNotOneStretchOfTheFileAreWrittenByTag) {
+  // Header variables after the header's ENDSEC are moved into the header.
+  const std::string moved =
+      "0\nSECTION\n2\nHEADER\n9\n$ACADVER\n1\nAC1009\n0\nENDSEC\n"
+      "9\n$INSUNITS\n70\n4\n0\nENDSEC\n"
+      "0\nSECTION\n2\nENTITIES\n0\nPOINT\n8\n0\n10\n1\n20\n2\n"
+      "0\nENDSEC\n0\nEOF\n";
+  std::unique_ptr<Document> doc;
+  ASSERT_TRUE(Document::Parse(moved, "t.dxf", &doc, {.recover = true}).ok());
+  ASSERT_EQ(doc->repairs().size(), 1u);
+  std::string expected = moved;
+  expected.erase(expected.find("0\nENDSEC\n"), 9);
+  EXPECT_EQ(doc->ToString(), expected);
+
+  const std::string plain =
+      "0\nSECTION\n2\nENTITIES\n0\nPOINT\n8\n0\n10\n1\n20\n2\n"
+      "0\nENDSEC\n0\nEOF\n";
+  doc = ParseOrDie("\xEF\xBB\xBF" + plain);
+  ASSERT_TRUE(doc);
+  // The mark goes; the first code is written afresh, all else as read.
+  EXPECT_EQ(doc->ToString(), "  0\n" + plain.substr(2));
 }
 
 }  // namespace
