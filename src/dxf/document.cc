@@ -110,7 +110,13 @@ Status Document::Init(std::string_view data, ReadOptions options) {
     }
   }
   db_.SetBase(std::move(file.tags));
-  return Build(db_.base(), file.starts);
+  s = Build(db_.base(), file.starts);
+  if (s.ok() && binary_ && repairs_.empty()) {
+    binary_source_ = data;
+    binary_starts_ = std::move(file.starts);
+    binary_offsets_ = std::move(file.start_offsets);
+  }
+  return s;
 }
 
 Status Document::Error(size_t tag_index, const std::string& what) const {
@@ -880,8 +886,7 @@ Status Document::ToString(DxfFormat format, std::string* out) {
   TagWriter w = format == DxfFormat::kBinary
                     ? TagWriter::Binary(out, nullptr, OneByteCodes())
                     : TagWriter(out, crlf_);
-  if (format == DxfFormat::kAscii) w.SetSource(ascii_source_);
-  w.SetValues(&db_);
+  SetSources(w, format);
   Serialize(w);
   w.Flush();
   if (!w.ok()) return Status::Corruption(name_ + ": " + w.error());
@@ -986,6 +991,17 @@ bool Document::SpacesEmpty() const {
          (paper_ == nullptr || paper_->entities.empty());
 }
 
+void Document::SetSources(TagWriter& w, DxfFormat format) const {
+  w.SetValues(&db_);
+  if (format == DxfFormat::kAscii) {
+    w.SetSource(ascii_source_);
+  } else if (OneByteCodes() == one_byte_codes_) {
+    // The source's bytes only fit output with its code width (an upgraded
+    // R12 drawing goes out with two-byte codes).
+    w.SetBinarySource(binary_source_, binary_starts_, binary_offsets_);
+  }
+}
+
 Status Document::Save(const std::string& path) { return Save(path, format()); }
 
 Status Document::Save(const std::string& path, DxfFormat format) {
@@ -997,8 +1013,7 @@ Status Document::Save(const std::string& path, DxfFormat format) {
   TagWriter w = format == DxfFormat::kBinary
                     ? TagWriter::Binary(&buffer, f, OneByteCodes())
                     : TagWriter(&buffer, crlf_, f);
-  if (format == DxfFormat::kAscii) w.SetSource(ascii_source_);
-  w.SetValues(&db_);
+  SetSources(w, format);
   Serialize(w);
   bool ok = w.Flush() && std::fflush(f) == 0;
   ok = std::fclose(f) == 0 && ok;

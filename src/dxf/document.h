@@ -271,6 +271,8 @@ class Document {
   // Binary R12 files have one-byte group codes; a drawing upgraded from
   // one is written with the two-byte codes of its new release.
   bool OneByteCodes() const { return one_byte_codes_ && IsR12(); }
+  // Gives `w` (made for `format`) the source to copy untouched text from.
+  void SetSources(class TagWriter& w, DxfFormat format) const;
 
   std::string name_;
   // The whole file (one of the two); base tags point into it.
@@ -300,6 +302,12 @@ class Document {
   // `0 EOF` tag's index, for writing untouched tags back as read.
   std::string_view ascii_source_;
   size_t eof_ = kNoTag;
+  // A binary file as read (empty for ASCII, and for a repaired stream,
+  // whose tags no longer match its bytes), with its record starts as tag
+  // indexes and byte offsets (TagFile), for the same purpose.
+  std::string_view binary_source_;
+  std::vector<uint32_t> binary_starts_;
+  std::vector<uint32_t> binary_offsets_;
   // Handles erased since the last write (ForgetErasedReferences).
   std::unordered_set<uint64_t> erased_since_write_;
   // The largest handle once read, to tell whether the drawing gained any.

@@ -493,8 +493,10 @@ Status ReadBinary(std::string_view data, std::string_view name, Arena* arena,
       return fail(tag_at, "expected a value of at most 1 MiB, got " +
                               std::to_string(value.size()) + " bytes");
     }
-    if (code == 0)
+    if (code == 0) {
       out->starts.push_back(static_cast<uint32_t>(out->tags.size()));
+      out->start_offsets.push_back(static_cast<uint32_t>(tag_at - base));
+    }
     out->tags.emplace_back(code, value);
     if (code == 0 && value == "EOF") {
       seen_eof = true;
@@ -513,6 +515,7 @@ Status ReadTags(std::string_view data, std::string_view name, Arena* arena,
                 TagFile* out, bool allow_missing_eof) {
   out->tags.clear();
   out->starts.clear();
+  out->start_offsets.clear();
   out->binary = false;
   out->one_byte_codes = false;
   out->crlf = false;

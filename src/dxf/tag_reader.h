@@ -30,6 +30,9 @@ struct TagFile {
   // Indexes of the code 0 tags, in order: record starts, found while
   // tokenizing so that nothing scans the tags for them again.
   std::vector<uint32_t> starts;
+  // Binary files only: the byte offset of each of those tags, so that a
+  // record can be written back as the bytes it was read from.
+  std::vector<uint32_t> start_offsets;
   bool binary = false;
   bool one_byte_codes = false;  // a binary R12 file with 1-byte codes
   bool crlf = false;            // the ASCII file used CR LF line ends

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cstdint>
 #include <cstring>
 #include <optional>
 
@@ -188,11 +189,38 @@ void TagWriter::FlushCopy() {
 void TagWriter::WriteRecord(std::span<const Tag> tags, bool as_loaded) {
   const char* from;
   const char* to;
-  if (!binary_ && as_loaded && SourceRun(tags, &from, &to)) {
+  if (as_loaded && (binary_ ? BinarySourceRun(tags, &from, &to)
+                            : SourceRun(tags, &from, &to))) {
     Copy(from, to);
     return;
   }
   Write(tags);
+}
+
+bool TagWriter::BinarySourceRun(std::span<const Tag> tags, const char** from,
+                                const char** to) const {
+  if (db_ == nullptr || binary_source_.empty() || tags.empty()) return false;
+  const std::vector<Tag>& base = db_->base();
+  const auto at = reinterpret_cast<uintptr_t>(tags.data());
+  const auto base_at = reinterpret_cast<uintptr_t>(base.data());
+  if (at < base_at || at >= base_at + base.size() * sizeof(Tag)) return false;
+  const auto first = static_cast<uint32_t>((at - base_at) / sizeof(Tag));
+  auto it =
+      std::lower_bound(binary_starts_.begin(), binary_starts_.end(), first);
+  // The next record start right after the record's last tag: nothing lies
+  // between the two, so their bytes are exactly this record's.
+  if (it == binary_starts_.end() || *it != first ||
+      it + 1 == binary_starts_.end() || it[1] - first != tags.size()) {
+    return false;
+  }
+  const auto k = static_cast<size_t>(it - binary_starts_.begin());
+  if (k + 1 >= binary_offsets_.size() ||
+      binary_offsets_[k + 1] > binary_source_.size()) {
+    return false;
+  }
+  *from = binary_source_.data() + binary_offsets_[k];
+  *to = binary_source_.data() + binary_offsets_[k + 1];
+  return true;
 }
 
 bool TagWriter::SourceRun(std::span<const Tag> tags, const char** from,

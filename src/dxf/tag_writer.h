@@ -15,9 +15,11 @@
 #ifndef LMT_DXF_TAG_WRITER_H_
 #define LMT_DXF_TAG_WRITER_H_
 
+#include <cstdint>
 #include <cstdio>
 #include <span>
 #include <string>
+#include <string_view>
 
 #include "dxf/entity_db.h"
 #include "dxf/tag.h"
@@ -47,6 +49,17 @@ class TagWriter {
   // ASCII only: numbers edited in place keep the width of their field
   // (EntityDb::StoreValueLike).
   void SetValues(const EntityDb* db) { db_ = db; }
+  // Binary only: the binary file the base tags of SetValues' EntityDb were
+  // read from, with the reader's TagFile::starts and start_offsets. A whole
+  // untouched record, from one record start to the next, is copied as the
+  // bytes it was read from. Only for output with the source's code width.
+  void SetBinarySource(std::string_view source,
+                       std::span<const uint32_t> starts,
+                       std::span<const uint32_t> offsets) {
+    binary_source_ = source;
+    binary_starts_ = starts;
+    binary_offsets_ = offsets;
+  }
 
   void Write(const Tag& t);
   // Bytes that are no tag, copied as they are (ASCII only).
@@ -59,8 +72,9 @@ class TagWriter {
     for (const Tag& t : tags) Write(t);
   }
   // A whole record. as_loaded: its tags are those the reader made, in file
-  // order and unedited (EntityDb::as_loaded); the lines they were read from
-  // are then copied in one piece when nothing else lies between them.
+  // order and unedited (EntityDb::as_loaded); the lines (or binary bytes)
+  // they were read from are then copied in one piece when nothing else lies
+  // between them.
   void WriteRecord(std::span<const Tag> tags, bool as_loaded);
   // Source text may wait for the next output to join it: *out (or the file)
   // is complete only after Flush. Writes what is buffered to the file (if
@@ -77,6 +91,10 @@ class TagWriter {
   // The source text of a record as read, when it is exactly its tags' lines.
   bool SourceRun(std::span<const Tag> tags, const char** from,
                  const char** to) const;
+  // The same for a binary source: the record must be base tags from one
+  // record start to the next.
+  bool BinarySourceRun(std::span<const Tag> tags, const char** from,
+                       const char** to) const;
   // Source text goes out through Copy, which joins adjacent runs, and
   // FlushCopy, which writes the joined run (large runs straight to the
   // file); every other output calls FlushCopy first to keep the order.
@@ -102,6 +120,9 @@ class TagWriter {
   const char* copy_from_ = nullptr;  // the run not yet written
   const char* copy_to_ = nullptr;
   const EntityDb* db_ = nullptr;
+  std::string_view binary_source_;
+  std::span<const uint32_t> binary_starts_;
+  std::span<const uint32_t> binary_offsets_;
 };
 
 }  // namespace lmt::dxf

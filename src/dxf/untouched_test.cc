@@ -3,12 +3,15 @@
 // $HANDSEED, a file without ENTITIES. What it changed is written afresh.
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+#include <cstring>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "dxf/document.h"
 #include "dxf/tag_reader.h"
+#include "dxf/tag_writer.h"
 #include "dxf/test_util.h"
 #include "dxf/viewport.h"
 
@@ -159,6 +162,47 @@ TEST(UntouchedTest, EditsBetweenLongUntouchedRunsLandInPlace) {
       5999.5);
 }
 
+// A binary file's untouched records go out as the bytes they were read
+// from; what was edited is written tag by tag, in place.
+TEST(UntouchedTest, BinaryRecordsAreCopiedAsReadAndEditsLandInPlace) {
+  std::string text = "0\nSECTION\n2\nENTITIES\n";
+  const int kPoints = 3000;  // runs longer than the writer's buffer
+  for (int i = 0; i < kPoints; ++i) {
+    text += "0\nPOINT\n8\nP" + std::to_string(i) + "\n10\n" +
+            std::to_string(i) + ".25\n20\n-0.1\n";
+  }
+  text += "0\nENDSEC\n0\nEOF\n";
+  auto ascii = ParseOrDie(text);
+  ASSERT_TRUE(ascii);
+  std::string binary;
+  ASSERT_TRUE(ascii->ToString(DxfFormat::kBinary, &binary).ok());
+  auto doc = ParseOrDie(binary);
+  ASSERT_TRUE(doc);
+  std::string written;
+  ASSERT_TRUE(doc->ToString(DxfFormat::kBinary, &written).ok());
+  EXPECT_EQ(Mismatch(written, binary), "");
+
+  // The same edits on both: the copy must match writing every tag.
+  for (Document* d : {ascii.get(), doc.get()}) {
+    const std::vector<RecordId> ids = d->model_space()->entities;
+    d->entity(ids[0]).SetDouble(20, 7);
+    d->Erase(d->entity(ids[1]));
+    d->entity(ids[1500]).Set(8, "Moved");
+    d->entity(ids[kPoints - 1]).InsertTag(1, 62, "1");
+  }
+  std::string expected;
+  ASSERT_TRUE(ascii->ToString(DxfFormat::kBinary, &expected).ok());
+  const std::string path = testing::TempPath("untouched_binary.dxf");
+  ASSERT_TRUE(doc->Save(path).ok());
+  EXPECT_EQ(Mismatch(testing::ReadAll(path), expected), "");
+  // Saved as ASCII, nothing of the binary source may leak in.
+  std::string as_text;
+  ASSERT_TRUE(doc->ToString(DxfFormat::kAscii, &as_text).ok());
+  auto back = ParseOrDie(as_text);
+  ASSERT_TRUE(back);
+  EXPECT_EQ(back->entity(back->model_space()->entities[1499]).Get(8), "Moved");
+}
+
 // A record's tags need not be one stretch of the file: the reader may drop
 // a line between them (a repair), or the file may open with a byte-order
 // mark. Such records are written tag by tag, not as the text they span.
@@ -175,6 +219,26 @@ TEST(UntouchedTest, RecordsThatAreNotOneStretchOfTheFileAreWrittenByTag) {
   std::string expected = moved;
   expected.erase(expected.find("0\nENDSEC\n"), 9);
   EXPECT_EQ(doc->ToString(), expected);
+  // The same file in binary: repaired, its tags no longer match its bytes.
+  std::string binary;
+  ASSERT_TRUE(doc->ToString(DxfFormat::kBinary, &binary).ok());
+  std::string damaged;
+  {
+    TagWriter w = TagWriter::Binary(&damaged);
+    const char* p = moved.data();
+    while (*p != '\0') {  // "code\nvalue\n" pairs
+      const char* nl = std::strchr(p, '\n');
+      const char* vnl = std::strchr(nl + 1, '\n');
+      w.Write(std::atoi(p), std::string_view(nl + 1, vnl - nl - 1));
+      p = vnl + 1;
+    }
+    ASSERT_TRUE(w.Flush());
+  }
+  ASSERT_TRUE(Document::Parse(damaged, "t.dxf", &doc, {.recover = true}).ok());
+  ASSERT_EQ(doc->repairs().size(), 1u);
+  std::string rewritten;
+  ASSERT_TRUE(doc->ToString(DxfFormat::kBinary, &rewritten).ok());
+  EXPECT_EQ(Mismatch(rewritten, binary), "");
 
   const std::string plain =
       "0\nSECTION\n2\nENTITIES\n0\nPOINT\n8\n0\n10\n1\n20\n2\n"
