@@ -30,5 +30,11 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   std::unique_ptr<lmt::dxf::Document> again;
   if (!lmt::dxf::Document::Parse(out, "again.dxf", &again).ok())
     __builtin_trap();
+  // Binary input is saved binary, its untouched records copied as read.
+  if (doc->was_binary() &&
+      (!doc->ToString(lmt::dxf::DxfFormat::kBinary, &out).ok() ||
+       !lmt::dxf::Document::Parse(out, "again.dxf", &again).ok())) {
+    __builtin_trap();
+  }
   return 0;
 }
