@@ -245,9 +245,34 @@ inline bool IsPlainReal(const char* b, const char* e, const char* limit) {
   return b == e;
 }
 
+inline bool IsHexDigit(char c) {
+  return IsDigit(c) || static_cast<unsigned>((c | 0x20) - 'a') <= 5;
+}
+
+// Eight bytes at a time: proxy graphics and other hex chunks (310 and the
+// like) can be most of a drawing's bytes.
 inline bool IsHex(std::string_view s) {
-  for (char c : s) {
-    if (!IsDigit(c) && !((c | 0x20) >= 'a' && (c | 0x20) <= 'f')) return false;
+  const char* p = s.data();
+  const char* e = p + s.size();
+  constexpr uint64_t kOnes = 0x0101010101010101u;
+  constexpr uint64_t kHigh = 0x80 * kOnes;
+  while (e - p >= 8) {
+    uint64_t x;
+    std::memcpy(&x, p, 8);
+    // With every high bit clear no sum below carries into the next byte.
+    if (x & kHigh) return false;
+    // '0'..'9' become 0..9; adding 0x76 sets the high bit of anything
+    // above 9.
+    const uint64_t t = x ^ (0x30 * kOnes);
+    const uint64_t digit = ~((t + 0x76 * kOnes) | t);
+    // 'a'..'f' and 'A'..'F' become 1..6: at least 1, below 7.
+    const uint64_t u = (x | 0x20 * kOnes) ^ (0x60 * kOnes);
+    const uint64_t letter = (u + 0x7f * kOnes) & ~(u + 0x79 * kOnes);
+    if (((digit | letter) & kHigh) != kHigh) return false;
+    p += 8;
+  }
+  for (; p < e; ++p) {
+    if (!IsHexDigit(*p)) return false;
   }
   return true;
 }

@@ -169,6 +169,34 @@ TEST(TagReaderTest, LinesOfEveryLengthAcrossBlocks) {
   }
 }
 
+// Hex data is checked several bytes at once: every byte that is not a hex
+// digit must be refused wherever it sits, and every digit taken.
+TEST(TagReaderTest, HexDataTakesHexDigitsOnlyAtEveryPosition) {
+  const std::string digits = "0123456789abcdefABCDEF";
+  std::string ok_data;
+  for (int i = 0; i < 3; ++i) ok_data += digits;  // 66 bytes
+  ok_data += "00";
+  Arena arena;
+  TagFile file;
+  auto read = [&](const std::string& value) {
+    return ReadTags("  0\nOLE2FRAME\n310\n" + value + "\n  0\nEOF\n", "t.dxf",
+                    &arena, &file)
+        .ok();
+  };
+  ASSERT_TRUE(read(ok_data));
+  EXPECT_TRUE(file.tags[1].Is(310, ok_data));
+  for (int c = 0; c < 256; ++c) {
+    if (c == '\n' || c == '\r' || c == ' ' || c == '\t') continue;  // trimmed
+    const bool hex = digits.find(static_cast<char>(c)) != std::string::npos;
+    for (size_t at : {size_t{0}, size_t{5}, size_t{7}, size_t{8}, size_t{31},
+                      size_t{62}, ok_data.size() - 1}) {
+      std::string value = ok_data;
+      value[at] = static_cast<char>(c);
+      EXPECT_EQ(read(value), hex) << "byte " << c << " at " << at;
+    }
+  }
+}
+
 TEST(TagReaderTest, BinaryValuesBecomeAsciiText) {
   std::string body;
   auto code = [&](int c) {
