@@ -233,14 +233,18 @@ bool TagWriter::SourceRun(std::span<const Tag> tags, const char** from,
   }
   // The values in order inside the run, and just two lines a tag: then no
   // line lies between two tags (one dropped when the file was repaired, say)
-  // and the run is what writing the tags one by one would copy.
+  // and the run is what writing the tags one by one would copy. The reader's
+  // values hold no line end, so only the text between them is counted: a
+  // run of long values (hex chunks) is not read twice.
   const char* at = *from;
+  size_t lines = (*to)[-1] != '\n';
   for (const Tag& t : tags) {
     if (t.data() < at || t.data() + t.size() > *to) return false;
+    lines += static_cast<size_t>(std::count(at, t.data(), '\n'));
     at = t.data() + t.size();
   }
-  const auto lines = std::count(*from, *to, '\n') + ((*to)[-1] != '\n');
-  return static_cast<size_t>(lines) == 2 * tags.size();
+  lines += static_cast<size_t>(std::count(at, *to, '\n'));
+  return lines == 2 * tags.size();
 }
 
 void TagWriter::Write(const Tag& t) {
