@@ -13,6 +13,7 @@
 // benchmark allocated counts.
 #include <benchmark/benchmark.h>
 #include <sys/resource.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <chrono>
@@ -113,7 +114,9 @@ int Corpus(const std::string& dir, int runs, bool each) {
   }
   std::sort(files.begin(), files.end());
   std::string out_path =
-      (std::filesystem::temp_directory_path() / "dxf_bench_corpus.dxf")
+      // Named per process: runs side by side must not replace each other's.
+      (std::filesystem::temp_directory_path() /
+       ("dxf_bench_corpus-" + std::to_string(::getpid()) + ".dxf"))
           .string();
   double total_ms = 0, total_mb = 0, worst = 0;
   std::string worst_name;
