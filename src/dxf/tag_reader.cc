@@ -502,15 +502,17 @@ Status ReadBinary(std::string_view data, std::string_view name, Arena* arena,
         if (!need(static_cast<ptrdiff_t>(n))) {
           return fail(p, value_msg() + ", got a chunk cut short");
         }
+        // Chunks (proxy graphics) can be most of a file: filled in place,
+        // not appended byte by byte.
         static constexpr char kHex[] = "0123456789ABCDEF";
-        text.clear();
+        char hex[2 * 255];
         for (size_t i = 0; i < n; ++i) {
           unsigned char c = static_cast<unsigned char>(p[i]);
-          text += kHex[c >> 4];
-          text += kHex[c & 15];
+          hex[2 * i] = kHex[c >> 4];
+          hex[2 * i + 1] = kHex[c & 15];
         }
         p += n;
-        value = arena->Store(text);
+        value = arena->Store({hex, 2 * n});
         break;
       }
     }
