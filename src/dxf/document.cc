@@ -829,8 +829,14 @@ void Document::AddToDictionary(Entity dict, std::string_view key,
   auto t = dict.tags();
   const size_t n = t.size();
   const int m = dict.FindSubclass("AcDbDictionary");
+  // Keys of one dictionary often differ only at the end ("Sheet 12",
+  // "Sheet 13"): the last letter rules out most before a full compare.
+  auto same_key = [&](std::string_view v) {
+    return v.size() == key.size() && (v.empty() || v.back() == key.back()) &&
+           v == key;
+  };
   auto replace_at = [&](size_t i) {
-    if (t[i].code == 3 && i + 1 < n && t[i].value() == key &&
+    if (t[i].code == 3 && i + 1 < n && same_key(t[i].value()) &&
         (t[i + 1].code == 350 || t[i + 1].code == 360)) {
       dict.SetValueAt(static_cast<int>(i + 1), FormatHandle(handle));
       return true;
