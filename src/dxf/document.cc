@@ -830,16 +830,40 @@ uint64_t Document::DictionaryLookup(Entity dict, std::string_view key) {
 
 void Document::AddToDictionary(Entity dict, std::string_view key,
                                uint64_t handle) {
+  // The layout dictionary gains an entry per new layout: one walk over its
+  // tags both looks for the key and finds where the entries end.
   auto t = dict.tags();
-  for (size_t i = 0; i + 1 < t.size(); ++i) {
-    if (t[i].code == 3 && t[i].value() == key &&
+  const size_t n = t.size();
+  const int m = dict.FindSubclass("AcDbDictionary");
+  // Keys of one dictionary often differ only at the end ("Sheet 12",
+  // "Sheet 13"): the last letter rules out most before a full compare.
+  auto same_key = [&](std::string_view v) {
+    return v.size() == key.size() && (v.empty() || v.back() == key.back()) &&
+           v == key;
+  };
+  auto replace_at = [&](size_t i) {
+    if (t[i].code == 3 && i + 1 < n && same_key(t[i].value()) &&
         (t[i + 1].code == 350 || t[i + 1].code == 360)) {
       dict.SetValueAt(static_cast<int>(i + 1), FormatHandle(handle));
-      return;
+      return true;
     }
+    return false;
+  };
+  const size_t marker = m < 0 ? 0 : static_cast<size_t>(m);
+  for (size_t i = 0; i < marker; ++i) {
+    if (replace_at(i)) return;
   }
-  int m = dict.FindSubclass("AcDbDictionary");
-  int at = m >= 0 ? dict.SubclassEnd(m) : dict.XDataBegin();
+  size_t entries_end = n;
+  bool end_found = m < 0;
+  for (size_t i = m < 0 ? 0 : marker + 1; i < n; ++i) {
+    const int code = t[i].code;
+    if (!end_found && (code == 100 || code == 101 || code >= 1000)) {
+      entries_end = i;
+      end_found = true;
+    }
+    if (replace_at(i)) return;
+  }
+  int at = m >= 0 ? static_cast<int>(entries_end) : dict.XDataBegin();
   int code = dict.GetInt(280, 0) == 1 ? 360 : 350;
   Tag pair[2] = {MakeTag(3, key), MakeTag(code, FormatHandle(handle))};
   dict.InsertTags(at, pair);

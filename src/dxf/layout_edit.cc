@@ -16,18 +16,59 @@ Entity LayoutDictionary(Document& doc) {
   return doc.FindByHandle(doc.DictionaryLookup(root, "ACAD_LAYOUT"));
 }
 
-std::vector<Layout> PaperLayouts(Document& doc) {
-  std::vector<Layout> out;
-  for (const Layout& l : Layouts(doc)) {
-    if (!l.is_model()) out.push_back(l);
+// A paper layout with where its tab number lies among its tags (-1 when
+// it has none).
+struct PaperTab {
+  Layout layout;
+  int number_at;
+  bool operator==(const Layout& l) const { return layout == l; }
+};
+
+// The paper layouts by tab order, as Layouts() lists them. A split run
+// deletes layouts one by one and lists them for each: each layout's
+// subclass is walked once here for its name and number, not once per
+// question.
+std::vector<PaperTab> PaperTabs(Document& doc) {
+  Entity root = doc.root_dictionary();
+  if (!root.valid()) return {};
+  Entity dict = doc.FindByHandle(doc.DictionaryLookup(root, "ACAD_LAYOUT"));
+  if (!dict.valid()) return {};
+  std::vector<std::pair<int, PaperTab>> keyed;
+  for (const auto& [key, h] : DictionaryEntries(dict)) {
+    Entity e = doc.FindByHandle(h);
+    if (!e.valid() || e.type() != "LAYOUT") continue;
+    std::string_view name;
+    int number_at = -1;
+    if (const int m = e.FindSubclass("AcDbLayout"); m >= 0) {
+      const int end = e.SubclassEnd(m);
+      auto t = e.tags();
+      int name_at = -1;
+      for (int i = m + 1; i < end && (name_at < 0 || number_at < 0); ++i) {
+        if (t[i].code == 1 && name_at < 0) name_at = i;
+        if (t[i].code == 71 && number_at < 0) number_at = i;
+      }
+      if (name_at >= 0) name = t[name_at].value();
+    }
+    if (EqualsNoCase(name, "Model")) continue;
+    const int tab = number_at >= 0
+                        ? static_cast<int>(
+                              ParseInt(e.tags()[number_at].value()).value_or(0))
+                        : 0;
+    keyed.emplace_back(tab, PaperTab{Layout(e), number_at});
   }
+  std::stable_sort(
+      keyed.begin(), keyed.end(),
+      [](const auto& a, const auto& b) { return a.first < b.first; });
+  std::vector<PaperTab> out;
+  out.reserve(keyed.size());
+  for (const auto& k : keyed) out.push_back(k.second);
   return out;
 }
 
-void Renumber(const std::vector<Layout>& paper) {
+void Renumber(const std::vector<PaperTab>& paper) {
   for (size_t i = 0; i < paper.size(); ++i) {
-    Layout l = paper[i];
-    int at = l.FindIn("AcDbLayout", 71);
+    Layout l = paper[i].layout;
+    const int at = paper[i].number_at;
     if (at < 0) continue;
     // Tabs before a deleted one keep their number: leaving them alone
     // spares the arena a copy per tab and keeps their records as read.
@@ -331,15 +372,16 @@ Status DeleteLayout(Document& doc, Layout layout) {
   if (!layout.valid() || layout.is_model()) {
     return Status::InvalidArgument("the Model layout cannot be deleted");
   }
-  std::vector<Layout> paper = PaperLayouts(doc);
+  std::vector<PaperTab> paper = PaperTabs(doc);
   if (paper.size() <= 1) {
     return Status::InvalidArgument("the last paper layout cannot be deleted");
   }
   Block* block = LayoutBlock(doc, layout);
   if (block != nullptr && block == doc.paper_space()) {
     auto it = std::find(paper.begin(), paper.end(), layout);
-    Layout next = (it + 1 != paper.end()) ? *(it + 1) : paper.front();
-    if (next == layout) next = paper.back();
+    Layout next =
+        (it + 1 != paper.end()) ? (it + 1)->layout : paper.front().layout;
+    if (next == layout) next = paper.back().layout;
     if (Status s = MakeLayoutActive(doc, next); !s.ok()) return s;
   }
   if (Entity dict = LayoutDictionary(doc); dict.valid()) {
@@ -347,7 +389,7 @@ Status DeleteLayout(Document& doc, Layout layout) {
   }
   if (block != nullptr) doc.RemoveBlock(block);
   doc.Erase(layout);
-  std::erase(paper, layout);
+  std::erase_if(paper, [&](const PaperTab& p) { return p.layout == layout; });
   Renumber(paper);
   return Status::Ok();
 }
@@ -356,11 +398,12 @@ Status MoveLayout(Document& doc, Layout layout, int position) {
   if (!layout.valid() || layout.is_model()) {
     return Status::InvalidArgument("the Model layout cannot be moved");
   }
-  std::vector<Layout> paper = PaperLayouts(doc);
-  std::erase(paper, layout);
+  std::vector<PaperTab> paper = PaperTabs(doc);
+  PaperTab moved{layout, layout.FindIn("AcDbLayout", 71)};
+  std::erase_if(paper, [&](const PaperTab& p) { return p.layout == layout; });
   size_t at = static_cast<size_t>(
       std::clamp(position - 1, 0, static_cast<int>(paper.size())));
-  paper.insert(paper.begin() + static_cast<std::ptrdiff_t>(at), layout);
+  paper.insert(paper.begin() + static_cast<std::ptrdiff_t>(at), moved);
   Renumber(paper);
   return Status::Ok();
 }

@@ -117,6 +117,44 @@ TEST(LayoutEditTest, RenameMoveDeleteRoundTrip) {
   EXPECT_EQ(Names(*back), Names(*doc));
 }
 
+// Tab numbers as a user's file may have them (gaps, padding): deleting or
+// moving a tab numbers the paper tabs 1, 2, ... in their order.
+TEST(LayoutEditTest, DeleteAndMoveNumberIrregularTabsInOrder) {
+  LMT_SKIP_WITHOUT_SHARED();
+  auto doc = Open("s_AC1032.dxf");
+  ASSERT_TRUE(doc);
+  ASSERT_TRUE(AddLayout(*doc, "A", nullptr).ok());
+  ASSERT_TRUE(AddLayout(*doc, "B", nullptr).ok());
+  auto set_tab = [&](const char* name, const char* number) {
+    Layout l = FindLayout(*doc, name);
+    l.SetValueAt(l.FindIn("AcDbLayout", 71), number);
+  };
+  set_tab("Layout1", "7");
+  set_tab("Layout2", "3");
+  set_tab("MyLayout", "05");
+  set_tab("A", "10");
+  set_tab("B", "12");
+  auto tabs = [&]() {
+    std::vector<std::string> out;
+    for (const Layout& l : Layouts(*doc)) {
+      out.push_back(std::string(l.name()) + "=" +
+                    std::string(l.tags()[l.FindIn("AcDbLayout", 71)].value()));
+    }
+    return out;
+  };
+  ASSERT_TRUE(DeleteLayout(*doc, FindLayout(*doc, "A")).ok());
+  EXPECT_EQ(tabs(),
+            (std::vector<std::string>{"Model=0", "Layout2=1", "MyLayout=2",
+                                      "Layout1=3", "B=4"}));
+  ASSERT_TRUE(MoveLayout(*doc, FindLayout(*doc, "B"), 1).ok());
+  EXPECT_EQ(tabs(), (std::vector<std::string>{"Model=0", "B=1", "Layout2=2",
+                                              "MyLayout=3", "Layout1=4"}));
+  ASSERT_TRUE(MoveLayout(*doc, FindLayout(*doc, "B"), 99).ok());
+  EXPECT_EQ(tabs(),
+            (std::vector<std::string>{"Model=0", "Layout2=1", "MyLayout=2",
+                                      "Layout1=3", "B=4"}));
+}
+
 TEST(LayoutEditTest, ActiveLayoutIsWhereTheFileOpens) {
   LMT_SKIP_WITHOUT_SHARED();
   auto doc = Open("s_AC1032.dxf");

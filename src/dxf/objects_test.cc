@@ -97,6 +97,46 @@ TEST(ObjectsTest, ExtensionDictionaryCreatedOnceAndAudited) {
   EXPECT_EQ(testing::Problems(path), "");
 }
 
+// New keys go at the end of the dictionary's own entries (before a later
+// subclass or extended data); a key it already has is pointed elsewhere,
+// wherever its entry lies.
+TEST(ObjectsTest, DictionaryKeysAreAddedInsideTheEntriesOrReplaced) {
+  std::unique_ptr<Document> doc;
+  ASSERT_TRUE(
+      Document::Parse(testing::Dxf("0 SECTION|2 HEADER|9 $ACADVER|1 AC1015|"
+                                   "0 ENDSEC|0 SECTION|2 OBJECTS|"
+                                   "0 DICTIONARY|5 C|3 EARLY|350 E1|"
+                                   "100 AcDbDictionary|280 0|3 A|350 A1|"
+                                   "100 AcDbLater|1001 APP|1000 x|"
+                                   "0 DICTIONARY|5 D|3 K|360 D1|1001 APP|"
+                                   "0 ENDSEC|0 EOF"),
+                      "dict.dxf", &doc)
+          .ok());
+  Entity dict = doc->FindByHandle(0xC);
+  ASSERT_TRUE(dict.valid());
+  doc->AddToDictionary(dict, "B", 0xB1);
+  doc->AddToDictionary(dict, "A", 0xA2);
+  doc->AddToDictionary(dict, "EARLY", 0xE2);
+  std::string tags;
+  for (const Tag& t : dict.tags()) {
+    tags += std::to_string(t.code) + " " + std::string(t.value()) + "|";
+  }
+  EXPECT_EQ(tags,
+            "0 DICTIONARY|5 C|3 EARLY|350 E2|100 AcDbDictionary|280 0|"
+            "3 A|350 A2|3 B|350 B1|100 AcDbLater|1001 APP|1000 x|");
+
+  // Without the subclass marker, entries go before the extended data.
+  Entity bare = doc->FindByHandle(0xD);
+  ASSERT_TRUE(bare.valid());
+  doc->AddToDictionary(bare, "K", 0xD2);
+  doc->AddToDictionary(bare, "L", 0xD3);
+  EXPECT_EQ(doc->DictionaryLookup(bare, "K"), 0xD2u);
+  EXPECT_EQ(doc->DictionaryLookup(bare, "L"), 0xD3u);
+  auto t = bare.tags();
+  ASSERT_EQ(t.size(), 7u);
+  EXPECT_EQ(t[6].code, 1001);
+}
+
 TEST(ObjectsTest, OldMultiLineAttribLosesItsRoundTripMText) {
   LMT_SKIP_WITHOUT_SHARED();
   auto doc = Open("s_AC1015.dxf");
