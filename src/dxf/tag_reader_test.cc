@@ -178,10 +178,10 @@ TEST(TagReaderTest, HexDataTakesHexDigitsOnlyAtEveryPosition) {
   ok_data += "00";
   Arena arena;
   TagFile file;
+  std::string text;  // the tags point into it
   auto read = [&](const std::string& value) {
-    return ReadTags("  0\nOLE2FRAME\n310\n" + value + "\n  0\nEOF\n", "t.dxf",
-                    &arena, &file)
-        .ok();
+    text = "  0\nOLE2FRAME\n310\n" + value + "\n  0\nEOF\n";
+    return ReadTags(text, "t.dxf", &arena, &file).ok();
   };
   ASSERT_TRUE(read(ok_data));
   EXPECT_TRUE(file.tags[1].Is(310, ok_data));
