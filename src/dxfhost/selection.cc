@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "core/text_case.h"
 #include "dxfhost/entities.h"
 #include "dxfhost/filter.h"
 #include "dxfhost/geometry.h"
@@ -76,6 +77,32 @@ class DxfSelectionSet : public host::SelectionSet {
     if (Status s = Live(); !s.ok()) return s;
     for (dxf::RecordId id : Members()) {
       if (!visit(MakeEntity(d_, id))) break;
+    }
+    return Status();
+  }
+  Status DoForEachItemNamed(
+      std::span<const std::string_view> names,
+      const std::function<bool(const host::EntityPtr&, int32_t)>& visit)
+      const override {
+    if (Status s = Live(); !s.ok()) return s;
+    // The name follows from the record's type, and a drawing holds few
+    // types: each is named once, and only the members named are made.
+    std::vector<std::pair<std::string, bool>> types;
+    const std::vector<dxf::RecordId> members = Members();
+    for (size_t i = 0; i < members.size(); ++i) {
+      std::string_view type = d_->entity(members[i]).type();
+      auto known = std::find_if(types.begin(), types.end(),
+                                [&](const auto& t) { return t.first == type; });
+      if (known == types.end()) {
+        const std::string name = ObjectNameOfType(type);
+        const bool wanted =
+            std::any_of(names.begin(), names.end(), [&](std::string_view n) {
+              return core::EqualsIgnoreCase(name, n);
+            });
+        known = types.emplace(types.end(), std::string(type), wanted);
+      }
+      if (!known->second) continue;
+      if (!visit(MakeEntity(d_, members[i]), static_cast<int32_t>(i))) break;
     }
     return Status();
   }

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "dxfhost/test_support.h"
@@ -236,6 +237,48 @@ TEST_F(SelectionTest, WalkOneAtATimeFollowsItemsAndStopsWhenAsked) {
   EXPECT_EQ(
       set->ForEachItem([](const host::EntityPtr&) { return true; }).code(),
       StatusCode::kNotFound);
+}
+
+TEST_F(SelectionTest, NamedWalkMakesOnlyTheNamedMembers) {
+  // Everything of model space: frames among lines, circles and texts.
+  SelectionFilter model;
+  model.Add(410, std::string("Model"));
+  host::SelectionSetPtr set = NewSet("named");
+  ASSERT_TRUE(set->Select(SelectMode::kAll, model).ok());
+  Result<std::vector<host::EntityPtr>> items = set->Items();
+  ASSERT_TRUE(items.ok());
+  const std::string_view names[] = {"acdbpolyline", "AcDbBlockReference"};
+  std::vector<std::pair<int32_t, std::string>> expected;
+  for (size_t i = 0; i < items->size(); ++i) {
+    std::string name = *(*items)[i]->ObjectName();
+    if (name == "AcDbPolyline" || name == "AcDbBlockReference") {
+      expected.emplace_back(static_cast<int32_t>(i), *(*items)[i]->Handle());
+    }
+  }
+  ASSERT_LT(expected.size(), items->size());  // some are passed over
+  std::vector<std::pair<int32_t, std::string>> walked;
+  ASSERT_TRUE(set->ForEachItemNamed(names,
+                                    [&](const host::EntityPtr& e, int32_t at) {
+                                      walked.emplace_back(at, *e->Handle());
+                                      return true;
+                                    })
+                  .ok());
+  EXPECT_EQ(walked, expected);
+  std::vector<std::string> frames = kFrameInserts;
+  frames.insert(frames.end(), kFramePolylines.begin(), kFramePolylines.end());
+  std::vector<std::string> handles;
+  for (const auto& w : walked) handles.push_back(w.second);
+  std::sort(frames.begin(), frames.end());
+  std::sort(handles.begin(), handles.end());
+  EXPECT_TRUE(std::includes(handles.begin(), handles.end(), frames.begin(),
+                            frames.end()));
+
+  int visits = 0;
+  ASSERT_TRUE(
+      set->ForEachItemNamed(names, [&](const host::EntityPtr&,
+                                       int32_t) { return ++visits < 2; })
+          .ok());
+  EXPECT_EQ(visits, 2);
 }
 
 TEST_F(SelectionTest, CancelledPickSelectsNothing) {

@@ -12,8 +12,6 @@
 namespace lmt::frames {
 namespace {
 
-constexpr std::string_view kPolylineName = "AcDbPolyline";
-constexpr std::string_view kReferenceName = "AcDbBlockReference";
 // The progress text while a definition is walked.
 constexpr std::string_view kWalkingBlock = "Получение данных из блока...";
 

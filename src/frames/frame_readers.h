@@ -21,9 +21,11 @@
 #ifndef LMT_FRAMES_FRAME_READERS_H_
 #define LMT_FRAMES_FRAME_READERS_H_
 
+#include <array>
 #include <map>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "frames/frame_ordering.h"
 #include "frames/frame_table.h"
@@ -31,6 +33,12 @@
 #include "host/user.h"
 
 namespace lmt::frames {
+
+inline constexpr std::string_view kPolylineName = "AcDbPolyline";
+inline constexpr std::string_view kReferenceName = "AcDbBlockReference";
+// The object names of the only objects FrameReader::Read takes as frames.
+inline constexpr std::array<std::string_view, 2> kFrameObjectNames = {
+    kPolylineName, kReferenceName};
 
 // `Option_BlockPoisk`: where the corners of a reference come from.
 enum class BlockSearchMode : int {

@@ -152,19 +152,32 @@ host::Outcome FrameCommands::Search(SearchMode mode) {
   int32_t walked = 0;
   bool interrupted = false;
   // One object at a time: a whole drawing's worth of them at once would
-  // cost the embedded host more memory than the drawing itself.
+  // cost the embedded host more memory than the drawing itself. Only
+  // polylines and references can be frames; the others are passed over
+  // without being made.
   (*set)
-      ->ForEachItem([&](const host::EntityPtr& object) {
-        if (counter >= table.row_count()) table.SetRowCount(counter + 1);
-        if (!IsHighlightMark(*object) && reader.Read(*object, counter)) {
-          ++counter;
-        }
-        user.SetProgressValue(++walked);
-        user.PumpEvents();
-        interrupted = user.interrupted();
-        return !interrupted;
-      })
+      ->ForEachItemNamed(
+          kFrameObjectNames,
+          [&](const host::EntityPtr& object, int32_t position) {
+            if (counter >= table.row_count()) table.SetRowCount(counter + 1);
+            if (!IsHighlightMark(*object) && reader.Read(*object, counter)) {
+              ++counter;
+            }
+            walked = position + 1;
+            user.SetProgressValue(walked);
+            user.PumpEvents();
+            interrupted = user.interrupted();
+            return !interrupted;
+          })
       .IgnoreError();  // a failed walk ends with the rows made so far
+  if (!interrupted && walked < count) {
+    // A stop pressed after the last frame still counts, as it did while
+    // the objects after it were walked.
+    walked = count;
+    user.SetProgressValue(walked);
+    user.PumpEvents();
+    interrupted = user.interrupted();
+  }
   user.ShowProgress(false);
   // The blank rows of the reset go, so the table holds exactly the frames
   // read (also after an interrupt: what was made so far).

@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <functional>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -55,6 +56,17 @@ class SelectionSet : public Object {
   // per entity at once. Shares the gate name of Items.
   Status ForEachItem(const std::function<bool(const EntityPtr&)>& visit) const {
     return Gated("SelectionSet.Items", [&] { return DoForEachItem(visit); });
+  }
+  // The same walk over the members whose ObjectName is one of `names`
+  // (compared without regard to case); `visit` also gets the member's
+  // position among all members. A host that knows an object's kind without
+  // making the object passes over the others at little cost. Shares the
+  // gate name of Items.
+  Status ForEachItemNamed(
+      std::span<const std::string_view> names,
+      const std::function<bool(const EntityPtr&, int32_t)>& visit) const {
+    return Gated("SelectionSet.Items",
+                 [&] { return DoForEachItemNamed(names, visit); });
   }
   // Adds the objects that `mode` finds and `filter` admits (an empty filter
   // admits everything). kAll needs no corners.
@@ -122,6 +134,11 @@ class SelectionSet : public Object {
     }
     return Status();
   }
+  // By default a walk over DoForEachItem that asks each member its name; a
+  // member whose name cannot be read is passed over.
+  virtual Status DoForEachItemNamed(
+      std::span<const std::string_view> names,
+      const std::function<bool(const EntityPtr&, int32_t)>& visit) const;
   virtual Status DoSelectOnScreen(const SelectionFilter& /*filter*/) {
     return Unsupported("SelectionSet.SelectOnScreen");
   }
