@@ -570,8 +570,20 @@ void Document::SetHeader(std::string_view name, int code,
 }
 
 uint64_t Document::HandSeed() const {
-  auto v = HeaderValue("$HANDSEED");
-  return v ? ParseHandle(*v).value_or(0) : 0;
+  // Read for every new handle, and the variable sits near the header's end:
+  // where it was found last is looked at first.
+  constexpr std::string_view kName = "$HANDSEED";
+  std::span<const Tag> t =
+      header_ != kNoRecord ? db_.tags(header_) : std::span<const Tag>();
+  size_t at = handseed_at_;
+  if (at >= t.size() || t[at].code != 9 || t[at].value() != kName) {
+    at = 0;
+    while (at < t.size() && !(t[at].code == 9 && t[at].value() == kName)) ++at;
+    if (at == t.size()) return 0;
+    handseed_at_ = at;
+  }
+  if (at + 1 == t.size() || t[at + 1].code == 9) return 0;
+  return ParseHandle(t[at + 1].value()).value_or(0);
 }
 
 Entity Document::FindByHandle(uint64_t handle) {

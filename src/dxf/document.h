@@ -265,6 +265,8 @@ class Document {
   // Drops `block` from block_by_name_ (before a rename or removal).
   void UnindexName(Block* block);
   uint64_t HandSeed() const;
+  // Where HandSeed last found $HANDSEED among the header's tags.
+  mutable size_t handseed_at_ = 0;
   // True when neither model space nor the active paper space holds an
   // entity (erased ones still count until they are forgotten).
   bool SpacesEmpty() const;

@@ -167,6 +167,26 @@ TEST(DocumentTest, SetHeaderReplacesOrAppends) {
   EXPECT_EQ(again->HeaderNames().size(), doc->HeaderNames().size());
 }
 
+TEST(DocumentTest, NewHandlesFollowHandseedAsTheHeaderChanges) {
+  std::unique_ptr<Document> doc;
+  ASSERT_TRUE(Document::Parse("0\nSECTION\n2\nHEADER\n9\n$ACADVER\n1\n"
+                              "AC1032\n9\n$HANDSEED\n5\n100\n0\nENDSEC\n"
+                              "0\nSECTION\n2\nENTITIES\n0\nENDSEC\n0\nEOF\n",
+                              "seed", &doc)
+                  .ok());
+  EXPECT_EQ(doc->AllocateHandle(), 0x100u);
+  EXPECT_EQ(doc->AllocateHandle(), 0x101u);
+  // Variables before it go and come: the seed moves among the tags.
+  ASSERT_TRUE(doc->RemoveHeader("$ACADVER"));
+  doc->SetHeader("$HANDSEED", 5, "200");
+  EXPECT_EQ(doc->AllocateHandle(), 0x200u);
+  doc->SetHeader("$ACADVER", 1, "AC1032");
+  ASSERT_TRUE(doc->RemoveHeader("$HANDSEED"));
+  EXPECT_EQ(doc->AllocateHandle(), 0x201u);
+  doc->SetHeader("$HANDSEED", 5, "300");
+  EXPECT_EQ(doc->AllocateHandle(), 0x300u);
+}
+
 TEST(DocumentTest, FindsTableEntriesIgnoringCase) {
   LMT_SKIP_WITHOUT_SHARED();
   auto doc = LoadOrDie(SamplePath("s_AC1032.dxf"));
