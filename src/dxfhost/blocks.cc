@@ -51,9 +51,9 @@ class DxfBlock : public host::Block {
   }
   Result<host::LayoutPtr> DoLayout() const override {
     if (Status s = Present(); !s.ok()) return s;
-    for (const LayoutInfo& info : d_->Layouts()) {
-      if (info.block == block_) return MakeLayout(d_, info);
-    }
+    // Asked for every viewport's block: the tab list's index, not a walk.
+    const LayoutInfo info = d_->LayoutOfBlock(block_);
+    if (info.block == block_) return MakeLayout(d_, info);
     return Status::NotFound("block \"" + block_->name + "\" is no layout");
   }
   Result<int32_t> DoCount() const override {
