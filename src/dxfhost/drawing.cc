@@ -42,6 +42,7 @@ const std::vector<LayoutInfo>& Drawing::Layouts() {
   layout_by_name_.clear();
   layout_by_block_.clear();
   tab_orders_stale_ = false;
+  last_tab_order_.reset();
   layouts_known_ = true;  // R12's implied tabs never change either
   out.push_back(LayoutInfo{0, "Model", doc->model_space(), 0});
   dxf::Entity root = doc->root_dictionary();
@@ -162,16 +163,24 @@ int Drawing::LastTabOrder() {
       }
     }
     tab_orders_stale_ = false;
+    last_tab_order_.reset();
   }
-  int last = 0;
-  for (const LayoutInfo& info : layouts_cache_) {
-    last = std::max(last, info.tab_order);
+  if (!last_tab_order_) {
+    int last = 0;
+    for (const LayoutInfo& info : layouts_cache_) {
+      last = std::max(last, info.tab_order);
+    }
+    last_tab_order_ = last;
   }
-  return last;
+  return *last_tab_order_;
 }
 
 void Drawing::AddKnownLayout(LayoutInfo info) {
   if (!layouts_known_) return;
+  // Asked before every new layout: kept up to date, not searched for.
+  if (last_tab_order_) {
+    last_tab_order_ = std::max(*last_tab_order_, info.tab_order);
+  }
   layouts_cache_.push_back(std::move(info));
   IndexLayout(layouts_cache_.size() - 1);
 }

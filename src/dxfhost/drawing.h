@@ -13,6 +13,7 @@
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -145,6 +146,8 @@ struct Drawing {
   // and by block (first of equals).
   void IndexLayout(size_t at);
   bool tab_orders_stale_ = false;
+  // LastTabOrder's answer while the list and its numbers stand.
+  std::optional<int> last_tab_order_;
   std::vector<LayoutInfo> layouts_cache_;
   std::unordered_map<std::string, size_t> layout_by_name_;
   std::unordered_map<const dxf::Block*, size_t> layout_by_block_;

@@ -90,8 +90,12 @@ TEST(LayoutsTest, AddRenameDelete) {
 TEST(LayoutsTest, DeletionsKeepTheTabsInOrderAndNumbered) {
   test::Session s(test::TestdataPath("example.dxf"));
   host::LayoutsPtr layouts = *s.doc->Layouts();
+  // Each new layout is the last tab, numbered after the one before.
+  int32_t last = *(*layouts->Item("Pattern"))->TabOrder();
   for (const char* name : {"A", "B", "C"}) {
-    ASSERT_TRUE(layouts->Add(name).ok());
+    Result<host::LayoutPtr> added = layouts->Add(name);
+    ASSERT_TRUE(added.ok());
+    EXPECT_EQ(*(*added)->TabOrder(), ++last) << name;
   }
   ASSERT_TRUE((*layouts->Item("b"))->Delete().ok());
   EXPECT_EQ(layouts->Item("B").status().code(), StatusCode::kNotFound);
