@@ -1,6 +1,7 @@
 #include "utilities/viewports_on_off.h"
 
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "core/text_case.h"
@@ -50,14 +51,12 @@ std::vector<host::EntityPtr> Members(const host::SelectionSet& set,
   return std::move(*items);
 }
 
-// The handle of entity 0 of the block of the layout that owns `entity`: that
-// layout's own paper viewport. Found through the layout's name, as the
-// object model walks it.
+// The handle of entity 0 of the block of the layout whose block is
+// `owner_id`: that layout's own paper viewport. Found through the layout's
+// name, as the object model walks it.
 Result<std::string> OwnViewportHandle(const host::Document& document,
-                                      const host::Entity& entity) {
-  Result<uint64_t> owner_id = entity.OwnerID();
-  if (!owner_id.ok()) return owner_id.status();
-  Result<host::ObjectPtr> owner = document.ObjectIdToObject(*owner_id);
+                                      uint64_t owner_id) {
+  Result<host::ObjectPtr> owner = document.ObjectIdToObject(owner_id);
   if (!owner.ok()) return owner.status();
   host::BlockPtr owner_block = host::As<host::Block>(*owner);
   if (owner_block == nullptr) {
@@ -78,15 +77,30 @@ Result<std::string> OwnViewportHandle(const host::Document& document,
   return (*first)->Handle();
 }
 
+// OwnViewportHandle by owner: the viewports of one layout share the answer,
+// which the walk would otherwise ask the host for once per viewport.
+using OwnHandles = std::unordered_map<uint64_t, Result<std::string>>;
+
 // One entity of the walk; counts and records into `report`.
 void SwitchOne(const host::Document& document, const host::EntityPtr& entity,
-               bool on, SwitchReport& report) {
+               bool on, OwnHandles& own_handles, SwitchReport& report) {
   Result<std::string> handle = entity->Handle();
   if (!handle.ok()) {
     report.skips.Add("", "handle", handle.status());
     return;
   }
-  Result<std::string> own_handle = OwnViewportHandle(document, *entity);
+  Result<uint64_t> owner_id = entity->OwnerID();
+  if (!owner_id.ok()) {
+    report.skips.Add(*handle, "own viewport", owner_id.status());
+    return;
+  }
+  auto known = own_handles.find(*owner_id);
+  if (known == own_handles.end()) {
+    known =
+        own_handles.emplace(*owner_id, OwnViewportHandle(document, *owner_id))
+            .first;
+  }
+  const Result<std::string>& own_handle = known->second;
   if (!own_handle.ok()) {
     report.skips.Add(*handle, "own viewport", own_handle.status());
     return;
@@ -121,9 +135,10 @@ void SwitchAll(const host::Document& document,
   user.SetProgressRange(static_cast<int32_t>(members.size()));
   user.SetProgressValue(0);
   int32_t done = 0;
+  OwnHandles own_handles;
   for (const host::EntityPtr& entity : members) {
     user.PumpEvents();
-    SwitchOne(document, entity, on, report);
+    SwitchOne(document, entity, on, own_handles, report);
     user.SetProgressValue(++done);
   }
 }
