@@ -62,7 +62,9 @@ bool EntityDb::IndexHandle(RecordId id) {
 
 std::vector<RecordId> EntityDb::BuildIndex() {
   index_.clear();
-  index_.reserve(records_.size());
+  // Room for the records an edit adds (a layout run adds several per
+  // sheet), so that the first new handle does not copy the whole index.
+  index_.reserve(records_.size() + records_.size() / 8);
   // Ties go to the earlier record, which the index keeps.
   auto by_handle = [](const IndexEntry& a, const IndexEntry& b) {
     return a.handle != b.handle ? a.handle < b.handle : a.id < b.id;
