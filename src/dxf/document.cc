@@ -861,8 +861,12 @@ void Document::AddToDictionary(Entity dict, std::string_view key,
     }
     return false;
   };
+  // The same walk finds the hard-owner flag (the first 280), which would
+  // otherwise cost another walk over every entry.
+  size_t flag = n;
   const size_t marker = m < 0 ? 0 : static_cast<size_t>(m);
   for (size_t i = 0; i < marker; ++i) {
+    if (flag == n && t[i].code == 280) flag = i;
     if (replace_at(i)) return;
   }
   size_t entries_end = n;
@@ -873,10 +877,13 @@ void Document::AddToDictionary(Entity dict, std::string_view key,
       entries_end = i;
       end_found = true;
     }
+    if (flag == n && code == 280) flag = i;
     if (replace_at(i)) return;
   }
+  const bool hard_owner =
+      flag < n && ParseInt(t[flag].value()).value_or(0) == 1;
   int at = m >= 0 ? static_cast<int>(entries_end) : dict.XDataBegin();
-  int code = dict.GetInt(280, 0) == 1 ? 360 : 350;
+  int code = hard_owner ? 360 : 350;
   Tag pair[2] = {MakeTag(3, key), MakeTag(code, FormatHandle(handle))};
   dict.InsertTags(at, pair);
 }

@@ -109,6 +109,8 @@ TEST(ObjectsTest, DictionaryKeysAreAddedInsideTheEntriesOrReplaced) {
                                    "100 AcDbDictionary|280 0|3 A|350 A1|"
                                    "100 AcDbLater|1001 APP|1000 x|"
                                    "0 DICTIONARY|5 D|3 K|360 D1|1001 APP|"
+                                   "0 DICTIONARY|5 F|100 AcDbDictionary|"
+                                   "281 1|3 G|360 F1|280 1|"
                                    "0 ENDSEC|0 EOF"),
                       "dict.dxf", &doc)
           .ok());
@@ -135,6 +137,16 @@ TEST(ObjectsTest, DictionaryKeysAreAddedInsideTheEntriesOrReplaced) {
   auto t = bare.tags();
   ASSERT_EQ(t.size(), 7u);
   EXPECT_EQ(t[6].code, 1001);
+
+  // A hard owner (280 1, wherever it stands) points to its entries by 360.
+  Entity owner = doc->FindByHandle(0xF);
+  ASSERT_TRUE(owner.valid());
+  doc->AddToDictionary(owner, "H", 0xF2);
+  auto h = owner.tags();
+  ASSERT_EQ(h.size(), 9u);
+  EXPECT_EQ(h[7].code, 3);
+  EXPECT_EQ(h[8].code, 360);
+  EXPECT_EQ(h[8].value(), "F2");
 }
 
 TEST(ObjectsTest, OldMultiLineAttribLosesItsRoundTripMText) {
