@@ -36,6 +36,7 @@ RecordId EntityDb::Create(std::vector<Tag> tags) {
   own_.push_back(std::move(tags));
   records_.push_back(r);
   RecordId id = static_cast<RecordId>(records_.size() - 1);
+  NoteChanged(id);
   IndexHandle(id);
   return id;
 }
@@ -145,6 +146,7 @@ std::span<const Tag> EntityDb::tags(RecordId id) const {
 
 std::span<Tag> EntityDb::mutable_tags(RecordId id) {
   Record& r = records_[id];
+  if (r.edited == 0 && r.detached == 0) NoteChanged(id);
   r.edited = 1;
   if (r.detached) return own_[r.begin];
   return std::span<Tag>(base_).subspan(r.begin, r.count);
@@ -153,6 +155,7 @@ std::span<Tag> EntityDb::mutable_tags(RecordId id) {
 std::vector<Tag>& EntityDb::Detach(RecordId id) {
   Record& r = records_[id];
   if (!r.detached) {
+    if (r.edited == 0) NoteChanged(id);
     auto first = base_.begin() + r.begin;
     own_.emplace_back(first, first + r.count);
     r.begin = static_cast<uint32_t>(own_.size() - 1);
@@ -176,6 +179,46 @@ void EntityDb::Unindex(RecordId id) {
 void EntityDb::MarkErased(RecordId id) {
   records_[id].erased = 1;
   Unindex(id);
+}
+
+std::vector<RecordId> EntityDb::RecordsOfType(
+    const std::function<bool(std::string_view)>& wanted) {
+  auto type_of = [&](RecordId id) {
+    std::span<const Tag> t = tags(id);
+    return !t.empty() && t[0].code == 0 ? t[0].value() : std::string_view();
+  };
+  if (typed_upto_ == 0) {
+    typed_upto_ = static_cast<RecordId>(records_.size());
+    std::string_view last_type;
+    std::vector<RecordId>* last = nullptr;  // runs of one type skip the hash
+    for (RecordId id = 0; id < typed_upto_; ++id) {
+      if (!as_loaded(id)) continue;
+      std::string_view type = type_of(id);
+      if (last == nullptr || type != last_type) {
+        last = &by_type_[type];
+        last_type = type;
+      }
+      last->push_back(id);
+    }
+  }
+  std::vector<RecordId> out;
+  for (const auto& [type, ids] : by_type_) {
+    if (!wanted(type)) continue;
+    // Those edited since are met again among the changed ones.
+    for (RecordId id : ids) {
+      if (as_loaded(id)) out.push_back(id);
+    }
+  }
+  // Records read in after the sorting (none, as loading goes) keep their
+  // type while they stay as loaded.
+  for (RecordId id = typed_upto_; id < records_.size(); ++id) {
+    if (as_loaded(id) && wanted(type_of(id))) out.push_back(id);
+  }
+  for (RecordId id : changed_) {
+    if (wanted(type_of(id))) out.push_back(id);
+  }
+  std::sort(out.begin(), out.end());
+  return out;
 }
 
 RecordId EntityDb::Find(uint64_t handle) const {

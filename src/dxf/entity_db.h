@@ -16,6 +16,7 @@
 
 #include <cstdint>
 #include <deque>
+#include <functional>
 #include <limits>
 #include <memory>
 #include <span>
@@ -75,6 +76,14 @@ class EntityDb {
   // Marks erased and drops the handle from the index. Owners' lists are the
   // caller's business (Document::Erase does both).
   void MarkErased(RecordId id);
+
+  // The records whose type (their 0 tag's value) passes `wanted`, in record
+  // order, erased ones included. The records still as loaded are sorted by
+  // type at the first call, and `wanted` is asked once per type of theirs;
+  // a record edited or made since may have another type by now, so those
+  // are asked about one by one.
+  std::vector<RecordId> RecordsOfType(
+      const std::function<bool(std::string_view)>& wanted);
 
   // kNoRecord when no live record has the handle (0 is never found).
   RecordId Find(uint64_t handle) const;
@@ -147,6 +156,15 @@ class EntityDb {
   std::unordered_map<RecordId, std::vector<RecordId>> children_;
   std::unordered_map<RecordId, RecordId> parents_;
   uint64_t max_handle_ = 0;
+  // Records no longer as loaded, each once, in the order they changed
+  // (RecordsOfType).
+  void NoteChanged(RecordId id) { changed_.push_back(id); }
+  std::vector<RecordId> changed_;
+  // RecordsOfType's sorting of the records as loaded: the type text (which
+  // lives in the file buffer) to its records. Built at the first call, over
+  // the records before `typed_upto_`.
+  std::unordered_map<std::string_view, std::vector<RecordId>> by_type_;
+  RecordId typed_upto_ = 0;
   Arena arena_;
   std::string_view source_;
   std::unordered_map<const char*, uint8_t> padded_;

@@ -112,3 +112,44 @@ TEST(EntityDbTest, DetachedAndNewRecordsKeepTheirTags) {
 
 }  // namespace
 }  // namespace lmt::dxf
+
+namespace lmt::dxf {
+namespace {
+
+TEST(EntityDbTypeTest, RecordsOfTypeFollowEditsAndNewRecords) {
+  EntityDb db;
+  std::vector<Tag> tags;
+  for (const char* type : {"LINE", "CIRCLE", "LINE", "TEXT", "LINE"}) {
+    tags.emplace_back(0, type);
+    tags.emplace_back(8, "0");
+  }
+  db.SetBase(std::move(tags));
+  for (uint32_t begin = 0; begin < 10; begin += 2) {
+    db.AddLoaded(begin, begin + 2);
+  }
+  int asked = 0;
+  auto lines = [&] {
+    return db.RecordsOfType([&](std::string_view type) {
+      ++asked;
+      return type == "LINE";
+    });
+  };
+  EXPECT_EQ(lines(), (std::vector<RecordId>{0, 2, 4}));
+  EXPECT_EQ(asked, 3);  // once per type of the records as loaded
+
+  // A loaded record turned into a LINE in place, another replaced by a
+  // TEXT, one erased (still listed: callers check), and a new LINE.
+  db.mutable_tags(3)[0] = Tag(0, "LINE");
+  db.Detach(2) = {Tag(0, "TEXT"), Tag(8, "0")};
+  db.MarkErased(4);
+  const RecordId made = db.Create({Tag(0, "LINE"), Tag(8, "0")});
+  db.mutable_tags(made)[1] = Tag(8, "1");
+  EXPECT_EQ(lines(), (std::vector<RecordId>{0, 3, 4, made}));
+  EXPECT_EQ(db.RecordsOfType([](std::string_view t) { return t == "TEXT"; }),
+            std::vector<RecordId>{2});
+  EXPECT_TRUE(
+      db.RecordsOfType([](std::string_view t) { return t == "ARC"; }).empty());
+}
+
+}  // namespace
+}  // namespace lmt::dxf

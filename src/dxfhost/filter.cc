@@ -298,4 +298,31 @@ bool CompiledFilter::Matches(const Drawing& d, const dxf::Entity& e,
   return Eval(*root_, d, e, space);
 }
 
+namespace {
+
+// The top-level `0 name` pair that every match must pass, or null.
+const Node* TypeTest(const Node& root) {
+  if (root.kind != Node::Kind::kAnd) return nullptr;
+  for (const Node& n : root.children) {
+    if (n.kind == Node::Kind::kTest && n.code == 0 &&
+        n.op == Node::Op::kEqual && n.literal) {
+      return &n;
+    }
+  }
+  return nullptr;
+}
+
+}  // namespace
+
+bool CompiledFilter::NamesOneType() const {
+  return TypeTest(*root_) != nullptr;
+}
+
+bool CompiledFilter::AdmitsType(std::string_view type) const {
+  const Node* test = TypeTest(*root_);
+  // A type that decoding could change is left to Matches, as Test does.
+  return test == nullptr || !IsPlain(type) ||
+         dxf::EqualsNoCase(type, test->text);
+}
+
 }  // namespace lmt::dxfhost

@@ -14,6 +14,7 @@
 
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "core/status.h"
@@ -33,6 +34,13 @@ class CompiledFilter {
   // Text values compare as UTF-8, decoded from the file text of `d`.
   bool Matches(const Drawing& d, const dxf::Entity& e,
                const std::string& space) const;
+
+  // False when no entity of type `type` (as the file has it) can match:
+  // the filter names one type, without wildcards, among the pairs that must
+  // all hold. True for every type when it does not.
+  bool AdmitsType(std::string_view type) const;
+  // Whether AdmitsType rules any type out.
+  bool NamesOneType() const;
 
   struct Node;
 

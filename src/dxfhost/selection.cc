@@ -117,12 +117,33 @@ class DxfSelectionSet : public host::SelectionSet {
       // in a bit per record, not by walking the list for each.
       std::vector<bool> present(d_->doc->db().size());
       for (dxf::RecordId id : data_->members) present[id] = true;
+      auto take = [&](dxf::RecordId id, const LayoutInfo& layout) {
+        dxf::Entity e = d_->entity(id);
+        if (!e.erased() && !present[id] && f->Matches(*d_, e, layout.name)) {
+          present[id] = true;
+          data_->members.push_back(id);
+        }
+      };
+      // A filter of one type (all viewports, say) looks only at the records
+      // of that type instead of at every entity of the drawing.
+      std::vector<dxf::RecordId> typed;
+      if (f->NamesOneType()) {
+        typed = d_->doc->db().RecordsOfType(
+            [&](std::string_view type) { return f->AdmitsType(type); });
+      }
       for (const LayoutInfo& layout : d_->Layouts()) {
-        for (dxf::RecordId id : layout.block->entities) {
-          dxf::Entity e = d_->entity(id);
-          if (!e.erased() && !present[id] && f->Matches(*d_, e, layout.name)) {
-            present[id] = true;
-            data_->members.push_back(id);
+        const std::vector<dxf::RecordId>& list = layout.block->entities;
+        if (!f->NamesOneType() || list.size() <= typed.size() ||
+            !std::is_sorted(list.begin(), list.end())) {
+          for (dxf::RecordId id : list) take(id, layout);
+          continue;
+        }
+        // New entities are appended with new ids, so a block's list is
+        // mostly in record order: then both lists are, and the records
+        // of the type that the block holds come in the block's order.
+        for (dxf::RecordId id : typed) {
+          if (std::binary_search(list.begin(), list.end(), id)) {
+            take(id, layout);
           }
         }
       }

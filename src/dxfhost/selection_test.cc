@@ -281,6 +281,36 @@ TEST_F(SelectionTest, NamedWalkMakesOnlyTheNamedMembers) {
   EXPECT_EQ(visits, 2);
 }
 
+TEST_F(SelectionTest, OneTypeSelectionKeepsUpWithTheDrawing) {
+  // The same question without naming one type (a group of one) takes the
+  // walk over every entity: both must agree after each change.
+  SelectionFilter texts;
+  texts.Add(0, std::string("text"));
+  SelectionFilter walked;
+  walked.Add(-4, std::string("<OR"));
+  walked.Add(0, std::string("TEXT"));
+  walked.Add(-4, std::string("OR>"));
+  const std::vector<std::string> before = SelectAll(texts);
+  ASSERT_FALSE(before.empty());
+  EXPECT_EQ(before, SelectAll(walked));
+
+  host::SelectionSetPtr first = NewSet("first");
+  ASSERT_TRUE(first->Select(SelectMode::kAll, texts).ok());
+  ASSERT_TRUE(first->RemoveItems({*first->Item(1)}).ok());
+  ASSERT_TRUE(first->Erase().ok());  // all but the second
+
+  host::BlockPtr model = *s_.doc->ModelSpace();
+  ASSERT_TRUE(model->AddText("new", host::Point{1, 2, 0}, 2.5).ok());
+  host::LayoutPtr pattern = *(*s_.doc->Layouts())->Item("Pattern");
+  ASSERT_TRUE(
+      (*pattern->Block())->AddText("paper", host::Point{3, 4, 0}, 2.5).ok());
+
+  const std::vector<std::string> after = SelectAll(texts);
+  EXPECT_EQ(after.size(), 3u);  // the second, and the two new ones
+  EXPECT_EQ(after[0], before[1]);
+  EXPECT_EQ(after, SelectAll(walked));
+}
+
 TEST_F(SelectionTest, CancelledPickSelectsNothing) {
   s_.user.QueuePickCancel();
   host::SelectionSetPtr set = NewSet("pick");
