@@ -189,16 +189,23 @@ std::vector<RecordId> EntityDb::RecordsOfType(
   };
   if (typed_upto_ == 0) {
     typed_upto_ = static_cast<RecordId>(records_.size());
-    std::string_view last_type;
-    std::vector<RecordId>* last = nullptr;  // runs of one type skip the hash
+    // A drawing has a few dozen types at most: a look along them, starting
+    // at the last one met, is cheaper than hashing every record's type.
+    size_t last = 0;
     for (RecordId id = 0; id < typed_upto_; ++id) {
       if (!as_loaded(id)) continue;
       std::string_view type = type_of(id);
-      if (last == nullptr || type != last_type) {
-        last = &by_type_[type];
-        last_type = type;
+      size_t at = last;
+      const size_t n = by_type_.size();
+      for (size_t k = 0; k < n && by_type_[at].first != type; ++k) {
+        at = at + 1 == n ? 0 : at + 1;
       }
-      last->push_back(id);
+      if (n == 0 || by_type_[at].first != type) {
+        at = n;
+        by_type_.emplace_back(type, std::vector<RecordId>());
+      }
+      by_type_[at].second.push_back(id);
+      last = at;
     }
   }
   std::vector<RecordId> out;

@@ -23,6 +23,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "dxf/tag.h"
@@ -160,10 +161,10 @@ class EntityDb {
   // (RecordsOfType).
   void NoteChanged(RecordId id) { changed_.push_back(id); }
   std::vector<RecordId> changed_;
-  // RecordsOfType's sorting of the records as loaded: the type text (which
-  // lives in the file buffer) to its records. Built at the first call, over
-  // the records before `typed_upto_`.
-  std::unordered_map<std::string_view, std::vector<RecordId>> by_type_;
+  // RecordsOfType's sorting of the records as loaded: each type text (which
+  // lives in the file buffer) with its records. Built at the first call,
+  // over the records before `typed_upto_`.
+  std::vector<std::pair<std::string_view, std::vector<RecordId>>> by_type_;
   RecordId typed_upto_ = 0;
   Arena arena_;
   std::string_view source_;
