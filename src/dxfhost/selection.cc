@@ -138,9 +138,9 @@ class DxfSelectionSet : public host::SelectionSet {
           for (dxf::RecordId id : list) take(id, layout);
           continue;
         }
-        // New entities are appended with new ids, so a block's list is
-        // mostly in record order: then both lists are, and the records
-        // of the type that the block holds come in the block's order.
+        // New entities are appended with new, larger ids, so a block's
+        // list is in record order unless a damaged file mixed it: then the
+        // records of the type that it holds come in the list's order.
         for (dxf::RecordId id : typed) {
           if (std::binary_search(list.begin(), list.end(), id)) {
             take(id, layout);
