@@ -842,6 +842,12 @@ uint64_t Document::DictionaryLookup(Entity dict, std::string_view key) {
 
 void Document::AddToDictionary(Entity dict, std::string_view key,
                                uint64_t handle) {
+  DictionaryKeys& known = dictionary_keys_;
+  if (known.dict == dict.id() && db_.watched() == dict.id() &&
+      db_.watched_changes() == known.changes && !known.keys.contains(key)) {
+    InsertDictionaryEntry(dict, known.end, known.code, key, handle);
+    return;
+  }
   // The layout dictionary gains an entry per new layout: one walk over its
   // tags both looks for the key and finds where the entries end.
   auto t = dict.tags();
@@ -884,8 +890,32 @@ void Document::AddToDictionary(Entity dict, std::string_view key,
       flag < n && ParseInt(t[flag].value()).value_or(0) == 1;
   int at = m >= 0 ? static_cast<int>(entries_end) : dict.XDataBegin();
   int code = hard_owner ? 360 : 350;
+  // A dictionary of many entries (a layout each) is likely to gain more:
+  // its keys are kept, so that the next new key needs no walk.
+  constexpr size_t kManyTags = 64;
+  if (n >= kManyTags) {
+    known.dict = dict.id();
+    known.keys.clear();
+    for (size_t i = 0; i + 1 < n; ++i) {
+      if (t[i].code == 3 && (t[i + 1].code == 350 || t[i + 1].code == 360)) {
+        known.keys.insert(t[i].value());
+      }
+    }
+    db_.Watch(dict.id());
+  }
+  InsertDictionaryEntry(dict, at, code, key, handle);
+}
+
+void Document::InsertDictionaryEntry(Entity dict, int at, int code,
+                                     std::string_view key, uint64_t handle) {
   Tag pair[2] = {MakeTag(3, key), MakeTag(code, FormatHandle(handle))};
   dict.InsertTags(at, pair);
+  DictionaryKeys& known = dictionary_keys_;
+  if (known.dict != dict.id() || db_.watched() != dict.id()) return;
+  known.keys.insert(pair[0].value());
+  known.end = at + 2;
+  known.code = code;
+  known.changes = db_.watched_changes();
 }
 
 Entity Document::AddObject(std::vector<Tag> tags, uint64_t owner) {

@@ -267,6 +267,22 @@ class Document {
   uint64_t HandSeed() const;
   // Where HandSeed last found $HANDSEED among the header's tags.
   mutable size_t handseed_at_ = 0;
+  // Inserts `3 key` / `code handle` at tag `at` of `dict`, and keeps
+  // dictionary_keys_ up to date when they are of `dict`.
+  void InsertDictionaryEntry(Entity dict, int at, int code,
+                             std::string_view key, uint64_t handle);
+  // The keys of the last large dictionary AddToDictionary added to, with
+  // where its entries end and the code of its handles; valid while the
+  // dictionary is the record the EntityDb watches and its count of changes
+  // is `changes`. The keys are views of the tags' values, which never move.
+  struct DictionaryKeys {
+    RecordId dict = kNoRecord;
+    uint64_t changes = 0;
+    std::unordered_set<std::string_view> keys;
+    int end = 0;
+    int code = 350;
+  };
+  DictionaryKeys dictionary_keys_;
   // True when neither model space nor the active paper space holds an
   // entity (erased ones still count until they are forgotten).
   bool SpacesEmpty() const;

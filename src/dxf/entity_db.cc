@@ -146,6 +146,7 @@ std::span<const Tag> EntityDb::tags(RecordId id) const {
 
 std::span<Tag> EntityDb::mutable_tags(RecordId id) {
   Record& r = records_[id];
+  if (id == watched_) ++watched_changes_;
   if (r.edited == 0 && r.detached == 0) NoteChanged(id);
   r.edited = 1;
   if (r.detached) return own_[r.begin];
@@ -154,6 +155,7 @@ std::span<Tag> EntityDb::mutable_tags(RecordId id) {
 
 std::vector<Tag>& EntityDb::Detach(RecordId id) {
   Record& r = records_[id];
+  if (id == watched_) ++watched_changes_;
   if (!r.detached) {
     if (r.edited == 0) NoteChanged(id);
     auto first = base_.begin() + r.begin;

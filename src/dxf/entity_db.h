@@ -78,6 +78,16 @@ class EntityDb {
   // caller's business (Document::Erase does both).
   void MarkErased(RecordId id);
 
+  // Counts the times one record is handed out for editing (mutable_tags,
+  // Detach) from now on, so that what was read from it can be kept while
+  // the count stands still. Watching another record starts a new count.
+  void Watch(RecordId id) {
+    watched_ = id;
+    watched_changes_ = 0;
+  }
+  RecordId watched() const { return watched_; }
+  uint64_t watched_changes() const { return watched_changes_; }
+
   // The records whose type (their 0 tag's value) passes `wanted`, in record
   // order, erased ones included. The records still as loaded are sorted by
   // type at the first call, and `wanted` is asked once per type of theirs;
@@ -161,6 +171,8 @@ class EntityDb {
   // (RecordsOfType).
   void NoteChanged(RecordId id) { changed_.push_back(id); }
   std::vector<RecordId> changed_;
+  RecordId watched_ = kNoRecord;
+  uint64_t watched_changes_ = 0;
   // RecordsOfType's sorting of the records as loaded: each type text (which
   // lives in the file buffer) with its records. Built at the first call,
   // over the records before `typed_upto_`.

@@ -149,6 +149,64 @@ TEST(ObjectsTest, DictionaryKeysAreAddedInsideTheEntriesOrReplaced) {
   EXPECT_EQ(h[8].value(), "F2");
 }
 
+// A large dictionary keeps its keys between additions; whatever else
+// edits it must still be seen by the next one.
+TEST(ObjectsTest, LargeDictionaryKeysFollowOtherEdits) {
+  std::unique_ptr<Document> doc;
+  ASSERT_TRUE(
+      Document::Parse(testing::Dxf("0 SECTION|2 HEADER|9 $ACADVER|1 AC1015|"
+                                   "0 ENDSEC|0 SECTION|2 OBJECTS|"
+                                   "0 DICTIONARY|5 C|100 AcDbDictionary|"
+                                   "281 1|1001 APP|1000 x|"
+                                   "0 DICTIONARY|5 D|100 AcDbDictionary|"
+                                   "0 ENDSEC|0 EOF"),
+                      "big.dxf", &doc)
+          .ok());
+  Entity dict = doc->FindByHandle(0xC);
+  Entity other = doc->FindByHandle(0xD);
+  ASSERT_TRUE(dict.valid() && other.valid());
+  for (uint64_t h = 0x100; h < 0x150; ++h) {
+    doc->AddToDictionary(other, "O" + std::to_string(h), h);
+  }
+  for (uint64_t h = 0x100; h < 0x150; ++h) {
+    doc->AddToDictionary(dict, "K" + std::to_string(h), h);
+  }
+  auto count = [&](std::string_view key) {
+    int n = 0;
+    for (const auto& [k, h] : DictionaryEntries(dict)) n += k == key;
+    return n;
+  };
+  EXPECT_EQ(DictionaryEntries(dict).size(), 0x50u);
+  EXPECT_EQ(doc->DictionaryLookup(dict, "K256"), 0x100u);
+  doc->AddToDictionary(dict, "K256", 0x200);  // a key it has: replaced
+  EXPECT_EQ(doc->DictionaryLookup(dict, "K256"), 0x200u);
+  EXPECT_EQ(count("K256"), 1);
+
+  // Renamed in place, then added under the new name: replaced too.
+  const int renamed = dict.Find(3, dict.FindSubclass("AcDbDictionary"));
+  ASSERT_GT(renamed, 0);
+  dict.SetValueAt(renamed, "RENAMED");
+  doc->AddToDictionary(dict, "RENAMED", 0x300);
+  EXPECT_EQ(count("RENAMED"), 1);
+  EXPECT_EQ(doc->DictionaryLookup(dict, "RENAMED"), 0x300u);
+
+  doc->AddToDictionary(other, "O-LAST", 0x600);  // another large one between
+
+  // An entry taken out goes in again once, still before the extended data.
+  const int second = dict.Find(3, renamed + 2);
+  const std::string gone(dict.tags()[second].value());
+  dict.EraseTags(second, second + 2);
+  doc->AddToDictionary(dict, gone, 0x400);
+  doc->AddToDictionary(dict, "LAST", 0x500);
+  EXPECT_EQ(count(gone), 1);
+  EXPECT_EQ(DictionaryEntries(dict).size(), 0x51u);
+  auto t = dict.tags();
+  ASSERT_GE(t.size(), 4u);
+  EXPECT_EQ(t[t.size() - 4].value(), "LAST");
+  EXPECT_EQ(t[t.size() - 2].code, 1001);
+  EXPECT_EQ(DictionaryEntries(other).size(), 0x51u);
+}
+
 TEST(ObjectsTest, OldMultiLineAttribLosesItsRoundTripMText) {
   LMT_SKIP_WITHOUT_SHARED();
   auto doc = Open("s_AC1015.dxf");
