@@ -27,9 +27,9 @@ int HexValue(char c) {
 
 }  // namespace
 
-TagWriter TagWriter::Binary(std::string* out, std::FILE* file,
+TagWriter TagWriter::Binary(std::string* out, FileSink* sink,
                             bool one_byte_codes) {
-  TagWriter w(out, false, file);
+  TagWriter w(out, false, sink);
   w.binary_ = true;
   w.one_byte_codes_ = one_byte_codes;
   out->append(kBinarySentinel);
@@ -40,7 +40,7 @@ void TagWriter::Write(int code, std::string_view value) {
   FlushCopy();
   if (binary_) {
     WriteBinary(code, value);
-    if (file_ && out_->size() >= kFlushAt) Flush();
+    if (sink_ && out_->size() >= kFlushAt) WriteBuffer();
     return;
   }
   char buf[8];
@@ -61,7 +61,7 @@ void TagWriter::Write(int code, std::string_view value) {
   o.append(value);
   if (crlf_) o += '\r';
   o += '\n';
-  if (file_ && o.size() >= kFlushAt) Flush();
+  if (sink_ && o.size() >= kFlushAt) WriteBuffer();
 }
 
 void TagWriter::BinaryCode(int code) {
@@ -150,22 +150,22 @@ void TagWriter::WriteBinary(int code, std::string_view value) {
 
 bool TagWriter::Flush() {
   FlushCopy();
-  return WriteBuffer();
+  WriteBuffer();
+  if (sink_ && !sink_->Finish()) ok_ = false;
+  return ok();
 }
 
 bool TagWriter::WriteBuffer() {
-  if (!file_) return ok();
-  if (!out_->empty() &&
-      std::fwrite(out_->data(), 1, out_->size(), file_) != out_->size()) {
-    ok_ = false;
-  }
-  out_->clear();
+  if (sink_ && !sink_->Put(out_)) ok_ = false;
   return ok();
 }
 
 void TagWriter::Copy(const char* from, const char* to) {
   if (from == copy_to_) {
     copy_to_ = to;
+    if (sink_ && static_cast<size_t>(copy_to_ - copy_from_) >= kRunAt) {
+      FlushCopy();
+    }
     return;
   }
   FlushCopy();
@@ -176,12 +176,12 @@ void TagWriter::Copy(const char* from, const char* to) {
 void TagWriter::FlushCopy() {
   if (copy_from_ == nullptr) return;
   const size_t n = static_cast<size_t>(copy_to_ - copy_from_);
-  if (file_ && n >= kDirectAt) {
+  if (sink_ && n >= kDirectAt) {
     WriteBuffer();
-    if (std::fwrite(copy_from_, 1, n, file_) != n) ok_ = false;
+    if (!sink_->PutSpan(std::string_view(copy_from_, n))) ok_ = false;
   } else {
     out_->append(copy_from_, n);
-    if (file_ && out_->size() >= kFlushAt) WriteBuffer();
+    if (sink_ && out_->size() >= kFlushAt) WriteBuffer();
   }
   copy_from_ = copy_to_ = nullptr;
 }
