@@ -82,7 +82,7 @@ bool FileSink::PutSpan(std::string_view bytes) {
   return ok;
 }
 
-bool FileSink::Finish() {
+bool FileSink::Finish(std::string* last) {
   if (started_ && !finished_) {
     {
       std::lock_guard<std::mutex> lock(mu_);
@@ -92,6 +92,10 @@ bool FileSink::Finish() {
     thread_.join();
   }
   finished_ = true;
+  if (last != nullptr && !last->empty()) {
+    WriteHere(*last);
+    last->clear();
+  }
   return !failed_;
 }
 

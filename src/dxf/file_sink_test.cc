@@ -52,8 +52,11 @@ TEST(FileSinkTest, WritesEveryPieceInOrderWithOrWithoutTheThread) {
         thread_after);
     Feed feed;
     ASSERT_TRUE(feed.Into(sink));
-    EXPECT_TRUE(sink.Finish());
-    EXPECT_EQ(written, feed.expected) << "thread after " << thread_after;
+    std::string last = "last";
+    EXPECT_TRUE(sink.Finish(&last));
+    EXPECT_TRUE(last.empty());
+    EXPECT_EQ(written, feed.expected + "last")
+        << "thread after " << thread_after;
     const bool threaded = thread_after < feed.expected.size();
     EXPECT_EQ(sink.threaded(), threaded);
     EXPECT_EQ(calls_off_thread > 0, threaded);
@@ -62,6 +65,20 @@ TEST(FileSinkTest, WritesEveryPieceInOrderWithOrWithoutTheThread) {
     EXPECT_TRUE(sink.Put(&tail));
     EXPECT_EQ(written.substr(written.size() - 4), "tail");
   }
+}
+
+TEST(FileSinkTest, AnOutputHandedOverOnlyAtTheEndStartsNoThread) {
+  std::string written;
+  FileSink sink(
+      [&](const char* data, size_t n) {
+        written.append(data, n);
+        return true;
+      },
+      0);
+  std::string all(size_t{3} << 20, 'x');
+  EXPECT_TRUE(sink.Finish(&all));
+  EXPECT_FALSE(sink.threaded());
+  EXPECT_EQ(written.size(), size_t{3} << 20);
 }
 
 TEST(FileSinkTest, AFailedWriteReachesTheCallerAndStopsTheWrites) {

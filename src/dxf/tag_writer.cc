@@ -150,8 +150,7 @@ void TagWriter::WriteBinary(int code, std::string_view value) {
 
 bool TagWriter::Flush() {
   FlushCopy();
-  WriteBuffer();
-  if (sink_ && !sink_->Finish()) ok_ = false;
+  if (sink_ && !sink_->Finish(out_)) ok_ = false;
   return ok();
 }
 
