@@ -18,6 +18,40 @@ void Append(std::string* o, T v) {
   o->append(b, sizeof v);
 }
 
+// 1 in each byte of `w` that is '\n', 0 in the others.
+uint64_t LineEndBytes(uint64_t w) {
+  constexpr uint64_t kLow7 = 0x7F7F7F7F7F7F7F7Fu;
+  const uint64_t x = w ^ 0x0A0A0A0A0A0A0A0Au;  // zero bytes where '\n' was
+  return ~(((x & kLow7) + kLow7) | x | kLow7) >> 7;
+}
+
+// The sum of the bytes of `ones` (each 0 or 1), without a popcount
+// instruction (not in the baseline instruction set).
+size_t SumBytes(uint64_t ones) {
+  return static_cast<size_t>((ones * 0x0101010101010101u) >> 56);
+}
+
+// The line ends in [from, to), which lies inside a buffer ending at `end`.
+// The text between two values of a record is a few bytes (a line end and a
+// code line): read a word at a time, it costs no mispredicted loop exit.
+size_t CountLineEnds(const char* from, const char* to, const char* end) {
+  size_t n = 0;
+  uint64_t w;
+  for (; to - from >= 8; from += 8) {
+    std::memcpy(&w, from, 8);
+    n += SumBytes(LineEndBytes(w));
+  }
+  if (from == to) return n;
+  if (end - from < 8) {
+    return n + static_cast<size_t>(std::count(from, to, '\n'));
+  }
+  std::memcpy(&w, from, 8);
+  // Only the first to - from bytes: the low ones, as a word is read little
+  // endian on our hosts (as the binary format assumes too).
+  const uint64_t mask = (uint64_t{1} << ((to - from) * 8)) - 1;
+  return n + SumBytes(LineEndBytes(w) & mask);
+}
+
 int HexValue(char c) {
   if (c >= '0' && c <= '9') return c - '0';
   if (c >= 'A' && c <= 'F') return c - 'A' + 10;
@@ -236,13 +270,14 @@ bool TagWriter::SourceRun(std::span<const Tag> tags, const char** from,
   // values hold no line end, so only the text between them is counted: a
   // run of long values (hex chunks) is not read twice.
   const char* at = *from;
+  const char* end = source_.data() + source_.size();
   size_t lines = (*to)[-1] != '\n';
   for (const Tag& t : tags) {
     if (t.data() < at || t.data() + t.size() > *to) return false;
-    lines += static_cast<size_t>(std::count(at, t.data(), '\n'));
+    lines += CountLineEnds(at, t.data(), end);
     at = t.data() + t.size();
   }
-  lines += static_cast<size_t>(std::count(at, *to, '\n'));
+  lines += CountLineEnds(at, *to, end);
   return lines == 2 * tags.size();
 }
 
