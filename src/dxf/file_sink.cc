@@ -11,7 +11,10 @@ FileSink::FileSink(std::FILE* file)
       }) {}
 
 FileSink::FileSink(WriteFn write, size_t thread_after)
-    : write_(std::move(write)), thread_after_(thread_after) {}
+    : write_(std::move(write)), thread_after_(thread_after) {
+  // The thread returns buffers here: it must not need to allocate.
+  spare_.reserve(kMaxQueued + 1);
+}
 
 bool FileSink::UseThread(size_t bytes) {
   if (finished_) return false;
@@ -57,7 +60,6 @@ bool FileSink::Put(std::string* buffer) {
   }
   Piece& p = queue_.emplace_back();
   p.owned = std::move(*buffer);
-  p.span = p.owned;  // after the move: short strings live inside
   p.is_buffer = true;
   ++buffers_out_;
   const size_t capacity = p.owned.capacity();
@@ -113,7 +115,9 @@ void FileSink::Run() {
     queue_.pop_front();
     const bool skip = failed_;  // the file is lost anyway
     lock.unlock();
-    const bool ok = skip || write_(p.span.data(), p.span.size());
+    // A short string's bytes live inside it and moved along with it.
+    const std::string_view bytes = p.is_buffer ? p.owned : p.span;
+    const bool ok = skip || write_(bytes.data(), bytes.size());
     lock.lock();
     if (!ok) failed_ = true;
     if (p.is_buffer) {

@@ -59,8 +59,8 @@ class FileSink {
 
  private:
   struct Piece {
-    std::string owned;      // a buffer handed over, or empty
-    std::string_view span;  // what to write
+    std::string owned;      // a buffer handed over (is_buffer)
+    std::string_view span;  // else the bytes to write
     bool is_buffer = false;
   };
 

@@ -20,6 +20,10 @@ struct Feed {
   // Hands the pieces to `sink` through one reused buffer, as TagWriter does.
   // False as soon as the sink reports a failure.
   bool Into(FileSink& sink) {
+    // A short string keeps its bytes inside: moved, they move too.
+    std::string tiny = "ab";
+    expected += tiny;
+    if (!sink.Put(&tiny)) return false;
     std::string buffer;
     for (int i = 0; i < 60; ++i) {
       const size_t n = static_cast<size_t>(i * 7919 % 70000);
