@@ -1,10 +1,11 @@
 // FileSink: the bytes of one output file, written in the order given.
 //
-// The system's copy of written bytes into the page cache costs about as much
-// as formatting them, so once an output proves large (more than
-// `thread_after` bytes handed over) the writes move to a thread of their own:
-// the caller formats the next buffer while the last one is written. Small
-// outputs never start the thread; it would cost more than it saves.
+// The system's copy of written bytes into the page cache costs a good part
+// of a save, so once an output proves large (more than `thread_after` bytes
+// handed over) the writes move to a thread of their own: the caller formats
+// the next buffer while the last one is written. Small outputs never start
+// the thread, nor does the last piece of any: it would cost more than it
+// saves.
 //
 // Memory stays bounded: at most kMaxQueued buffers wait for the thread (the
 // caller blocks for room), and spans of bytes that outlive the sink (an
