@@ -6,6 +6,7 @@
 #include <system_error>
 
 #include "dxf/check.h"
+#include "dxf/file_sink.h"
 #include "dxf/recovery.h"
 #include "dxf/tag_reader.h"
 #include "dxf/tag_writer.h"
@@ -1081,20 +1082,28 @@ Status Document::Save(const std::string& path, DxfFormat format) {
   std::string tmp = path + ".lmt-tmp";
   std::FILE* f = std::fopen(tmp.c_str(), "wb");
   if (!f) return Status::IOError(tmp + ": cannot open for writing");
+  std::string error;
   std::string buffer;
   buffer.reserve((size_t{1} << 20) + 64 * 1024);
-  TagWriter w = format == DxfFormat::kBinary
-                    ? TagWriter::Binary(&buffer, f, OneByteCodes())
-                    : TagWriter(&buffer, crlf_, f);
-  SetSources(w, format);
-  Serialize(w);
-  bool ok = w.Flush() && std::fflush(f) == 0;
+  bool ok;
+  {
+    // A large output is written on a second thread, done when Flush
+    // returns (and, at the latest, before the file is closed).
+    FileSink sink(f);
+    TagWriter w = format == DxfFormat::kBinary
+                      ? TagWriter::Binary(&buffer, &sink, OneByteCodes())
+                      : TagWriter(&buffer, crlf_, &sink);
+    SetSources(w, format);
+    Serialize(w);
+    ok = w.Flush() && std::fflush(f) == 0;
+    error = w.error();
+  }
   ok = std::fclose(f) == 0 && ok;
   std::error_code ec;
   if (!ok) {
     std::filesystem::remove(tmp, ec);
-    if (!w.error().empty()) {
-      return Status::Corruption(path + ": not written: " + w.error());
+    if (!error.empty()) {
+      return Status::Corruption(path + ": not written: " + error);
     }
     return Status::IOError(tmp + ": write failed");
   }

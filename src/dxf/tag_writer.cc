@@ -18,6 +18,40 @@ void Append(std::string* o, T v) {
   o->append(b, sizeof v);
 }
 
+// 1 in each byte of `w` that is '\n', 0 in the others.
+uint64_t LineEndBytes(uint64_t w) {
+  constexpr uint64_t kLow7 = 0x7F7F7F7F7F7F7F7Fu;
+  const uint64_t x = w ^ 0x0A0A0A0A0A0A0A0Au;  // zero bytes where '\n' was
+  return ~(((x & kLow7) + kLow7) | x | kLow7) >> 7;
+}
+
+// The sum of the bytes of `ones` (each 0 or 1), without a popcount
+// instruction (not in the baseline instruction set).
+size_t SumBytes(uint64_t ones) {
+  return static_cast<size_t>((ones * 0x0101010101010101u) >> 56);
+}
+
+// The line ends in [from, to), which lies inside a buffer ending at `end`.
+// The text between two values of a record is a few bytes (a line end and a
+// code line): read a word at a time, it costs no mispredicted loop exit.
+size_t CountLineEnds(const char* from, const char* to, const char* end) {
+  size_t n = 0;
+  uint64_t w;
+  for (; to - from >= 8; from += 8) {
+    std::memcpy(&w, from, 8);
+    n += SumBytes(LineEndBytes(w));
+  }
+  if (from == to) return n;
+  if (end - from < 8) {
+    return n + static_cast<size_t>(std::count(from, to, '\n'));
+  }
+  std::memcpy(&w, from, 8);
+  // Only the first to - from bytes: the low ones, as a word is read little
+  // endian on our hosts (as the binary format assumes too).
+  const uint64_t mask = (uint64_t{1} << ((to - from) * 8)) - 1;
+  return n + SumBytes(LineEndBytes(w) & mask);
+}
+
 int HexValue(char c) {
   if (c >= '0' && c <= '9') return c - '0';
   if (c >= 'A' && c <= 'F') return c - 'A' + 10;
@@ -27,9 +61,9 @@ int HexValue(char c) {
 
 }  // namespace
 
-TagWriter TagWriter::Binary(std::string* out, std::FILE* file,
+TagWriter TagWriter::Binary(std::string* out, FileSink* sink,
                             bool one_byte_codes) {
-  TagWriter w(out, false, file);
+  TagWriter w(out, false, sink);
   w.binary_ = true;
   w.one_byte_codes_ = one_byte_codes;
   out->append(kBinarySentinel);
@@ -40,7 +74,7 @@ void TagWriter::Write(int code, std::string_view value) {
   FlushCopy();
   if (binary_) {
     WriteBinary(code, value);
-    if (file_ && out_->size() >= kFlushAt) Flush();
+    if (sink_ && out_->size() >= kFlushAt) WriteBuffer();
     return;
   }
   char buf[8];
@@ -61,7 +95,7 @@ void TagWriter::Write(int code, std::string_view value) {
   o.append(value);
   if (crlf_) o += '\r';
   o += '\n';
-  if (file_ && o.size() >= kFlushAt) Flush();
+  if (sink_ && o.size() >= kFlushAt) WriteBuffer();
 }
 
 void TagWriter::BinaryCode(int code) {
@@ -150,22 +184,21 @@ void TagWriter::WriteBinary(int code, std::string_view value) {
 
 bool TagWriter::Flush() {
   FlushCopy();
-  return WriteBuffer();
+  if (sink_ && !sink_->Finish(out_)) ok_ = false;
+  return ok();
 }
 
 bool TagWriter::WriteBuffer() {
-  if (!file_) return ok();
-  if (!out_->empty() &&
-      std::fwrite(out_->data(), 1, out_->size(), file_) != out_->size()) {
-    ok_ = false;
-  }
-  out_->clear();
+  if (sink_ && !sink_->Put(out_)) ok_ = false;
   return ok();
 }
 
 void TagWriter::Copy(const char* from, const char* to) {
   if (from == copy_to_) {
     copy_to_ = to;
+    if (sink_ && static_cast<size_t>(copy_to_ - copy_from_) >= kRunAt) {
+      FlushCopy();
+    }
     return;
   }
   FlushCopy();
@@ -176,12 +209,12 @@ void TagWriter::Copy(const char* from, const char* to) {
 void TagWriter::FlushCopy() {
   if (copy_from_ == nullptr) return;
   const size_t n = static_cast<size_t>(copy_to_ - copy_from_);
-  if (file_ && n >= kDirectAt) {
+  if (sink_ && n >= kDirectAt) {
     WriteBuffer();
-    if (std::fwrite(copy_from_, 1, n, file_) != n) ok_ = false;
+    if (!sink_->PutSpan(std::string_view(copy_from_, n))) ok_ = false;
   } else {
     out_->append(copy_from_, n);
-    if (file_ && out_->size() >= kFlushAt) WriteBuffer();
+    if (sink_ && out_->size() >= kFlushAt) WriteBuffer();
   }
   copy_from_ = copy_to_ = nullptr;
 }
@@ -237,13 +270,14 @@ bool TagWriter::SourceRun(std::span<const Tag> tags, const char** from,
   // values hold no line end, so only the text between them is counted: a
   // run of long values (hex chunks) is not read twice.
   const char* at = *from;
+  const char* end = source_.data() + source_.size();
   size_t lines = (*to)[-1] != '\n';
   for (const Tag& t : tags) {
     if (t.data() < at || t.data() + t.size() > *to) return false;
-    lines += static_cast<size_t>(std::count(at, t.data(), '\n'));
+    lines += CountLineEnds(at, t.data(), end);
     at = t.data() + t.size();
   }
-  lines += static_cast<size_t>(std::count(at, *to, '\n'));
+  lines += CountLineEnds(at, *to, end);
   return lines == 2 * tags.size();
 }
 

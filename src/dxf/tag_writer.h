@@ -16,12 +16,12 @@
 #define LMT_DXF_TAG_WRITER_H_
 
 #include <cstdint>
-#include <cstdio>
 #include <span>
 #include <string>
 #include <string_view>
 
 #include "dxf/entity_db.h"
+#include "dxf/file_sink.h"
 #include "dxf/tag.h"
 
 namespace lmt::dxf {
@@ -32,13 +32,15 @@ enum class DxfFormat : uint8_t { kAscii, kBinary };
 class TagWriter {
  public:
   // ASCII output appended to *out, which the caller owns. crlf selects CR LF
-  // line ends. With a file, the text is written out whenever *out holds
-  // about 1 MiB, so a large drawing is never held twice in memory.
-  TagWriter(std::string* out, bool crlf, std::FILE* file = nullptr)
-      : out_(out), crlf_(crlf), file_(file) {}
+  // line ends. With a sink, *out is handed to it whenever it holds about
+  // 1 MiB (and comes back empty), so a large drawing is never held twice in
+  // memory; long runs of source text go to the sink without a copy, so the
+  // source must outlive the sink's Finish.
+  TagWriter(std::string* out, bool crlf, FileSink* sink = nullptr)
+      : out_(out), crlf_(crlf), sink_(sink) {}
   // Binary output; writes the sentinel at once. one_byte_codes for R12
   // files read that way.
-  static TagWriter Binary(std::string* out, std::FILE* file = nullptr,
+  static TagWriter Binary(std::string* out, FileSink* sink = nullptr,
                           bool one_byte_codes = false);
 
   // ASCII only: the text the tags were read from. A tag whose value still
@@ -77,8 +79,9 @@ class TagWriter {
   // between them.
   void WriteRecord(std::span<const Tag> tags, bool as_loaded);
   // Source text may wait for the next output to join it: *out (or the file)
-  // is complete only after Flush. Writes what is buffered to the file (if
-  // any). False once a write failed or a value could not be written.
+  // is complete only after Flush. With a sink, hands it what is buffered and
+  // waits until all is written (Finish). False once a write failed or a
+  // value could not be written.
   bool Flush();
   bool ok() const { return ok_ && error_.empty(); }
   // Why a binary value could not be written; empty when all went well.
@@ -97,7 +100,7 @@ class TagWriter {
                        const char** to) const;
   // Source text goes out through Copy, which joins adjacent runs, and
   // FlushCopy, which writes the joined run (large runs straight to the
-  // file); every other output calls FlushCopy first to keep the order.
+  // sink); every other output calls FlushCopy first to keep the order.
   void Copy(const char* from, const char* to);
   void FlushCopy();
   bool WriteBuffer();
@@ -106,11 +109,14 @@ class TagWriter {
   void Fail(int code, std::string_view expected, std::string_view value);
 
   static constexpr size_t kFlushAt = size_t{1} << 20;
-  // Runs at least this long skip the buffer when there is a file.
+  // Runs at least this long skip the buffer when there is a sink.
   static constexpr size_t kDirectAt = size_t{64} << 10;
+  // A joined run this long goes to the sink at once, so that the writing of
+  // a long untouched stretch starts while the rest of it is still checked.
+  static constexpr size_t kRunAt = size_t{1} << 20;
   std::string* out_;
   bool crlf_;
-  std::FILE* file_;
+  FileSink* sink_;
   bool binary_ = false;
   bool one_byte_codes_ = false;
   bool ok_ = true;
