@@ -1,10 +1,13 @@
 #include "dxf/tag_reader.h"
 
 #include <algorithm>
+#include <atomic>
 #include <bit>
 #include <cstdint>
 #include <cstring>
 #include <string>
+#include <system_error>
+#include <thread>
 
 #if defined(__SSE2__)
 #include <emmintrin.h>
@@ -158,6 +161,7 @@ enum class Check : uint8_t { kNone, kReal, kInt, kHandle, kHex };
 
 struct CheckTable {
   Check check[kMaxGroupCode + 1];
+  bool numeric[kMaxGroupCode + 1];  // values trimmed like numbers
   CheckTable() {
     for (int c = 0; c <= kMaxGroupCode; ++c) {
       switch (TypeOfCode(c)) {
@@ -182,7 +186,11 @@ struct CheckTable {
           check[c] = Check::kInt;
           break;
       }
+      // Handles and hex data are trimmed too: writers pad them like
+      // numbers.
+      numeric[c] = check[c] != Check::kNone;
     }
+    numeric[0] = true;  // structure names are trimmed like numbers
   }
 };
 
@@ -306,29 +314,27 @@ std::string MismatchText(int code, const char* expected, std::string_view v) {
          Quote(v);
 }
 
-Status ReadAscii(std::string_view data, std::string_view name, TagFile* out,
-                 bool allow_missing_eof) {
-  const char* p = data.data();
-  const char* end = p + data.size();
-  if (data.substr(0, 3) == "\xEF\xBB\xBF") p += 3;
-  // A guess, not a bound: CAD files average well over 8 bytes a tag, and
-  // pages of the reserve that are never touched cost no memory.
-  out->tags.reserve(data.size() / 8 + 16);
-  AdviseLargePages(out->tags.data(), out->tags.capacity() * sizeof(Tag));
-  out->starts.reserve(data.size() / 128 + 16);
-  const char* first_nl = FindNewline(p, end);
-  out->crlf = first_nl < end && first_nl > p && first_nl[-1] == '\r';
+// Where a pass over ASCII text is: at the start of a code line.
+struct AsciiCursor {
+  const char* p;
+  size_t line;        // of p, from 1
+  bool done = false;  // nothing more to read: 0 EOF, blank lines or the end
+  bool eof = false;   // read 0 EOF
+};
+
+// Tokenizes tags from cur->p on, appending them (and the indexes of their
+// code 0 tags) until 0 EOF, the end of the data or a tag that starts at or
+// past `stop`: the cursor is then at that tag, which may have begun before
+// `stop` and end past it. Errors name the line counted from cur->line.
+Status ScanAscii(const char* end, const char* stop, std::string_view name,
+                 AsciiCursor* cur, std::vector<Tag>* tags,
+                 std::vector<uint32_t>* starts) {
+  const char* p = cur->p;
+  size_t line = cur->line;
   const Check* check = Checks().check;
-  bool numeric[kMaxGroupCode + 1];
-  for (int c = 0; c <= kMaxGroupCode; ++c) {
-    // Handles and hex data are trimmed too: writers pad them like numbers.
-    numeric[c] = check[c] != Check::kNone;
-  }
-  numeric[0] = true;  // structure names are trimmed like numbers
-  size_t line = 1;
-  bool seen_eof = false;
+  const bool* numeric = Checks().numeric;
   LineEnds lines(p, end);
-  while (p < end) {
+  while (p < stop) {
     const char* le = lines.Next(p);
     // Fast path for the usual "  10" code line.
     const char* q = p;
@@ -350,7 +356,8 @@ Status ReadAscii(std::string_view data, std::string_view name, TagFile* out,
         if (text.empty() && std::all_of(p, end, [](char c) {
               return IsBlank(c) || c == '\n';
             })) {
-          break;  // trailing blank lines
+          cur->done = true;  // trailing blank lines
+          break;
         }
         return Status::Corruption(
             std::string(name) + ":" + std::to_string(line) +
@@ -386,18 +393,106 @@ Status ReadAscii(std::string_view data, std::string_view name, TagFile* out,
                                   MismatchText(code, expected, value));
       }
     }
-    if (code == 0)
-      out->starts.push_back(static_cast<uint32_t>(out->tags.size()));
-    out->tags.emplace_back(code, value);
+    if (code == 0) starts->push_back(static_cast<uint32_t>(tags->size()));
+    tags->emplace_back(code, value);
     p = vnl < end ? vnl + 1 : end;
     ++line;
     if (code == 0 && ve - vb == 3 && std::memcmp(vb, "EOF", 3) == 0) {
-      seen_eof = true;
+      cur->done = cur->eof = true;
       break;
     }
   }
-  if (!seen_eof && !allow_missing_eof) {
-    return Status::Corruption(std::string(name) + ":" + std::to_string(line) +
+  cur->p = p;
+  cur->line = line;
+  if (p >= end) cur->done = true;
+  return Status::Ok();
+}
+
+// A place near `from` that starts a code 0 line in any well-formed file:
+// a line that trims to "0" followed by one that starts with a letter. Were
+// the "0" a value, the next line would be a group code, all digits. Null
+// when there is none in the next `kSplitSearch` bytes. Only a guess for
+// damaged files: the reader of the text before it checks that it lands
+// there.
+const char* FindSplit(const char* from, const char* end) {
+  constexpr size_t kSplitSearch = size_t{1} << 20;
+  const char* limit = end - from > static_cast<ptrdiff_t>(kSplitSearch)
+                          ? from + kSplitSearch
+                          : end;
+  const char* nl = FindNewline(from, limit);
+  while (nl < limit) {
+    const char* q = nl + 1;
+    while (q < end && (*q == ' ' || *q == '\t')) ++q;
+    if (q < end && *q == '0') {
+      ++q;
+      while (q < end && IsBlank(*q)) ++q;
+      if (end - q >= 2 && *q == '\n') {
+        const auto c = static_cast<unsigned char>(q[1] | 0x20);
+        if (c >= 'a' && c <= 'z') return nl + 1;
+      }
+    }
+    nl = FindNewline(q < end ? q : end, limit);
+  }
+  return nullptr;
+}
+
+std::atomic<size_t> g_two_thread_bytes{kDefaultTwoThreadBytes};
+
+Status ReadAscii(std::string_view data, std::string_view name, TagFile* out,
+                 bool allow_missing_eof) {
+  const char* p = data.data();
+  const char* end = p + data.size();
+  if (data.substr(0, 3) == "\xEF\xBB\xBF") p += 3;
+  // A guess, not a bound: CAD files average well over 8 bytes a tag, and
+  // pages of the reserve that are never touched cost no memory.
+  out->tags.reserve(data.size() / 8 + 16);
+  AdviseLargePages(out->tags.data(), out->tags.capacity() * sizeof(Tag));
+  out->starts.reserve(data.size() / 128 + 16);
+  const char* first_nl = FindNewline(p, end);
+  out->crlf = first_nl < end && first_nl > p && first_nl[-1] == '\r';
+  AsciiCursor cur{p, 1};
+  const char* split = data.size() >= g_two_thread_bytes.load()
+                          ? FindSplit(p + (end - p) / 2, end)
+                          : nullptr;
+  if (split) {
+    // The second half on a thread of its own, from the guessed split. Its
+    // tags count only when the first half's reader lands exactly on the
+    // split and nothing in the second half failed; else the first half's
+    // reader goes on alone, which gives every error its own line.
+    std::vector<Tag> tags;
+    std::vector<uint32_t> starts;
+    tags.reserve(static_cast<size_t>(end - split) / 8 + 16);
+    AdviseLargePages(tags.data(), tags.capacity() * sizeof(Tag));
+    starts.reserve(static_cast<size_t>(end - split) / 128 + 16);
+    AsciiCursor rest{split, 1};
+    Status rest_status;
+    std::thread worker;
+    try {
+      worker = std::thread([&] {
+        rest_status = ScanAscii(end, end, name, &rest, &tags, &starts);
+      });
+    } catch (const std::system_error&) {
+      split = nullptr;  // no thread to be had: read on this one
+    }
+    Status s = ScanAscii(end, split ? split : end, name, &cur, &out->tags,
+                         &out->starts);
+    if (worker.joinable()) worker.join();
+    if (!s.ok()) return s;
+    if (!cur.done && cur.p == split && rest_status.ok() &&
+        (rest.eof || allow_missing_eof)) {
+      const auto base = static_cast<uint32_t>(out->tags.size());
+      out->tags.insert(out->tags.end(), tags.begin(), tags.end());
+      for (uint32_t i : starts) out->starts.push_back(base + i);
+      return Status::Ok();
+    }
+  }
+  if (!cur.done) {
+    Status s = ScanAscii(end, end, name, &cur, &out->tags, &out->starts);
+    if (!s.ok()) return s;
+  }
+  if (!cur.eof && !allow_missing_eof) {
+    return Status::Corruption(std::string(name) + ":" +
+                              std::to_string(cur.line) +
                               ": expected 0 EOF, got end of file");
   }
   return Status::Ok();
@@ -558,6 +653,10 @@ Status ReadTags(std::string_view data, std::string_view name, Arena* arena,
     return ReadBinary(data, name, arena, out, allow_missing_eof);
   }
   return ReadAscii(data, name, out, allow_missing_eof);
+}
+
+size_t SetTwoThreadBytes(size_t bytes) {
+  return g_two_thread_bytes.exchange(bytes);
 }
 
 std::string TagLocation(std::string_view name, const TagFile& file,
