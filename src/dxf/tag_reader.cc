@@ -328,8 +328,9 @@ struct AsciiCursor {
 
 // Tokenizes tags from cur->p on, appending them (and the indexes of their
 // code 0 tags) until 0 EOF, the end of the data or a tag that starts at or
-// past `stop`: the cursor is then at that tag, which may have begun before
-// `stop` and end past it. Errors name the line counted from cur->line.
+// past `stop`: the cursor is then at that tag, past `stop` when the last
+// tag read began before it and ended after. Errors name the line counted
+// from cur->line.
 template <typename Tags, typename Starts>
 Status ScanAscii(const char* end, const char* stop, std::string_view name,
                  AsciiCursor* cur, Tags* tags, Starts* starts) {

@@ -46,9 +46,10 @@ struct TagFile {
 Status ReadTags(std::string_view data, std::string_view name, Arena* arena,
                 TagFile* out, bool allow_missing_eof = false);
 
-// ASCII text of at least this many bytes is tokenized on two threads, each
-// taking about half; the result is the same as one thread's in every field
-// and every message. Below it a thread costs more than it saves.
+// ASCII text of at least this many bytes is tokenized on two threads, in
+// pieces cut at guessed record starts that are checked afterwards; the
+// result is the same as one thread's in every field and every message.
+// Below it a thread costs more than it saves.
 inline constexpr size_t kDefaultTwoThreadBytes = size_t{1} << 20;
 
 // Sets that size for the whole process and returns the one before: tests
