@@ -295,7 +295,11 @@ inline bool IsHex(std::string_view s) {
 // a pointer group may be empty (no object). Integers are not range-checked
 // by width: files hold unsigned values (65535) in 16-bit groups.
 // `limit`, the end of the data, lets the digit test read past the value.
-const char* Mismatch(Check check, std::string_view v, const char* limit) {
+// Forced inline: the tokenizer calls it for most values, and with two
+// instantiations of the tokenizer the compiler stops inlining it.
+[[gnu::always_inline]] inline const char* Mismatch(Check check,
+                                                   std::string_view v,
+                                                   const char* limit) {
   const char* b = v.data();
   const char* e = b + v.size();
   switch (check) {
