@@ -4,6 +4,9 @@
 //   dxf_bench FILE [benchmark flags]   MB/s of Document::Load, ToString and
 //                                      Save (as loaded, and with edits)
 //   dxf_bench --peak FILE              peak resident memory of one load
+//   dxf_bench --threads FILE [RUNS]    tokenizing the file's first 64 KiB,
+//                                      128 KiB, ...: one thread against two,
+//                                      to see where the second one pays
 //   dxf_bench --corpus DIR [RUNS] [--each]
 //                                      load+save of every drawing in DIR:
 //                                      ms per MB overall and the slowest;
@@ -27,6 +30,8 @@
 #include <vector>
 
 #include "dxf/document.h"
+#include "dxf/file_map.h"
+#include "dxf/tag_reader.h"
 
 namespace {
 
@@ -119,6 +124,53 @@ int Peak(const std::string& file) {
   return 0;
 }
 
+// Best of `runs` tokenizing times of data, in ms, with ASCII text of
+// `two_thread_bytes` and more on two threads.
+double TokenizeMs(std::string_view data, size_t two_thread_bytes, int runs) {
+  size_t old = lmt::dxf::SetTwoThreadBytes(two_thread_bytes);
+  double best = 1e30;
+  for (int r = 0; r < runs; ++r) {
+    lmt::dxf::Arena arena;
+    lmt::dxf::TagFile file;
+    auto start = std::chrono::steady_clock::now();
+    // A prefix ends without 0 EOF.
+    lmt::dxf::Status s = lmt::dxf::ReadTags(data, "bench", &arena, &file,
+                                            /*allow_missing_eof=*/true);
+    std::chrono::duration<double, std::milli> t =
+        std::chrono::steady_clock::now() - start;
+    if (!s.ok()) std::fprintf(stderr, "%s\n", s.ToString().c_str());
+    best = std::min(best, t.count());
+  }
+  lmt::dxf::SetTwoThreadBytes(old);
+  return best;
+}
+
+int Threads(const std::string& path, int runs) {
+  lmt::dxf::FileMap file;
+  lmt::dxf::Status s = file.Open(path, size_t{2} << 30);
+  if (!s.ok()) {
+    std::fprintf(stderr, "%s\n", s.ToString().c_str());
+    return 1;
+  }
+  const std::string_view all = file.data();
+  std::printf("%10s %12s %12s %8s\n", "bytes", "1 thread ms", "2 threads ms",
+              "speedup");
+  // 64 KiB, 96 KiB, 128 KiB, 192 KiB, ...
+  for (size_t n = size_t{64} << 10;; n = n % 3 == 0 ? n / 3 * 4 : n / 2 * 3) {
+    n = std::min(n, all.size());
+    // Cut before a record, so that no tag is cut in two.
+    size_t cut = all.substr(0, n).rfind("\n  0\n");
+    cut = n == all.size() || cut == std::string_view::npos ? n : cut + 1;
+    const std::string_view data = all.substr(0, cut);
+    const double one = TokenizeMs(data, SIZE_MAX, runs);
+    const double two = TokenizeMs(data, 0, runs);
+    std::printf("%10zu %12.3f %12.3f %8.2f\n", data.size(), one, two,
+                one / two);
+    if (n == all.size()) break;
+  }
+  return 0;
+}
+
 }  // namespace
 
 // Best of `runs` load+save times of each drawing in `dir`, in process (no
@@ -193,6 +245,9 @@ int Corpus(const std::string& dir, int runs, bool each) {
 
 int main(int argc, char** argv) {
   if (argc >= 3 && std::strcmp(argv[1], "--peak") == 0) return Peak(argv[2]);
+  if (argc >= 3 && std::strcmp(argv[1], "--threads") == 0) {
+    return Threads(argv[2], argc >= 4 ? std::atoi(argv[3]) : 20);
+  }
   if (argc >= 3 && std::strcmp(argv[1], "--corpus") == 0) {
     bool each = argc >= 5 && std::strcmp(argv[4], "--each") == 0;
     return Corpus(argv[2], argc >= 4 ? std::atoi(argv[3]) : 3, each);
@@ -200,7 +255,7 @@ int main(int argc, char** argv) {
   if (argc < 2 || argv[1][0] == '-') {
     std::fprintf(stderr,
                  "usage: dxf_bench FILE [benchmark flags] | --peak FILE | "
-                 "--corpus DIR [RUNS] [--each]\n");
+                 "--threads FILE [RUNS] | --corpus DIR [RUNS] [--each]\n");
     return 2;
   }
   g_file = argv[1];

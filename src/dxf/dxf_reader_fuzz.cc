@@ -4,13 +4,50 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include "dxf/document.h"
 #include "dxf/insert.h"
 #include "dxf/lwpolyline.h"
+#include "dxf/tag_reader.h"
 #include "dxf/text.h"
 
+namespace {
+
+lmt::dxf::Status ReadWith(size_t two_thread_bytes, std::string_view data,
+                          lmt::dxf::Arena* arena, lmt::dxf::TagFile* out) {
+  lmt::dxf::SetTwoThreadBytes(two_thread_bytes);
+  return lmt::dxf::ReadTags(data, "fuzz.dxf", arena, out);
+}
+
+// The two-thread tokenizer, forced onto every input, must give what one
+// thread gives: the same message, or the same tags over the same bytes.
+bool SameOnTwoThreads(std::string_view data) {
+  lmt::dxf::Arena arena;
+  lmt::dxf::TagFile one, two;
+  lmt::dxf::Status a = ReadWith(SIZE_MAX, data, &arena, &one);
+  lmt::dxf::Status b = ReadWith(0, data, &arena, &two);
+  lmt::dxf::SetTwoThreadBytes(lmt::dxf::kDefaultTwoThreadBytes);
+  if (a.ToString() != b.ToString() || one.starts != two.starts ||
+      one.tags.size() != two.tags.size() || one.crlf != two.crlf) {
+    return false;
+  }
+  if (one.binary) return true;  // always one thread
+  for (size_t i = 0; i < one.tags.size(); ++i) {
+    if (one.tags[i].code != two.tags[i].code ||
+        one.tags[i].data() != two.tags[i].data() ||
+        one.tags[i].size() != two.tags[i].size()) {
+      return false;
+    }
+  }
+  return true;
+}
+
+}  // namespace
+
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+  if (!SameOnTwoThreads({reinterpret_cast<const char*>(data), size}))
+    __builtin_trap();
   std::unique_ptr<lmt::dxf::Document> doc;
   lmt::dxf::Status s = lmt::dxf::Document::Parse(
       std::string(reinterpret_cast<const char*>(data), size), "fuzz.dxf", &doc);

@@ -116,4 +116,15 @@ void AdviseLargePages(void* p, size_t bytes) {
 #endif
 }
 
+void ReleasePages(void* p, size_t bytes) {
+#if !defined(_WIN32) && defined(MADV_DONTNEED)
+  constexpr uintptr_t kPage = 4096;
+  uintptr_t b = (reinterpret_cast<uintptr_t>(p) + kPage - 1) & ~(kPage - 1);
+  uintptr_t e = (reinterpret_cast<uintptr_t>(p) + bytes) & ~(kPage - 1);
+  if (e > b) ::madvise(reinterpret_cast<void*>(b), e - b, MADV_DONTNEED);
+#else
+  (void)p, (void)bytes;
+#endif
+}
+
 }  // namespace lmt::dxf

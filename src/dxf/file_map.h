@@ -50,6 +50,12 @@ class FileMap {
 // once per small page. A no-op where there is no such hint.
 void AdviseLargePages(void* p, size_t bytes);
 
+// Gives the memory of the whole pages in [p, p + bytes) back to the system
+// now (a hint only): they read as zeros afterwards. For a large array whose
+// contents were copied elsewhere, so that both copies never count whole.
+// A no-op where there is no such hint.
+void ReleasePages(void* p, size_t bytes);
+
 }  // namespace lmt::dxf
 
 #endif  // LMT_DXF_FILE_MAP_H_

@@ -1,10 +1,16 @@
 #include "dxf/tag_reader.h"
 
 #include <algorithm>
+#include <atomic>
 #include <bit>
+#include <condition_variable>
 #include <cstdint>
 #include <cstring>
+#include <memory>
+#include <mutex>
 #include <string>
+#include <system_error>
+#include <thread>
 
 #if defined(__SSE2__)
 #include <emmintrin.h>
@@ -12,6 +18,7 @@
 
 #include "dxf/file_map.h"
 #include "dxf/number_text.h"
+#include "dxf/page_allocator.h"
 
 namespace lmt::dxf {
 namespace {
@@ -158,6 +165,7 @@ enum class Check : uint8_t { kNone, kReal, kInt, kHandle, kHex };
 
 struct CheckTable {
   Check check[kMaxGroupCode + 1];
+  bool numeric[kMaxGroupCode + 1];  // values trimmed like numbers
   CheckTable() {
     for (int c = 0; c <= kMaxGroupCode; ++c) {
       switch (TypeOfCode(c)) {
@@ -182,7 +190,11 @@ struct CheckTable {
           check[c] = Check::kInt;
           break;
       }
+      // Handles and hex data are trimmed too: writers pad them like
+      // numbers.
+      numeric[c] = check[c] != Check::kNone;
     }
+    numeric[0] = true;  // structure names are trimmed like numbers
   }
 };
 
@@ -283,7 +295,11 @@ inline bool IsHex(std::string_view s) {
 // a pointer group may be empty (no object). Integers are not range-checked
 // by width: files hold unsigned values (65535) in 16-bit groups.
 // `limit`, the end of the data, lets the digit test read past the value.
-const char* Mismatch(Check check, std::string_view v, const char* limit) {
+// Forced inline: the tokenizer calls it for most values, and with two
+// instantiations of the tokenizer the compiler stops inlining it.
+[[gnu::always_inline]] inline const char* Mismatch(Check check,
+                                                   std::string_view v,
+                                                   const char* limit) {
   const char* b = v.data();
   const char* e = b + v.size();
   switch (check) {
@@ -306,29 +322,28 @@ std::string MismatchText(int code, const char* expected, std::string_view v) {
          Quote(v);
 }
 
-Status ReadAscii(std::string_view data, std::string_view name, TagFile* out,
-                 bool allow_missing_eof) {
-  const char* p = data.data();
-  const char* end = p + data.size();
-  if (data.substr(0, 3) == "\xEF\xBB\xBF") p += 3;
-  // A guess, not a bound: CAD files average well over 8 bytes a tag, and
-  // pages of the reserve that are never touched cost no memory.
-  out->tags.reserve(data.size() / 8 + 16);
-  AdviseLargePages(out->tags.data(), out->tags.capacity() * sizeof(Tag));
-  out->starts.reserve(data.size() / 128 + 16);
-  const char* first_nl = FindNewline(p, end);
-  out->crlf = first_nl < end && first_nl > p && first_nl[-1] == '\r';
+// Where a pass over ASCII text is: at the start of a code line.
+struct AsciiCursor {
+  const char* p;
+  size_t line;        // of p, from 1
+  bool done = false;  // nothing more to read: 0 EOF, blank lines or the end
+  bool eof = false;   // read 0 EOF
+};
+
+// Tokenizes tags from cur->p on, appending them (and the indexes of their
+// code 0 tags) until 0 EOF, the end of the data or a tag that starts at or
+// past `stop`: the cursor is then at that tag, past `stop` when the last
+// tag read began before it and ended after. Errors name the line counted
+// from cur->line.
+template <typename Tags, typename Starts>
+Status ScanAscii(const char* end, const char* stop, std::string_view name,
+                 AsciiCursor* cur, Tags* tags, Starts* starts) {
+  const char* p = cur->p;
+  size_t line = cur->line;
   const Check* check = Checks().check;
-  bool numeric[kMaxGroupCode + 1];
-  for (int c = 0; c <= kMaxGroupCode; ++c) {
-    // Handles and hex data are trimmed too: writers pad them like numbers.
-    numeric[c] = check[c] != Check::kNone;
-  }
-  numeric[0] = true;  // structure names are trimmed like numbers
-  size_t line = 1;
-  bool seen_eof = false;
+  const bool* numeric = Checks().numeric;
   LineEnds lines(p, end);
-  while (p < end) {
+  while (p < stop) {
     const char* le = lines.Next(p);
     // Fast path for the usual "  10" code line.
     const char* q = p;
@@ -350,7 +365,8 @@ Status ReadAscii(std::string_view data, std::string_view name, TagFile* out,
         if (text.empty() && std::all_of(p, end, [](char c) {
               return IsBlank(c) || c == '\n';
             })) {
-          break;  // trailing blank lines
+          cur->done = true;  // trailing blank lines
+          break;
         }
         return Status::Corruption(
             std::string(name) + ":" + std::to_string(line) +
@@ -386,18 +402,230 @@ Status ReadAscii(std::string_view data, std::string_view name, TagFile* out,
                                   MismatchText(code, expected, value));
       }
     }
-    if (code == 0)
-      out->starts.push_back(static_cast<uint32_t>(out->tags.size()));
-    out->tags.emplace_back(code, value);
+    if (code == 0) starts->push_back(static_cast<uint32_t>(tags->size()));
+    tags->emplace_back(code, value);
     p = vnl < end ? vnl + 1 : end;
     ++line;
     if (code == 0 && ve - vb == 3 && std::memcmp(vb, "EOF", 3) == 0) {
-      seen_eof = true;
+      cur->done = cur->eof = true;
       break;
     }
   }
-  if (!seen_eof && !allow_missing_eof) {
-    return Status::Corruption(std::string(name) + ":" + std::to_string(line) +
+  cur->p = p;
+  cur->line = line;
+  if (p >= end) cur->done = true;
+  return Status::Ok();
+}
+
+// A place near `from` that starts a code 0 line in any well-formed file:
+// a line that trims to "0" followed by one that starts with a letter. Were
+// the "0" a value, the next line would be a group code, all digits. Null
+// when there is none in the next `kCutSearch` bytes. Only a guess for
+// damaged files: the reader that comes from before checks that it lands
+// there.
+const char* FindCut(const char* from, const char* end) {
+  constexpr size_t kCutSearch = size_t{1} << 20;
+  const char* limit =
+      end - from > static_cast<ptrdiff_t>(kCutSearch) ? from + kCutSearch : end;
+  const char* nl = FindNewline(from, limit);
+  while (nl < limit) {
+    const char* q = nl + 1;
+    while (q < end && (*q == ' ' || *q == '\t')) ++q;
+    if (q < end && *q == '0') {
+      ++q;
+      while (q < end && IsBlank(*q)) ++q;
+      if (end - q >= 2 && *q == '\n') {
+        const auto c = static_cast<unsigned char>(q[1] | 0x20);
+        if (c >= 'a' && c <= 'z') return nl + 1;
+      }
+    }
+    nl = FindNewline(q < end ? q : end, limit);
+  }
+  return nullptr;
+}
+
+std::atomic<size_t> g_two_thread_bytes{kDefaultTwoThreadBytes};
+
+// A stretch of the text between two cuts.
+struct Piece {
+  const char* begin = nullptr;
+  const char* stop = nullptr;  // the next piece's begin, or the end
+  // What the helper read of it, when it took it.
+  Status status;
+  AsciiCursor cur{nullptr, 1};
+  size_t tags_begin = 0, tags_end = 0, starts_begin = 0, starts_end = 0;
+};
+
+using HelperTags = std::vector<Tag, PageAllocator<Tag>>;  // see PageAllocator
+using HelperStarts = std::vector<uint32_t, PageAllocator<uint32_t>>;
+
+// This thread reads pieces from the front, straight into the result; a
+// helper thread reads them from the back, each on its own, into arrays of
+// its own, until the two meet. A helper that starts late (a thread can
+// take milliseconds to get a core) or never costs little: it is not waited
+// for unless it is reading, and then owns this state with this thread.
+struct TwoThreads {
+  std::vector<Piece> pieces;
+  HelperTags tags;
+  HelperStarts starts;
+  std::mutex mu;
+  std::condition_variable idle;
+  size_t front = 0;      // pieces [0, front) are this thread's
+  size_t back = 0;       // pieces [back, size) are the helper's
+  bool give_up = false;  // no more pieces for the helper
+  bool reading = false;  // the helper is reading its last piece taken
+
+  // The next piece from the front, or false once the helper has it.
+  bool TakeFront(size_t* i) {
+    std::lock_guard lock(mu);
+    if (front >= back) return false;
+    *i = front++;
+    return true;
+  }
+  // Ends the helper's part; returns once it reads nothing more.
+  void Finish() {
+    std::unique_lock lock(mu);
+    give_up = true;
+    idle.wait(lock, [this] { return !reading; });
+  }
+  void Help(const char* end, std::string_view name) {
+    while (true) {
+      size_t j;
+      {
+        std::lock_guard lock(mu);
+        reading = !give_up && back > front;
+        if (!reading) break;
+        j = --back;
+      }
+      Piece& piece = pieces[j];
+      piece.cur.p = piece.begin;
+      piece.tags_begin = tags.size();
+      piece.starts_begin = starts.size();
+      piece.status =
+          ScanAscii(end, piece.stop, name, &piece.cur, &tags, &starts);
+      piece.tags_end = tags.size();
+      piece.starts_end = starts.size();
+    }
+    idle.notify_all();  // with `reading` false
+  }
+};
+
+// Appends `tags` to `out` in pieces, each given back to the system once
+// copied, so that the copies never both count whole in the peak memory.
+void AppendReleasing(const Tag* tags, size_t n, std::vector<Tag>* out) {
+  constexpr size_t kStep = (size_t{1} << 20) / sizeof(Tag);
+  for (size_t i = 0; i < n; i += kStep) {
+    const size_t k = std::min(kStep, n - i);
+    out->insert(out->end(), tags + i, tags + i + k);
+    ReleasePages(const_cast<Tag*>(tags + i), k * sizeof(Tag));
+  }
+}
+
+// More pieces balance no better.
+constexpr size_t kMaxPieces = 32;
+
+// Reads from cur->p on two threads, in pieces of at least `min_piece`
+// bytes (where the text allows a cut), leaving the cursor where the text
+// is read up to exactly as one thread would have: the end, or a tag from
+// which the caller reads on alone. Returns the error one thread would meet
+// before that place.
+Status ReadOnTwoThreads(const char* end, std::string_view name,
+                        size_t min_piece, AsciiCursor* cur, TagFile* out) {
+  const size_t size = static_cast<size_t>(end - cur->p);
+  const size_t count = std::clamp<size_t>(size / min_piece, 2, kMaxPieces);
+  std::vector<const char*> cuts{cur->p};
+  for (size_t i = 1; i < count; ++i) {
+    const char* c = FindCut(cur->p + size / count * i, end);
+    if (c && c > cuts.back()) cuts.push_back(c);
+  }
+  const size_t n = cuts.size();
+  if (n < 2) return Status::Ok();
+  auto two = std::make_shared<TwoThreads>();
+  two->pieces.resize(n);
+  for (size_t i = 0; i < n; ++i) {
+    two->pieces[i].begin = cuts[i];
+    two->pieces[i].stop = i + 1 < n ? cuts[i + 1] : end;
+  }
+  two->front = 1;  // the first piece is this thread's
+  two->back = n;
+  two->tags.reserve(size / 16 + 16);
+  AdviseLargePages(two->tags.data(), two->tags.capacity() * sizeof(Tag));
+  two->starts.reserve(size / 256 + 16);
+  std::thread helper;
+  try {
+    helper = std::thread([two, end, name] { two->Help(end, name); });
+  } catch (const std::system_error&) {
+    // No thread to be had: this one takes every piece.
+  }
+  // This thread's pieces, while each lands on the next one's start.
+  size_t i = 0;
+  Status s;
+  bool alone = false;  // read on from `cur` without the helper's pieces
+  while (true) {
+    const Piece& piece = two->pieces[i];
+    s = ScanAscii(end, piece.stop, name, cur, &out->tags, &out->starts);
+    if (!s.ok() || cur->done || i + 1 == n ||
+        cur->p != two->pieces[i + 1].begin) {
+      alone = true;
+      break;
+    }
+    if (!two->TakeFront(&i)) break;
+  }
+  two->Finish();
+  if (helper.joinable()) helper.detach();
+  if (alone) return s;
+  // The helper's pieces, while each was read cleanly and lands on the next
+  // one's start. A failed piece is read again by the caller, so that its
+  // message names the line.
+  for (size_t j = two->back; j < n; ++j) {
+    const Piece& piece = two->pieces[j];
+    if (!piece.status.ok()) break;
+    const size_t at = out->tags.size();
+    AppendReleasing(two->tags.data() + piece.tags_begin,
+                    piece.tags_end - piece.tags_begin, &out->tags);
+    // The helper's starts count from the front of its own array.
+    for (size_t k = piece.starts_begin; k < piece.starts_end; ++k) {
+      out->starts.push_back(
+          static_cast<uint32_t>(at + (two->starts[k] - piece.tags_begin)));
+    }
+    cur->p = piece.cur.p;
+    cur->done = piece.cur.done;
+    cur->eof = piece.cur.eof;
+    if (cur->done || (j + 1 < n && cur->p != two->pieces[j + 1].begin)) break;
+  }
+  // Every tag is two lines.
+  cur->line = 1 + 2 * out->tags.size();
+  return Status::Ok();
+}
+
+Status ReadAscii(std::string_view data, std::string_view name, TagFile* out,
+                 bool allow_missing_eof) {
+  const char* p = data.data();
+  const char* end = p + data.size();
+  if (data.substr(0, 3) == "\xEF\xBB\xBF") p += 3;
+  // A guess, not a bound: CAD files average well over 8 bytes a tag, and
+  // pages of the reserve that are never touched cost no memory.
+  out->tags.reserve(data.size() / 8 + 16);
+  AdviseLargePages(out->tags.data(), out->tags.capacity() * sizeof(Tag));
+  out->starts.reserve(data.size() / 128 + 16);
+  const char* first_nl = FindNewline(p, end);
+  out->crlf = first_nl < end && first_nl > p && first_nl[-1] == '\r';
+  AsciiCursor cur{p, 1};
+  const size_t two_thread_bytes = g_two_thread_bytes.load();
+  if (data.size() >= two_thread_bytes) {
+    // Pieces of half the size that pays for a thread keep both busy to
+    // the end; tests lower it to cut small texts into many pieces.
+    const size_t min_piece = std::max<size_t>(two_thread_bytes / 2, 64);
+    Status s = ReadOnTwoThreads(end, name, min_piece, &cur, out);
+    if (!s.ok()) return s;
+  }
+  if (!cur.done) {
+    Status s = ScanAscii(end, end, name, &cur, &out->tags, &out->starts);
+    if (!s.ok()) return s;
+  }
+  if (!cur.eof && !allow_missing_eof) {
+    return Status::Corruption(std::string(name) + ":" +
+                              std::to_string(cur.line) +
                               ": expected 0 EOF, got end of file");
   }
   return Status::Ok();
@@ -558,6 +786,10 @@ Status ReadTags(std::string_view data, std::string_view name, Arena* arena,
     return ReadBinary(data, name, arena, out, allow_missing_eof);
   }
   return ReadAscii(data, name, out, allow_missing_eof);
+}
+
+size_t SetTwoThreadBytes(size_t bytes) {
+  return g_two_thread_bytes.exchange(bytes);
 }
 
 std::string TagLocation(std::string_view name, const TagFile& file,

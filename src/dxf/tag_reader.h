@@ -13,6 +13,7 @@
 #ifndef LMT_DXF_TAG_READER_H_
 #define LMT_DXF_TAG_READER_H_
 
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
 #include <vector>
@@ -44,6 +45,16 @@ struct TagFile {
 // one only with `allow_missing_eof` (recovering reads).
 Status ReadTags(std::string_view data, std::string_view name, Arena* arena,
                 TagFile* out, bool allow_missing_eof = false);
+
+// ASCII text of at least this many bytes is tokenized on two threads, in
+// pieces cut at guessed record starts that are checked afterwards; the
+// result is the same as one thread's in every field and every message.
+// Below it a thread costs more than it saves.
+inline constexpr size_t kDefaultTwoThreadBytes = size_t{1} << 20;
+
+// Sets that size for the whole process and returns the one before: tests
+// and the fuzzer lower it so that small texts take the two-thread path.
+size_t SetTwoThreadBytes(size_t bytes);
 
 // "name:LINE" for the tag at `index` of an ASCII file, "name:offset N" is
 // not available for binary files, which give "name: tag N".

@@ -1,0 +1,28 @@
+#include "dxf/page_allocator.h"
+
+#ifndef _WIN32
+#include <sys/mman.h>
+#endif
+
+namespace lmt::dxf {
+
+void* MapPages(size_t bytes) {
+#ifdef _WIN32
+  return ::operator new(bytes, std::nothrow);
+#else
+  void* p = ::mmap(nullptr, bytes, PROT_READ | PROT_WRITE,
+                   MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+  return p == MAP_FAILED ? nullptr : p;
+#endif
+}
+
+void UnmapPages(void* p, size_t bytes) {
+#ifdef _WIN32
+  (void)bytes;
+  ::operator delete(p);
+#else
+  ::munmap(p, bytes);
+#endif
+}
+
+}  // namespace lmt::dxf

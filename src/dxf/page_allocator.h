@@ -1,0 +1,44 @@
+// PageAllocator: a std::allocator stand-in that takes large arrays straight
+// from the system's pages rather than from malloc.
+//
+// For short-lived arrays of many megabytes: glibc's malloc, once such a
+// block is freed, raises its mapping threshold to that size and keeps the
+// following large allocations in its heap, which raises the peak memory of
+// the rest of the run. Pages taken and returned here leave malloc as it
+// was. Elsewhere (Windows) it is the plain allocator.
+#ifndef LMT_DXF_PAGE_ALLOCATOR_H_
+#define LMT_DXF_PAGE_ALLOCATOR_H_
+
+#include <cstddef>
+#include <new>
+
+namespace lmt::dxf {
+
+// Fresh zeroed pages for `bytes`, or null when the system has none.
+void* MapPages(size_t bytes);
+// REQUIRES: p and bytes from one MapPages call.
+void UnmapPages(void* p, size_t bytes);
+
+template <typename T>
+struct PageAllocator {
+  using value_type = T;
+
+  PageAllocator() = default;
+  template <typename U>
+  PageAllocator(const PageAllocator<U>&) {}
+
+  T* allocate(size_t n) {
+    if (void* p = MapPages(n * sizeof(T))) return static_cast<T*>(p);
+    throw std::bad_alloc();  // what std::allocator does
+  }
+  void deallocate(T* p, size_t n) { UnmapPages(p, n * sizeof(T)); }
+
+  template <typename U>
+  bool operator==(const PageAllocator<U>&) const {
+    return true;
+  }
+};
+
+}  // namespace lmt::dxf
+
+#endif  // LMT_DXF_PAGE_ALLOCATOR_H_
