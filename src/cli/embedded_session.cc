@@ -36,6 +36,12 @@ host::HostKind ChosenKind(core::Windows& windows) {
 
 Status DeleteLayouts(host::Document& document,
                      const std::vector<std::string>& names) {
+  // The engine deletes hundreds of layouts in one pass; other hosts one by
+  // one.
+  if (std::optional<Status> deleted =
+          dxfhost::DeleteLayoutsAtOnce(document, names)) {
+    return *deleted;
+  }
   Result<host::LayoutsPtr> layouts = document.Layouts();
   if (!layouts.ok()) return layouts.status();
   for (const std::string& name : names) {

@@ -1,7 +1,10 @@
 #include "dxf/layout_edit.h"
 
 #include <algorithm>
+#include <limits>
 #include <string>
+#include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "dxf/builders.h"
@@ -75,6 +78,38 @@ void Renumber(const std::vector<PaperTab>& paper) {
     const std::string number = FormatInt(static_cast<int64_t>(i) + 1);
     if (l.tags()[at].value() != number) l.SetValueAt(at, number);
   }
+}
+
+// Where the layout's tab number lies among its tags (the first 71 of its
+// AcDbLayout subclass, as PaperTabs finds it); -1 when it has none.
+int TabNumberAt(const Entity& e) {
+  const int m = e.FindSubclass("AcDbLayout");
+  if (m < 0) return -1;
+  const int end = e.SubclassEnd(m);
+  auto t = e.tags();
+  for (int i = m + 1; i < end; ++i) {
+    if (t[i].code == 71) return i;
+  }
+  return -1;
+}
+
+// Drops the entries of `dict` that name one of `handles`, in one copy of
+// its tags.
+void RemoveDictionaryEntries(Document& doc, Entity dict,
+                             const std::unordered_set<uint64_t>& handles) {
+  std::span<const Tag> t = dict.tags();
+  std::vector<Tag> kept;
+  kept.reserve(t.size());
+  for (size_t i = 0; i < t.size(); ++i) {
+    if (t[i].code == 3 && i + 1 < t.size() &&
+        (t[i + 1].code == 350 || t[i + 1].code == 360) &&
+        handles.contains(ParseHandle(t[i + 1].value()).value_or(0))) {
+      ++i;
+      continue;
+    }
+    kept.push_back(t[i]);
+  }
+  if (kept.size() != t.size()) doc.db().Detach(dict.id()) = std::move(kept);
 }
 
 std::string FreePaperBlockName(Document& doc) {
@@ -392,6 +427,112 @@ Status DeleteLayout(Document& doc, Layout layout) {
   std::erase_if(paper, [&](const PaperTab& p) { return p.layout == layout; });
   Renumber(paper);
   return Status::Ok();
+}
+
+Status DeleteLayouts(Document& doc, std::span<const Layout> layouts,
+                     const std::function<Status(size_t)>& before_each) {
+  auto one_by_one = [&]() -> Status {
+    for (size_t k = 0; k < layouts.size(); ++k) {
+      if (before_each) {
+        if (Status s = before_each(k); !s.ok()) return s;
+      }
+      if (Status s = DeleteLayout(doc, layouts[k]); !s.ok()) return s;
+    }
+    return Status::Ok();
+  };
+  if (layouts.empty()) return Status::Ok();
+  Entity dict = LayoutDictionary(doc);
+  const std::vector<PaperTab> paper = PaperTabs(doc);
+  if (!dict.valid() || paper.size() <= layouts.size()) return one_by_one();
+  // One pass repeats the one-by-one deletions only when each tab's place
+  // follows from the first listing: every tab numbered (renumbering then
+  // keeps the order), every layout listed once, and each deleted layout the
+  // first entry under its own name (what DeleteLayout removes).
+  std::unordered_map<RecordId, size_t> place;
+  for (size_t i = 0; i < paper.size(); ++i) {
+    if (paper[i].number_at < 0 ||
+        !place.emplace(paper[i].layout.id(), i).second) {
+      return one_by_one();
+    }
+  }
+  std::unordered_set<uint64_t> listed;
+  std::unordered_map<std::string_view, uint64_t> first_under;
+  for (const auto& [key, h] : DictionaryEntries(dict)) {
+    if (!listed.insert(h).second) return one_by_one();
+    first_under.try_emplace(key, h);
+  }
+  std::vector<size_t> at;
+  std::vector<bool> doomed(paper.size(), false);
+  for (const Layout& layout : layouts) {
+    auto it = layout.valid() && !layout.is_model() ? place.find(layout.id())
+                                                   : place.end();
+    if (it == place.end() || doomed[it->second]) return one_by_one();
+    auto key = first_under.find(layout.name());
+    if (key == first_under.end() || key->second != layout.handle()) {
+      return one_by_one();
+    }
+    doomed[it->second] = true;
+    at.push_back(it->second);
+  }
+
+  // The tabs still there, in tab order, as a list to unlink from.
+  constexpr size_t kNone = std::numeric_limits<size_t>::max();
+  const size_t n = paper.size();
+  std::vector<size_t> next(n), prev(n);
+  for (size_t i = 0; i < n; ++i) {
+    next[i] = i + 1 < n ? i + 1 : kNone;
+    prev[i] = i > 0 ? i - 1 : kNone;
+  }
+  size_t head = 0, tail = n - 1;
+  // Blocks go one by one, as the names of the blocks made active depend
+  // on the blocks left at the time; the rest waits for the end.
+  Status failure = Status::Ok();
+  size_t done = 0;
+  for (; done < at.size(); ++done) {
+    if (before_each) {
+      failure = before_each(done);
+      if (!failure.ok()) break;
+    }
+    const size_t i = at[done];
+    Block* block = LayoutBlock(doc, paper[i].layout);
+    if (block != nullptr && block == doc.paper_space()) {
+      size_t successor = next[i] != kNone ? next[i] : head;
+      if (successor == i) successor = tail;
+      failure = MakeLayoutActive(doc, paper[successor].layout);
+      if (!failure.ok()) break;
+    }
+    if (block != nullptr) doc.RemoveBlock(block);
+    (prev[i] != kNone ? next[prev[i]] : head) = next[i];
+    (next[i] != kNone ? prev[next[i]] : tail) = prev[i];
+  }
+  if (done == 0) return failure;
+
+  std::unordered_set<uint64_t> handles;
+  std::vector<Entity> erased;
+  for (size_t k = 0; k < done; ++k) {
+    handles.insert(paper[at[k]].layout.handle());
+    erased.push_back(paper[at[k]].layout);
+  }
+  RemoveDictionaryEntries(doc, dict, handles);
+  doc.EraseAll(erased);
+  // Each deletion renumbered the tabs left: a tab's number became its
+  // place after the first deletion, then changed as it moved up, ending at
+  // its last place. The same edits, without the steps between.
+  const size_t first = at[0];
+  size_t place_now = 0;
+  for (size_t i = head; i != kNone; i = next[i]) {
+    ++place_now;
+    Layout l = paper[i].layout;
+    const int number_at = TabNumberAt(l);
+    if (number_at < 0) continue;
+    const size_t place_then = i - (first < i ? 1 : 0) + 1;
+    const std::string then = FormatInt(static_cast<int64_t>(place_then));
+    if (l.tags()[number_at].value() != then) l.SetValueAt(number_at, then);
+    if (place_now != place_then) {
+      l.SetValueAt(number_at, FormatInt(static_cast<int64_t>(place_now)));
+    }
+  }
+  return failure;
 }
 
 Status MoveLayout(Document& doc, Layout layout, int position) {

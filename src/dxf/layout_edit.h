@@ -9,6 +9,9 @@
 #ifndef LMT_DXF_LAYOUT_EDIT_H_
 #define LMT_DXF_LAYOUT_EDIT_H_
 
+#include <cstddef>
+#include <functional>
+#include <span>
 #include <string_view>
 
 #include "dxf/document.h"
@@ -57,6 +60,20 @@ Status RenameLayout(Document& doc, Layout layout, std::string_view name);
 // *Paper_Space to the next one in tab order first. "Model" and the last
 // paper layout are refused (InvalidArgument).
 Status DeleteLayout(Document& doc, Layout layout);
+
+// Deletes `layouts` in this order, leaving to the byte what DeleteLayout on
+// each in turn leaves (the same layouts made active, block names, tab
+// numbers), but edits the layout dictionary, erases the LAYOUT objects and
+// renumbers the tabs once: a split run deletes hundreds of layouts from a
+// drawing of a thousand. `before_each(i)`, when given, runs just before
+// layout i goes (a host moving its session off it); its failure stops the
+// deletion. Drawings one pass cannot promise that for (a layout listed
+// twice, a tab without a number, a dictionary key that is not its layout's
+// name) are done one by one. On failure the layouts before the failing one
+// are deleted and the rest are not.
+Status DeleteLayouts(
+    Document& doc, std::span<const Layout> layouts,
+    const std::function<Status(size_t index)>& before_each = nullptr);
 
 // Moves a paper layout to tab position `position` (1 = first after Model,
 // clamped to 1..n) and renumbers all paper layouts 1..n.

@@ -628,6 +628,13 @@ const Drawing* DrawingOf(const host::Document& document) {
   return doc != nullptr ? doc->drawing() : nullptr;
 }
 
+std::optional<Status> DeleteLayoutsAtOnce(
+    host::Document& document, const std::vector<std::string>& names) {
+  auto* doc = dynamic_cast<DxfDocument*>(&document);
+  if (doc == nullptr) return std::nullopt;
+  return DeleteLayoutsAtOnce(*doc->drawing(), names);
+}
+
 Result<std::string> UpgradeForLayouts(host::Document& document) {
   auto* doc = dynamic_cast<DxfDocument*>(&document);
   Drawing* d = doc != nullptr ? doc->drawing() : nullptr;

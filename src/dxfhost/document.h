@@ -13,6 +13,9 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
+#include <string>
+#include <vector>
 
 #include "dxfhost/drawing.h"
 #include "host/application.h"
@@ -29,6 +32,13 @@ host::DbxDocumentPtr MakeDbxDocument(std::shared_ptr<host::CallGate> gate,
                                      host::HostKind kind);
 // The drawing of a document made by MakeDocument, or nullptr.
 const Drawing* DrawingOf(const host::Document& document);
+
+// Deletes the layouts named `names` of a document made by MakeDocument in
+// one pass, as Layout.Delete on each in turn would (DeleteLayoutsAtOnce in
+// layouts.h). Nullopt, nothing changed, for another host's document or
+// when they are to be deleted one by one.
+std::optional<Status> DeleteLayoutsAtOnce(
+    host::Document& document, const std::vector<std::string>& names);
 
 // Layouts need DXF 2000: converts the drawing of an R13 or R14 document in
 // memory (dxf/upgrade.h) and returns the release it had ("R14"); "" when

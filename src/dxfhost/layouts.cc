@@ -1,7 +1,9 @@
 #include "dxfhost/layouts.h"
 
 #include <algorithm>
+#include <limits>
 #include <string>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -372,6 +374,70 @@ host::LayoutPtr MakeLayout(const std::shared_ptr<Drawing>& d,
 }
 host::LayoutsPtr MakeLayouts(const std::shared_ptr<Drawing>& d) {
   return std::make_shared<DxfLayouts>(d);
+}
+
+std::optional<Status> DeleteLayoutsAtOnce(
+    Drawing& d, const std::vector<std::string>& names) {
+  if (!d.Live().ok() || d.doc->IsR12()) return std::nullopt;
+  // The tabs as Layout.Delete would find them; each deletion would drop its
+  // tab from this list and keep the order of the others.
+  const std::vector<LayoutInfo> tabs = d.Layouts();
+  if (names.size() + 1 >= tabs.size()) return std::nullopt;
+  std::unordered_set<const dxf::Block*> blocks;
+  for (const LayoutInfo& tab : tabs) {
+    if (!blocks.insert(tab.block).second) return std::nullopt;
+  }
+  std::vector<size_t> at;
+  std::vector<dxf::Layout> doomed;
+  std::unordered_set<size_t> seen;
+  for (const std::string& name : names) {
+    const LayoutInfo* info = d.FindLayout(name);
+    if (info == nullptr) return std::nullopt;
+    const size_t i = static_cast<size_t>(info - d.Layouts().data());
+    dxf::Entity object = d.doc->FindByHandle(info->handle);
+    if (i == 0 || info->handle == 0 || !object.valid() || object.erased() ||
+        !seen.insert(i).second) {
+      return std::nullopt;
+    }
+    at.push_back(i);
+    doomed.emplace_back(object);
+  }
+
+  constexpr size_t kNone = std::numeric_limits<size_t>::max();
+  std::vector<size_t> next(tabs.size()), prev(tabs.size());
+  for (size_t i = 0; i < tabs.size(); ++i) {
+    next[i] = i + 1 < tabs.size() ? i + 1 : kNone;
+    prev[i] = i > 0 ? i - 1 : kNone;
+  }
+  Status refused;
+  // What DxfLayout::DoDelete does before the engine deletes the layout.
+  auto leave = [&](size_t k) -> dxf::Status {
+    const size_t i = at[k];
+    dxf::Block* block = tabs[i].block;
+    if (d.active_block == block || d.last_paper_block == block) {
+      // Model (0) never goes, so the tab before is a paper one unless 0.
+      const size_t to = next[i] != kNone ? next[i]
+                        : prev[i] != 0   ? prev[i]
+                                         : kNone;
+      if (to == kNone) {
+        refused = Status::Refused("the last paper layout cannot be deleted");
+        return dxf::Status::InvalidArgument(refused.message());
+      }
+      if (d.active_block == block) {
+        refused = ActivateBlock(d, tabs[to].block);
+        if (!refused.ok()) return dxf::Status::InvalidArgument("");
+      }
+      if (d.last_paper_block == block) d.last_paper_block = tabs[to].block;
+    }
+    next[prev[i]] = next[i];
+    if (next[i] != kNone) prev[next[i]] = prev[i];
+    return dxf::Status::Ok();
+  };
+  dxf::Status s = dxf::DeleteLayouts(*d.doc, doomed, leave);
+  d.ForgetLayouts();
+  if (!refused.ok()) return refused;
+  if (!s.ok()) return Status::Refused(s.message());
+  return Status();
 }
 
 dxf::Block* BlockOf(const host::Layout& layout, const Drawing* d) {

@@ -11,6 +11,9 @@
 #define LMT_DXFHOST_LAYOUTS_H_
 
 #include <memory>
+#include <optional>
+#include <string>
+#include <vector>
 
 #include "dxfhost/drawing.h"
 #include "host/layout.h"
@@ -24,6 +27,15 @@ host::LayoutsPtr MakeLayouts(const std::shared_ptr<Drawing>& d);
 // The engine block behind a Layout of drawing `d`; nullptr for an object of
 // another drawing or host.
 dxf::Block* BlockOf(const host::Layout& layout, const Drawing* d);
+
+// Deletes the layouts named `names` from `d` in this order, leaving what
+// Layout.Delete on each in turn leaves (the session moving off an active
+// one alike), in one pass of the engine (dxf::DeleteLayouts). Nullopt, with
+// nothing changed, unless the names are each a different paper layout of
+// the list and a paper layout stays: the caller then deletes them one by
+// one, which meets the errors.
+std::optional<Status> DeleteLayoutsAtOnce(
+    Drawing& d, const std::vector<std::string>& names);
 
 }  // namespace lmt::dxfhost
 
