@@ -180,7 +180,7 @@ int RunLayomat(const std::vector<std::string>& args, std::ostream& out,
     err << "layomat: " << set_status.message() << "\n";
     return kExitUsage;
   }
-  CommandContext context{options, addin, out, err};
+  CommandContext context{options, addin, out, err, cli_env.exits_after_run};
   return command->run(context);
 }
 

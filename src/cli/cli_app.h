@@ -22,6 +22,9 @@ struct CliEnvironment {
   std::filesystem::path program_folder;
   core::EnvLookup get_env;
   core::NumberFormatter format_number;
+  // The process ends when RunLayomat returns (the executable's main): the
+  // drawings opened are then left to the system instead of destroyed.
+  bool exits_after_run = false;
 };
 
 CliEnvironment SystemCliEnvironment(const char* argv0);

@@ -173,7 +173,8 @@ int RunCreateLayouts(CommandContext& context) {
     return FinishReport(context, nothing_done, ReportFileError(context, saved));
   }
   RunReport run_report =
-      CreationRunReport(report, state.table, *embedded.document(), outputs);
+      CreationRunReport(report, state.table, *embedded.document(), outputs,
+                        options.json || options.verbose);
   for (const std::string& warning : warnings) run_report.AddWarning(warning);
   for (const SplitFile& file : files) {
     const std::string count = std::to_string(file.layouts.size());

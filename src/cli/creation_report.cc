@@ -109,10 +109,16 @@ std::string FrameWords(const Frame& frame) {
 RunReport CreationRunReport(const layouts::CreationReport& report,
                             const frames::FrameTable& table,
                             const host::Document& document,
-                            const std::vector<std::string>& outputs) {
+                            const std::vector<std::string>& outputs,
+                            bool with_frames) {
   RunReport run("create-layouts");
-  const std::unordered_map<std::string_view, int> rows = RowsByName(table);
+  std::unordered_map<std::string_view, int> rows;
+  if (with_frames) rows = RowsByName(table);
   for (const std::string& name : report.created) {
+    if (!with_frames) {
+      run.Add({std::string(kLayout), name, std::string(kMade), "", {}, ""});
+      continue;
+    }
     auto row = rows.find(name);
     Frame frame = FrameOfRow(table, row != rows.end() ? row->second : 0);
     ReadViewport(document, name, frame);

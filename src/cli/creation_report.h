@@ -25,11 +25,14 @@ namespace lmt::cli {
 // "skipped" (rows), "refused" (steps), "deleted", "viewports", and `outputs`
 // (OUT, or the files of a split run). The
 // viewport of each made layout is read back from `document`; a value the
-// host cannot give is null.
+// host cannot give is null. Without `with_frames` the layouts have neither
+// field "frame" nor the detail line: only --json and --verbose show them,
+// and reading them back costs 8 us a layout.
 RunReport CreationRunReport(const layouts::CreationReport& report,
                             const frames::FrameTable& table,
                             const host::Document& document,
-                            const std::vector<std::string>& outputs);
+                            const std::vector<std::string>& outputs,
+                            bool with_frames);
 
 // The text lines: "layout NAME", "skipped NAME REASON", "deleted NAME",
 // "file PATH N layouts" for each file item of a split run (tab separated)

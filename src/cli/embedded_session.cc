@@ -1,9 +1,11 @@
 #include "cli/embedded_session.h"
 
 #include <filesystem>
+#include <memory>
 #include <optional>
 #include <system_error>
 #include <utility>
+#include <vector>
 
 #include "cli/drawing_output.h"
 #include "cli/split_output.h"
@@ -52,10 +54,22 @@ Status DeleteLayouts(host::Document& document,
   return Status::Ok();
 }
 
+// The process ends right after the command, and the system takes a
+// drawing's memory back at once: destroying a large drawing record by
+// record costs more (7 ms for a 25 MB one). Held from a global, so leak
+// checkers count it as reachable; nothing uses it again.
+void KeepUntilExit(host::ApplicationPtr application,
+                   host::DocumentPtr document) {
+  static auto* const kept = new std::vector<std::shared_ptr<const void>>();
+  kept->push_back(std::move(application));
+  kept->push_back(std::move(document));
+}
+
 }  // namespace
 
 EmbeddedSession::EmbeddedSession(CommandContext& context, host::HostKind kind)
     : kind_(kind),
+      exits_after_run_(context.exits_after_run),
       user_(context.options, context.err, context.addin.globals().product_name,
             StderrIsTerminal()),
       application_(MakeApplication(kind, &user_, context.options.recover)),
@@ -99,7 +113,10 @@ Result<std::unique_ptr<EmbeddedSession>> EmbeddedSession::OpenToSave(
   return run;
 }
 
-EmbeddedSession::~EmbeddedSession() { user_.ReleaseHeldMessages(); }
+EmbeddedSession::~EmbeddedSession() {
+  user_.ReleaseHeldMessages();
+  if (exits_after_run_) KeepUntilExit(application_, document_);
+}
 
 Status EmbeddedSession::PrepareForLayouts(std::ostream& err, bool quiet) {
   Result<std::string> converted = dxfhost::UpgradeForLayouts(*document_);

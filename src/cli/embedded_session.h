@@ -106,6 +106,7 @@ class EmbeddedSession {
   EmbeddedSession(CommandContext& context, host::HostKind kind);
 
   host::HostKind kind_;
+  bool exits_after_run_;
   CliUser user_;
   host::ApplicationPtr application_;
   EmbeddedRuntime runtime_;

@@ -7,7 +7,8 @@
 
 int main(int argc, char** argv) {
   std::vector<std::string> args(argv + (argc > 0 ? 1 : 0), argv + argc);
-  return lmt::cli::RunLayomat(
-      args, std::cout, std::cerr,
-      lmt::cli::SystemCliEnvironment(argc > 0 ? argv[0] : nullptr));
+  lmt::cli::CliEnvironment env =
+      lmt::cli::SystemCliEnvironment(argc > 0 ? argv[0] : nullptr);
+  env.exits_after_run = true;
+  return lmt::cli::RunLayomat(args, std::cout, std::cerr, env);
 }

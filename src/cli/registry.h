@@ -33,6 +33,8 @@ struct CommandContext {
   core::AddIn& addin;
   std::ostream& out;
   std::ostream& err;
+  // See CliEnvironment::exits_after_run.
+  bool exits_after_run = false;
 
   // Applies the --set entries of section OknoFilter again, in order; a
   // command calls it after capturing the template, so that the user's filter

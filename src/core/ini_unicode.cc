@@ -34,7 +34,13 @@ Status WriteIniUnicode(const std::filesystem::path& file,
 std::string ReadIniUnicode(const std::filesystem::path& file,
                            std::string_view section, std::string_view key,
                            std::string_view default_value) {
-  std::string value = GetProfileString(file, section, key, default_value);
+  return ReadIniUnicode(ProfileSnapshot(file), section, key, default_value);
+}
+
+std::string ReadIniUnicode(const ProfileSnapshot& file,
+                           std::string_view section, std::string_view key,
+                           std::string_view default_value) {
+  std::string value = file.Get(section, key, default_value);
   ReplaceAll(value, kIniFrame, "");
   return Utf16Prefix(value, kIniValueLimit);
 }

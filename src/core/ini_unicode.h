@@ -15,6 +15,7 @@
 #include <string>
 #include <string_view>
 
+#include "core/private_profile.h"
 #include "core/status.h"
 
 namespace lmt::core {
@@ -37,6 +38,10 @@ Status WriteIniUnicode(const std::filesystem::path& file,
 // key is missing, `default_value` treated the same way (an unreadable file
 // counts as missing). Never fails.
 std::string ReadIniUnicode(const std::filesystem::path& file,
+                           std::string_view section, std::string_view key,
+                           std::string_view default_value);
+// The same from a file read once for many look-ups.
+std::string ReadIniUnicode(const ProfileSnapshot& file,
                            std::string_view section, std::string_view key,
                            std::string_view default_value);
 

@@ -2,6 +2,7 @@
 
 #include "core/fixed_lists.h"
 #include "core/ini_unicode.h"
+#include "core/private_profile.h"
 
 namespace lmt::core {
 namespace {
@@ -52,7 +53,7 @@ void ApplyLanguage(Globals& globals, Windows& windows) {
     NameSaveVersionDefault(windows);
     return;
   }
-  const std::filesystem::path& file = globals.language_file_path;
+  const ProfileSnapshot file(globals.language_file_path);
   for (Window* window : LanguageOrder(windows)) {
     for (const CaptionEntry& entry : window->caption_table()) {
       window->set_caption(entry.key, ReadIniUnicode(file, window->name(),

@@ -141,13 +141,25 @@ std::optional<ProfileText> Load(const std::filesystem::path& file) {
 
 }  // namespace
 
-std::optional<std::string> FindProfileString(const std::filesystem::path& file,
-                                             std::string_view section,
-                                             std::string_view key) {
-  std::optional<ProfileText> profile = Load(file);
-  if (!profile) return std::nullopt;
-  const std::u16string_view text = profile->text;
-  const std::vector<Line> lines = SplitLines(text);
+struct ProfileSnapshot::Loaded {
+  ProfileText profile;
+  std::vector<Line> lines;
+};
+
+ProfileSnapshot::ProfileSnapshot(const std::filesystem::path& file) {
+  if (std::optional<ProfileText> profile = Load(file)) {
+    std::vector<Line> lines = SplitLines(profile->text);
+    loaded_.reset(new Loaded{std::move(*profile), std::move(lines)});
+  }
+}
+
+ProfileSnapshot::~ProfileSnapshot() = default;
+
+std::optional<std::string> ProfileSnapshot::Find(std::string_view section,
+                                                 std::string_view key) const {
+  if (!loaded_) return std::nullopt;
+  const std::u16string_view text = loaded_->profile.text;
+  const std::vector<Line>& lines = loaded_->lines;
   const Location loc =
       Locate(text, lines, Utf8ToUtf16(section), Utf8ToUtf16(key));
   if (!loc.key_found) return std::nullopt;
@@ -161,16 +173,26 @@ std::optional<std::string> FindProfileString(const std::filesystem::path& file,
   return Utf16ToUtf8(value);
 }
 
-std::string GetProfileString(const std::filesystem::path& file,
-                             std::string_view section, std::string_view key,
-                             std::string_view default_value) {
-  if (std::optional<std::string> found = FindProfileString(file, section, key))
-    return *found;
+std::string ProfileSnapshot::Get(std::string_view section, std::string_view key,
+                                 std::string_view default_value) const {
+  if (std::optional<std::string> found = Find(section, key)) return *found;
   while (!default_value.empty() &&
          (default_value.back() == ' ' || default_value.back() == '\t')) {
     default_value.remove_suffix(1);
   }
   return std::string(default_value);
+}
+
+std::optional<std::string> FindProfileString(const std::filesystem::path& file,
+                                             std::string_view section,
+                                             std::string_view key) {
+  return ProfileSnapshot(file).Find(section, key);
+}
+
+std::string GetProfileString(const std::filesystem::path& file,
+                             std::string_view section, std::string_view key,
+                             std::string_view default_value) {
+  return ProfileSnapshot(file).Get(section, key, default_value);
 }
 
 Status WriteProfileString(const std::filesystem::path& file,

@@ -19,6 +19,7 @@
 #define LMT_CORE_PRIVATE_PROFILE_H_
 
 #include <filesystem>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -37,6 +38,28 @@ std::optional<std::string> FindProfileString(const std::filesystem::path& file,
 std::string GetProfileString(const std::filesystem::path& file,
                              std::string_view section, std::string_view key,
                              std::string_view default_value);
+
+// A profile file read and decoded once, for the many look-ups in a row of
+// a block of settings or a language file: those read the file a few
+// hundred times otherwise. Later writes to the file are not seen.
+class ProfileSnapshot {
+ public:
+  // A missing or unreadable file: every look-up finds nothing.
+  explicit ProfileSnapshot(const std::filesystem::path& file);
+  ~ProfileSnapshot();
+  ProfileSnapshot(const ProfileSnapshot&) = delete;
+  ProfileSnapshot& operator=(const ProfileSnapshot&) = delete;
+
+  // As FindProfileString and GetProfileString.
+  std::optional<std::string> Find(std::string_view section,
+                                  std::string_view key) const;
+  std::string Get(std::string_view section, std::string_view key,
+                  std::string_view default_value) const;
+
+ private:
+  struct Loaded;
+  std::unique_ptr<const Loaded> loaded_;
+};
 
 // Sets `key` = `value` in `section`, creating the file, the section or the
 // key as needed. `value` is written as given (no quoting); a line break in

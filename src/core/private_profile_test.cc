@@ -115,5 +115,23 @@ TEST_F(PrivateProfileTest, AppendsToAFileWithoutFinalLineEnd) {
   EXPECT_EQ(GetProfileString(file_, "Z", "z", "dflt"), "");
 }
 
+// A snapshot answers as the file did when it was taken, for every look-up,
+// including the first-match and default rules; a missing file gives the
+// defaults.
+TEST_F(PrivateProfileTest, SnapshotAnswersAsTheFileWhenTaken) {
+  Put(WindowsBytes("[A]\r\na = \"1 \"\r\na=2\r\n[a]\r\nb=3\r\n[B]\r\nc=4\r\n"));
+  const ProfileSnapshot snapshot(file_);
+  ASSERT_TRUE(WriteProfileString(file_, "B", "c", "5").ok());
+  EXPECT_EQ(snapshot.Get("a", "A", "x"), "1 ");
+  EXPECT_EQ(snapshot.Find("A", "b"), std::nullopt);  // only the first [A]
+  EXPECT_EQ(snapshot.Get("B", "c", "x"), "4");
+  EXPECT_EQ(snapshot.Get("B", "d", "dflt \t"), "dflt");
+  EXPECT_EQ(GetProfileString(file_, "B", "c", "x"), "5");
+
+  const ProfileSnapshot missing(dir_ / "none.ini");
+  EXPECT_EQ(missing.Find("A", "a"), std::nullopt);
+  EXPECT_EQ(missing.Get("A", "a", "dflt"), "dflt");
+}
+
 }  // namespace
 }  // namespace lmt::core

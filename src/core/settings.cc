@@ -1,6 +1,7 @@
 #include "core/settings.h"
 
 #include "core/ini_unicode.h"
+#include "core/private_profile.h"
 #include "core/text_encoding.h"
 
 namespace lmt::core {
@@ -332,8 +333,10 @@ Status WriteSettings(const std::filesystem::path& file, Windows& windows,
   return first;
 }
 
-void ReadSettings(const std::filesystem::path& file, Windows& windows,
-                  SettingsBlock block) {
+namespace {
+
+void ReadSettingsFrom(const ProfileSnapshot& file, Windows& windows,
+                      SettingsBlock block) {
   for (const SettingEntry& entry : SettingEntries(windows, block)) {
     const std::string fallback = entry.control->ReadDefault(entry.slot);
     const std::string word =
@@ -344,7 +347,15 @@ void ReadSettings(const std::filesystem::path& file, Windows& windows,
   }
 }
 
+}  // namespace
+
+void ReadSettings(const std::filesystem::path& file, Windows& windows,
+                  SettingsBlock block) {
+  ReadSettingsFrom(ProfileSnapshot(file), windows, block);
+}
+
 void ReadStartupSettings(const std::filesystem::path& file, Windows& windows) {
+  const ProfileSnapshot profile(file);
   for (SettingsBlock block :
        {SettingsBlock::kCreationActions, SettingsBlock::kOption,
         SettingsBlock::kCreationParameters, SettingsBlock::kMainWindow,
@@ -352,7 +363,7 @@ void ReadStartupSettings(const std::filesystem::path& file, Windows& windows) {
         SettingsBlock::kReplaceAttributes, SettingsBlock::kReplaceText,
         SettingsBlock::kImport, SettingsBlock::kSortLayouts,
         SettingsBlock::kInsertion, SettingsBlock::kPrinter}) {
-    ReadSettings(file, windows, block);
+    ReadSettingsFrom(profile, windows, block);
   }
 }
 

@@ -3,11 +3,50 @@
 #include <system_error>
 #include <utility>
 
+#if defined(__linux__)
+#include <fcntl.h>
+#endif
+
 namespace lmt::dxf {
+namespace {
+
+// Replacing an existing file by renaming makes ext4 write the new file's
+// dirty pages out first, on the thread that renames: some 17 ms for a 25 MB
+// drawing here, after all the work is done. Asking for that writeback every
+// few megabytes moves it to whichever thread writes, while the save goes on.
+class WritebackStarter {
+ public:
+  static constexpr size_t kStep = size_t{4} << 20;
+
+  explicit WritebackStarter(std::FILE* file) : file_(file) {}
+  void Wrote(size_t n) {
+#if defined(__linux__) && defined(SYNC_FILE_RANGE_WRITE)
+    pending_ += n;
+    if (pending_ < kStep || std::fflush(file_) != 0) return;
+    // Only a hint: a failure changes nothing of what is written.
+    ::sync_file_range(::fileno(file_), static_cast<off_t>(started_),
+                      static_cast<off_t>(pending_), SYNC_FILE_RANGE_WRITE);
+    started_ += pending_;
+    pending_ = 0;
+#else
+    (void)n;
+#endif
+  }
+
+ private:
+  std::FILE* file_;
+  size_t started_ = 0;
+  size_t pending_ = 0;
+};
+
+}  // namespace
 
 FileSink::FileSink(std::FILE* file)
-    : FileSink([file](const char* data, size_t n) {
-        return std::fwrite(data, 1, n, file) == n;
+    : FileSink([file, writeback = WritebackStarter(file)](const char* data,
+                                                          size_t n) mutable {
+        if (std::fwrite(data, 1, n, file) != n) return false;
+        writeback.Wrote(n);
+        return true;
       }) {}
 
 FileSink::FileSink(WriteFn write, size_t thread_after)
