@@ -181,6 +181,7 @@ Status Document::Build(const std::vector<Tag>& tags,
   // fresh copy at every doubling.
   recs.reserve(starts.size());
   std::vector<RecordId> pending;   // ENTITIES, routed once blocks are known
+  pending.reserve(starts.size());  // pages never filled cost nothing
   db_.ReserveRecords(n / 8 + 16);  // a guess; records average 8+ tags
   size_t i = 0;
   // 999 comments between sections (writers put their name first).
@@ -349,6 +350,10 @@ Status Document::Build(const std::vector<Tag>& tags,
                         FormatHandle(db_.handle(id)) + "; the first is kept");
   }
   AssignBlockRoles();
+  // Most of them go to model space: its list is made once, not doubled.
+  if (model_ != nullptr) {
+    model_->entities.reserve(model_->entities.size() + pending.size());
+  }
   for (RecordId id : pending) Route(id);
   if (recover_) RepairHandles(repeated);
   loaded_max_handle_ = db_.max_handle();
@@ -813,6 +818,7 @@ bool Document::RemoveBlock(Block* block) {
 
 Entity Document::AddEntity(Block* block, std::vector<Tag> tags) {
   DXF_CHECK(block != nullptr);
+  tags.reserve(tags.size() + 3);  // the handle, owner and space added below
   RecordId id = db_.Create(std::move(tags));
   Entity e = entity(id);
   db_.SetHandle(id, AllocateHandle());
@@ -920,6 +926,7 @@ void Document::InsertDictionaryEntry(Entity dict, int at, int code,
 }
 
 Entity Document::AddObject(std::vector<Tag> tags, uint64_t owner) {
+  tags.reserve(tags.size() + 2);  // the handle and owner added below
   RecordId id = db_.Create(std::move(tags));
   Entity e = entity(id);
   db_.SetHandle(id, AllocateHandle());
@@ -947,8 +954,7 @@ std::string Document::ToString() {
   std::string out;
   out.reserve(input_size_ + db_.arena().bytes_used() + 4096);
   TagWriter w(&out, crlf_);
-  w.SetSource(ascii_source_);
-  w.SetValues(&db_);
+  SetSources(w, DxfFormat::kAscii);
   Serialize(w);
   w.Flush();
   return out;
@@ -1069,6 +1075,9 @@ void Document::SetSources(TagWriter& w, DxfFormat format) const {
   w.SetValues(&db_);
   if (format == DxfFormat::kAscii) {
     w.SetSource(ascii_source_);
+    // Repairs add and drop base tags; without them the base tags are the
+    // file's lines as read.
+    if (!binary_ && repairs_.empty()) w.SetBaseIsSourceLines();
   } else if (OneByteCodes() == one_byte_codes_) {
     // The source's bytes only fit output with its code width (an upgraded
     // R12 drawing goes out with two-byte codes).

@@ -26,6 +26,7 @@
 #include <utility>
 #include <vector>
 
+#include "dxf/page_allocator.h"
 #include "dxf/tag.h"
 
 namespace lmt::dxf {
@@ -154,7 +155,7 @@ class EntityDb {
   void Unindex(RecordId id);
 
   std::vector<Tag> base_;
-  std::vector<Record> records_;
+  std::vector<Record, LargePageAllocator<Record>> records_;
   // The tags of detached records; a deque, so references stay valid.
   std::deque<std::vector<Tag>> own_;
   // Sorted by handle; erased records leave kNoRecord behind. New handles
@@ -163,7 +164,7 @@ class EntityDb {
     uint64_t handle;
     RecordId id;
   };
-  std::vector<IndexEntry> index_;
+  std::vector<IndexEntry, LargePageAllocator<IndexEntry>> index_;
   std::unordered_map<RecordId, std::vector<RecordId>> children_;
   std::unordered_map<RecordId, RecordId> parents_;
   uint64_t max_handle_ = 0;

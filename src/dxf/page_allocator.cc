@@ -1,5 +1,7 @@
 #include "dxf/page_allocator.h"
 
+#include "dxf/file_map.h"
+
 #ifndef _WIN32
 #include <sys/mman.h>
 #endif
@@ -14,6 +16,12 @@ void* MapPages(size_t bytes) {
                    MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
   return p == MAP_FAILED ? nullptr : p;
 #endif
+}
+
+void* MapLargePages(size_t bytes) {
+  void* p = MapPages(bytes);
+  if (p != nullptr) AdviseLargePages(p, bytes);
+  return p;
 }
 
 void UnmapPages(void* p, size_t bytes) {

@@ -1,6 +1,7 @@
 #include "dxf/tag.h"
 
 #include <charconv>
+#include <cmath>
 #include <cstring>
 
 #include "dxf/number_text.h"
@@ -132,6 +133,19 @@ std::optional<uint64_t> ParseHandle(std::string_view s) {
 }
 
 size_t FormatDoubleTo(double v, char* buf) {
+  // Whole numbers of up to five digits are most of what new records hold
+  // (0, 1, 50, tab numbers), and their shortest form is the integer: an
+  // exponent form ("1e+04") is never shorter, and a tie goes to the plain
+  // form. Negative zero keeps its sign below.
+  if (v > -1e5 && v < 1e5 && !(v == 0 && std::signbit(v))) {
+    const auto whole = static_cast<int32_t>(v);
+    if (static_cast<double>(whole) == v) {
+      size_t n = FormatIntTo(whole, buf);
+      buf[n++] = '.';
+      buf[n++] = '0';
+      return n;
+    }
+  }
   // Room for ".0" after the longest shortest form (24 characters).
   auto [p, ec] = std::to_chars(buf, buf + kNumberTextSize - 2, v);
   size_t n = static_cast<size_t>(p - buf);

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <charconv>
 #include <string>
 #include <vector>
 
@@ -268,6 +269,26 @@ TEST(NumberTest, FormatsAndParsesWithoutLocale) {
   EXPECT_EQ(ParseHandle("1f"), 0x1fu);
   EXPECT_FALSE(ParseHandle("12345678901234567"));
   EXPECT_EQ(FormatHandle(0x2ab), "2AB");
+}
+
+// Whole numbers take a shorter road than std::to_chars; the text must be
+// the same as the shortest form's, around and past the edges of that road.
+TEST(NumberTest, WholeNumbersFormatAsTheShortestForm) {
+  auto shortest = [](double v) {
+    char buf[32];
+    auto [p, ec] = std::to_chars(buf, buf + sizeof buf, v);
+    std::string s(buf, p);
+    if (s.find_first_of(".eEn") == std::string::npos) s += ".0";
+    return s;
+  };
+  for (int i = -100001; i <= 100001; ++i) {
+    ASSERT_EQ(FormatDouble(i), shortest(i)) << i;
+  }
+  for (double v : {0.0, -0.0, 99999.5, -99999.5, 1e5, 1e15, 0.5, -1e-300}) {
+    EXPECT_EQ(FormatDouble(v), shortest(v)) << v;
+  }
+  EXPECT_EQ(FormatDouble(-0.0), "-0.0");
+  EXPECT_EQ(FormatDouble(100000), "1e+05");
 }
 
 }  // namespace

@@ -48,6 +48,11 @@ class TagWriter {
   // it was (padding, line end, number text), so that untouched records
   // come back byte for byte.
   void SetSource(std::string_view source) { source_ = source; }
+  // ASCII only: the base tags of SetValues' EntityDb are the source's line
+  // pairs in order, none left out or added (a read without repairs). An
+  // untouched record is then the text from its first tag's code line to
+  // its last tag's value line, without looking at the tags between.
+  void SetBaseIsSourceLines() { base_is_source_lines_ = true; }
   // ASCII only: numbers edited in place keep the width of their field
   // (EntityDb::StoreValueLike).
   void SetValues(const EntityDb* db) { db_ = db; }
@@ -94,6 +99,11 @@ class TagWriter {
   // The source text of a record as read, when it is exactly its tags' lines.
   bool SourceRun(std::span<const Tag> tags, const char** from,
                  const char** to) const;
+  // Whether [from, to) holds the tags' lines and nothing else.
+  bool IsLinesOf(std::span<const Tag> tags, const char* from,
+                 const char* to) const;
+  // Whether the tags lie in the EntityDb's base array.
+  bool InBase(std::span<const Tag> tags) const;
   // The same for a binary source: the record must be base tags from one
   // record start to the next.
   bool BinarySourceRun(std::span<const Tag> tags, const char** from,
@@ -123,6 +133,7 @@ class TagWriter {
   std::string error_;
   std::string scratch_;
   std::string_view source_;
+  bool base_is_source_lines_ = false;
   const char* copy_from_ = nullptr;  // the run not yet written
   const char* copy_to_ = nullptr;
   const EntityDb* db_ = nullptr;

@@ -53,18 +53,25 @@ class DxfSelectionSet : public host::SelectionSet {
     if (Status s = Live(); !s.ok()) return s;
     return data_->name;
   }
+  // Counted and indexed in place: a whole-drawing set holds a member per
+  // entity, too many to copy for one number.
   Result<int32_t> DoCount() const override {
     if (Status s = Live(); !s.ok()) return s;
-    return static_cast<int32_t>(Members().size());
+    int32_t live = 0;
+    for (dxf::RecordId id : data_->members) {
+      if (!d_->entity(id).erased()) ++live;
+    }
+    return live;
   }
   Result<host::EntityPtr> DoItemAt(int32_t index) const override {
     if (Status s = Live(); !s.ok()) return s;
-    std::vector<dxf::RecordId> m = Members();
-    if (index < 0 || static_cast<size_t>(index) >= m.size()) {
-      return Status::NotFound("index " + std::to_string(index) +
-                              " is out of range");
+    int32_t live = 0;
+    for (dxf::RecordId id : data_->members) {
+      if (d_->entity(id).erased()) continue;
+      if (live++ == index) return MakeEntity(d_, id);
     }
-    return MakeEntity(d_, m[index]);
+    return Status::NotFound("index " + std::to_string(index) +
+                            " is out of range");
   }
   Result<std::vector<host::EntityPtr>> DoItems() const override {
     if (Status s = Live(); !s.ok()) return s;
