@@ -106,14 +106,29 @@ void Document::ForgetErasedReferences() {
       if (last >= 0 && gone(o.tags()[last])) o.EraseTags(last, last + 1);
     }
   }
-  for (RecordId id = 0; id < db_.size(); ++id) {
-    if (db_.erased(id)) continue;
+  auto forget_in_xdata = [&](RecordId id) {
+    if (db_.erased(id)) return;
     Entity e = entity(id);
     const int x = e.XDataBegin();
-    if (x < 0) continue;
+    if (x < 0) return;
     for (int i = x; i < static_cast<int>(e.tags().size()); ++i) {
       if (e.tags()[i].code == 1005 && gone(e.tags()[i])) e.SetValueAt(i, "0");
     }
+  };
+  // A record as loaded names only what the file named. When every handle
+  // erased was given out after loading, only the records changed since can
+  // name one, and the walk over every record of a large drawing is spared.
+  const bool only_new =
+      std::all_of(erased_since_write_.begin(), erased_since_write_.end(),
+                  [&](uint64_t h) { return h > loaded_max_handle_; });
+  if (only_new) {
+    // By index: an edit may add to the list (not of these records, which
+    // are on it already, but the loop need not rely on that).
+    for (size_t k = 0; k < db_.changed().size(); ++k) {
+      forget_in_xdata(db_.changed()[k]);
+    }
+  } else {
+    for (RecordId id = 0; id < db_.size(); ++id) forget_in_xdata(id);
   }
   erased_since_write_.clear();
 }

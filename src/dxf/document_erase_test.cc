@@ -133,6 +133,25 @@ TEST_F(EraseTest, ReferencesFromElsewhereForgetTheErased) {
   EXPECT_LT(layout.FindIn("AcDbLayout", 331), 0);
 }
 
+// Entities made and erased in one run: only what was made or edited since
+// loading can name them, and those names are forgotten all the same.
+TEST_F(EraseTest, MadeAndErasedEntitiesAreForgottenByTheOthersMade) {
+  auto line = [&] {
+    return doc_->AddEntity(doc_->model_space(),
+                           {doc_->MakeTag(0, "LINE"), doc_->MakeTag(8, "0"),
+                            doc_->MakeTag(100, "AcDbLine")});
+  };
+  Entity doomed = line();
+  Entity naming = line();
+  const std::string name = FormatHandle(doomed.handle());
+  const Tag link[] = {doc_->MakeTag(1001, "ACAD"), doc_->MakeTag(1005, name)};
+  naming.InsertTags(static_cast<int>(naming.tags().size()), link);
+  const std::vector<Entity> gone = {doomed};
+  doc_->EraseAll(gone);
+  EXPECT_EQ(SaveAndCheck("made_and_erased.dxf"), "");
+  EXPECT_EQ(naming.tags().back().value(), "0");
+}
+
 TEST_F(EraseTest, EverythingInModelSpaceLeavesACleanFile) {
   std::vector<Entity> all;
   for (RecordId id : doc_->model_space()->entities) {

@@ -96,6 +96,9 @@ class EntityDb {
   // are asked about one by one.
   std::vector<RecordId> RecordsOfType(
       const std::function<bool(std::string_view)>& wanted);
+  // The records no longer as loaded (made, edited or detached since), each
+  // once, in the order they changed.
+  const std::vector<RecordId>& changed() const { return changed_; }
 
   // kNoRecord when no live record has the handle (0 is never found).
   RecordId Find(uint64_t handle) const;
