@@ -25,7 +25,30 @@ RecordId EntityDb::AddLoaded(uint32_t begin, uint32_t end) {
   r.handle =
       ReadHandle(std::span<const Tag>(base_).subspan(begin, end - begin));
   records_.push_back(r);
-  return static_cast<RecordId>(records_.size() - 1);
+  const auto id = static_cast<RecordId>(records_.size() - 1);
+  const bool typed = begin < end && base_[begin].code == 0;
+  if (loaded_type_.size() < id) loaded_type_.resize(id, kNoLoadedType);
+  loaded_type_.push_back(
+      TypeIndexOf(typed ? base_[begin].value() : std::string_view()));
+  return id;
+}
+
+uint16_t EntityDb::TypeIndexOf(std::string_view type) {
+  // Records of one type come in runs: the last one met first.
+  const size_t n = loaded_types_.size();
+  if (last_loaded_type_ < n && loaded_types_[last_loaded_type_] == type) {
+    return last_loaded_type_;
+  }
+  for (size_t k = 0; k < n; ++k) {
+    if (loaded_types_[k] == type) {
+      last_loaded_type_ = static_cast<uint16_t>(k);
+      return last_loaded_type_;
+    }
+  }
+  if (n >= kNoLoadedType) return kNoLoadedType;
+  loaded_types_.push_back(type);
+  last_loaded_type_ = static_cast<uint16_t>(n);
+  return last_loaded_type_;
 }
 
 RecordId EntityDb::Create(std::vector<Tag> tags) {
@@ -191,23 +214,18 @@ std::vector<RecordId> EntityDb::RecordsOfType(
   };
   if (typed_upto_ == 0) {
     typed_upto_ = static_cast<RecordId>(records_.size());
-    // A drawing has a few dozen types at most: a look along them, starting
-    // at the last one met, is cheaper than hashing every record's type.
-    size_t last = 0;
+    by_type_.reserve(loaded_types_.size());
+    for (std::string_view type : loaded_types_) {
+      by_type_.emplace_back(type, std::vector<RecordId>());
+    }
     for (RecordId id = 0; id < typed_upto_; ++id) {
       if (!as_loaded(id)) continue;
-      std::string_view type = type_of(id);
-      size_t at = last;
-      const size_t n = by_type_.size();
-      for (size_t k = 0; k < n && by_type_[at].first != type; ++k) {
-        at = at + 1 == n ? 0 : at + 1;
+      const uint16_t t = LoadedType(id);
+      if (t != kNoLoadedType) {
+        by_type_[t].second.push_back(id);
+        continue;
       }
-      if (n == 0 || by_type_[at].first != type) {
-        at = n;
-        by_type_.emplace_back(type, std::vector<RecordId>());
-      }
-      by_type_[at].second.push_back(id);
-      last = at;
+      untyped_.push_back(id);
     }
   }
   std::vector<RecordId> out;
@@ -217,6 +235,9 @@ std::vector<RecordId> EntityDb::RecordsOfType(
     for (RecordId id : ids) {
       if (as_loaded(id)) out.push_back(id);
     }
+  }
+  for (RecordId id : untyped_) {
+    if (as_loaded(id) && wanted(type_of(id))) out.push_back(id);
   }
   // Records read in after the sorting (none, as loading goes) keep their
   // type while they stay as loaded.

@@ -58,7 +58,10 @@ class EntityDb {
   std::vector<RecordId> BuildIndex();
 
   size_t size() const { return records_.size(); }
-  void ReserveRecords(size_t n) { records_.reserve(n); }
+  void ReserveRecords(size_t n) {
+    records_.reserve(n);
+    loaded_type_.reserve(n);
+  }
   std::span<const Tag> tags(RecordId id) const;
   // In-place access; the tag count cannot change through it. The record
   // counts as edited from then on.
@@ -99,6 +102,21 @@ class EntityDb {
   // The records no longer as loaded (made, edited or detached since), each
   // once, in the order they changed.
   const std::vector<RecordId>& changed() const { return changed_; }
+
+  // The types of the records as loaded ("" for a record without a 0 tag),
+  // each once, and each loaded record's index among them: given when the
+  // record is added, while its first tag is at hand, so that asking a large
+  // drawing's records for their types compares no text.
+  static constexpr uint16_t kNoLoadedType = 0xFFFF;
+  const std::vector<std::string_view>& loaded_types() const {
+    return loaded_types_;
+  }
+  // kNoLoadedType for a record no longer as loaded (its type may differ)
+  // or made since.
+  uint16_t LoadedType(RecordId id) const {
+    return id < loaded_type_.size() && as_loaded(id) ? loaded_type_[id]
+                                                     : kNoLoadedType;
+  }
 
   // kNoRecord when no live record has the handle (0 is never found).
   RecordId Find(uint64_t handle) const;
@@ -182,6 +200,14 @@ class EntityDb {
   // over the records before `typed_upto_`.
   std::vector<std::pair<std::string_view, std::vector<RecordId>>> by_type_;
   RecordId typed_upto_ = 0;
+  // See loaded_types(). Types beyond kNoLoadedType - 1 (a damaged file of
+  // made-up types) go untyped and are looked at one by one.
+  uint16_t TypeIndexOf(std::string_view type);
+  std::vector<std::string_view> loaded_types_;
+  std::vector<uint16_t> loaded_type_;
+  uint16_t last_loaded_type_ = 0;
+  // Loaded records RecordsOfType found without a type index.
+  std::vector<RecordId> untyped_;
   Arena arena_;
   std::string_view source_;
   std::unordered_map<const char*, uint8_t> padded_;

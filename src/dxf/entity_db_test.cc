@@ -136,6 +136,13 @@ TEST(EntityDbTypeTest, RecordsOfTypeFollowEditsAndNewRecords) {
   };
   EXPECT_EQ(lines(), (std::vector<RecordId>{0, 2, 4}));
   EXPECT_EQ(asked, 3);  // once per type of the records as loaded
+  auto loaded_type = [&](RecordId id) -> std::string_view {
+    const uint16_t t = db.LoadedType(id);
+    return t == EntityDb::kNoLoadedType ? "-" : db.loaded_types()[t];
+  };
+  EXPECT_EQ(db.loaded_types().size(), 3u);
+  EXPECT_EQ(loaded_type(1), "CIRCLE");
+  EXPECT_EQ(loaded_type(4), "LINE");
 
   // A loaded record turned into a LINE in place, another replaced by a
   // TEXT, one erased (still listed: callers check), and a new LINE.
@@ -145,6 +152,11 @@ TEST(EntityDbTypeTest, RecordsOfTypeFollowEditsAndNewRecords) {
   const RecordId made = db.Create({Tag(0, "LINE"), Tag(8, "0")});
   db.mutable_tags(made)[1] = Tag(8, "1");
   EXPECT_EQ(lines(), (std::vector<RecordId>{0, 3, 4, made}));
+  // Only the records still as loaded keep their loaded type.
+  EXPECT_EQ(loaded_type(0), "LINE");
+  EXPECT_EQ(loaded_type(2), "-");
+  EXPECT_EQ(loaded_type(3), "-");
+  EXPECT_EQ(loaded_type(made), "-");
   EXPECT_EQ(db.RecordsOfType([](std::string_view t) { return t == "TEXT"; }),
             std::vector<RecordId>{2});
   EXPECT_TRUE(

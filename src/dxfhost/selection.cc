@@ -94,21 +94,37 @@ class DxfSelectionSet : public host::SelectionSet {
     if (Status s = Live(); !s.ok()) return s;
     // The name follows from the record's type, and a drawing holds few
     // types: each is named once, and only the members named are made.
-    std::vector<std::pair<std::string, bool>> types;
+    auto named = [&](std::string_view type) {
+      const std::string name = ObjectNameOfType(type);
+      return std::any_of(names.begin(), names.end(), [&](std::string_view n) {
+        return core::EqualsIgnoreCase(name, n);
+      });
+    };
+    // Records as loaded carry their type's index: no text is compared.
+    const dxf::EntityDb& db = d_->doc->db();
+    enum : int8_t { kUnasked = -1 };
+    std::vector<int8_t> loaded_named(db.loaded_types().size(), kUnasked);
+    std::vector<std::pair<std::string, bool>> types;  // of the others
     const std::vector<dxf::RecordId> members = Members();
     for (size_t i = 0; i < members.size(); ++i) {
-      std::string_view type = d_->entity(members[i]).type();
-      auto known = std::find_if(types.begin(), types.end(),
-                                [&](const auto& t) { return t.first == type; });
-      if (known == types.end()) {
-        const std::string name = ObjectNameOfType(type);
-        const bool wanted =
-            std::any_of(names.begin(), names.end(), [&](std::string_view n) {
-              return core::EqualsIgnoreCase(name, n);
-            });
-        known = types.emplace(types.end(), std::string(type), wanted);
+      bool wanted;
+      if (const uint16_t t = db.LoadedType(members[i]);
+          t != dxf::EntityDb::kNoLoadedType) {
+        if (loaded_named[t] == kUnasked) {
+          loaded_named[t] = named(db.loaded_types()[t]) ? 1 : 0;
+        }
+        wanted = loaded_named[t] == 1;
+      } else {
+        std::string_view type = d_->entity(members[i]).type();
+        auto known =
+            std::find_if(types.begin(), types.end(),
+                         [&](const auto& k) { return k.first == type; });
+        if (known == types.end()) {
+          known = types.emplace(types.end(), std::string(type), named(type));
+        }
+        wanted = known->second;
       }
-      if (!known->second) continue;
+      if (!wanted) continue;
       if (!visit(MakeEntity(d_, members[i]), static_cast<int32_t>(i))) break;
     }
     return Status();
