@@ -1093,7 +1093,10 @@ Status Document::Save(const std::string& path, DxfFormat format) {
   if (!f) return Status::IOError(tmp + ": cannot open for writing");
   std::string error;
   std::string buffer;
-  buffer.reserve((size_t{1} << 20) + 64 * 1024);
+  // A buffer's worth for a large drawing; a small one's own size (a mapping
+  // of its own costs a small save more than its writing).
+  buffer.reserve(std::min((size_t{1} << 20) + 64 * 1024,
+                          input_size_ + db_.arena().bytes_used() + 4096));
   bool ok;
   {
     // A large output is written on a second thread, done when Flush
