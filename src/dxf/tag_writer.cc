@@ -195,6 +195,7 @@ bool TagWriter::WriteBuffer() {
 }
 
 void TagWriter::Copy(const char* from, const char* to) {
+  EndBaseRun();
   if (from == copy_to_) {
     copy_to_ = to;
     if (sink_ && static_cast<size_t>(copy_to_ - copy_from_) >= kRunAt) {
@@ -207,7 +208,42 @@ void TagWriter::Copy(const char* from, const char* to) {
   copy_to_ = to;
 }
 
+void TagWriter::EndBaseRun() {
+  if (run_last_ == nullptr) return;
+  const char* unused;
+  const bool found = SourceLines(*run_last_, &unused, &copy_to_);
+  DXF_CHECK(found);
+#ifndef NDEBUG
+  // Checks builds look at every line of the run after all.
+  DXF_CHECK(IsLinesOf(std::span<const Tag>(run_first_, run_last_ + 1),
+                      copy_from_, copy_to_));
+#endif
+  run_first_ = run_last_ = nullptr;
+}
+
+bool TagWriter::ContinueBaseRun(std::span<const Tag> tags) {
+  if (!base_is_source_lines_ || binary_ || tags.empty() || !InBase(tags)) {
+    return false;
+  }
+  if (run_last_ != nullptr && tags.data() == run_last_ + 1) {
+    // The next tags of the file: the run grows without a look at the text.
+    run_last_ = &tags.back();
+    const char* end = run_last_->data() + run_last_->size();
+    if (sink_ && static_cast<size_t>(end - copy_from_) >= kRunAt) FlushCopy();
+    return true;
+  }
+  const char* from;
+  const char* unused;
+  if (!SourceLines(tags.front(), &from, &unused)) return false;
+  FlushCopy();
+  copy_from_ = from;
+  run_first_ = tags.data();
+  run_last_ = &tags.back();
+  return true;
+}
+
 void TagWriter::FlushCopy() {
+  EndBaseRun();
   if (copy_from_ == nullptr) return;
   const size_t n = static_cast<size_t>(copy_to_ - copy_from_);
   if (sink_ && n >= kDirectAt) {
@@ -221,6 +257,7 @@ void TagWriter::FlushCopy() {
 }
 
 void TagWriter::WriteRecord(std::span<const Tag> tags, bool as_loaded) {
+  if (as_loaded && ContinueBaseRun(tags)) return;
   const char* from;
   const char* to;
   if (as_loaded && (binary_ ? BinarySourceRun(tags, &from, &to)
@@ -274,21 +311,14 @@ bool TagWriter::SourceRun(std::span<const Tag> tags, const char** from,
       !SourceLines(tags.back(), &unused, to)) {
     return false;
   }
-  const bool trusted = base_is_source_lines_ && InBase(tags);
-#ifdef NDEBUG
-  if (trusted) return true;
-#endif
   // The values in order inside the run, and just two lines a tag: then no
   // line lies between two tags (one dropped when the file was repaired, say)
-  // and the run is what writing the tags one by one would copy. The reader's
-  // values hold no line end, so only the text between them is counted: a
-  // run of long values (hex chunks) is not read twice. Checks builds make
-  // this walk for trusted runs too, and stop if it disagrees.
-  const bool run = IsLinesOf(tags, *from, *to);
-  DXF_CHECK(run || !trusted);
-  return run;
+  // and the run is what writing the tags one by one would copy.
+  return IsLinesOf(tags, *from, *to);
 }
 
+// The reader's values hold no line end, so only the text between them is
+// counted: a run of long values (hex chunks) is not read twice.
 bool TagWriter::IsLinesOf(std::span<const Tag> tags, const char* from,
                           const char* to) const {
   const char* at = from;

@@ -51,7 +51,8 @@ class TagWriter {
   // ASCII only: the base tags of SetValues' EntityDb are the source's line
   // pairs in order, none left out or added (a read without repairs). An
   // untouched record is then the text from its first tag's code line to
-  // its last tag's value line, without looking at the tags between.
+  // its last tag's value line, without looking at the tags between, and
+  // records next to each other in the base array are so in the text.
   void SetBaseIsSourceLines() { base_is_source_lines_ = true; }
   // ASCII only: numbers edited in place keep the width of their field
   // (EntityDb::StoreValueLike).
@@ -113,6 +114,13 @@ class TagWriter {
   // sink); every other output calls FlushCopy first to keep the order.
   void Copy(const char* from, const char* to);
   void FlushCopy();
+  // Untouched records of a read without repairs (SetBaseIsSourceLines):
+  // records that follow each other in the base array follow each other in
+  // the text, so a run of them is looked at only where it starts and, in
+  // EndBaseRun, where it ends. False when the record is not such a record.
+  bool ContinueBaseRun(std::span<const Tag> tags);
+  // Sets copy_to_ from the run's last tag.
+  void EndBaseRun();
   bool WriteBuffer();
   void WriteBinary(int code, std::string_view value);
   void BinaryCode(int code);
@@ -136,6 +144,9 @@ class TagWriter {
   bool base_is_source_lines_ = false;
   const char* copy_from_ = nullptr;  // the run not yet written
   const char* copy_to_ = nullptr;
+  // A run of base tags from copy_from_, its end not yet looked for.
+  const Tag* run_first_ = nullptr;
+  const Tag* run_last_ = nullptr;
   const EntityDb* db_ = nullptr;
   std::string_view binary_source_;
   std::span<const uint32_t> binary_starts_;
