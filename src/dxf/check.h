@@ -17,4 +17,14 @@
     }                                                                 \
   } while (0)
 
+// Costly checks that a fast path agrees with the slow one it stands for:
+// on in builds with assertions (the sanitizer build) and in the fuzzer.
+#if !defined(LMT_DXF_CROSS_CHECKS)
+#if defined(NDEBUG)
+#define LMT_DXF_CROSS_CHECKS 0
+#else
+#define LMT_DXF_CROSS_CHECKS 1
+#endif
+#endif
+
 #endif  // LMT_DXF_CHECK_H_

@@ -213,7 +213,7 @@ void TagWriter::EndBaseRun() {
   const char* unused;
   const bool found = SourceLines(*run_last_, &unused, &copy_to_);
   DXF_CHECK(found);
-#ifndef NDEBUG
+#if LMT_DXF_CROSS_CHECKS
   // Checks builds look at every line of the run after all.
   DXF_CHECK(IsLinesOf(std::span<const Tag>(run_first_, run_last_ + 1),
                       copy_from_, copy_to_));
