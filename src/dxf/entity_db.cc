@@ -33,22 +33,45 @@ RecordId EntityDb::AddLoaded(uint32_t begin, uint32_t end) {
   return id;
 }
 
+namespace {
+
+// FNV-1a over the whole name: made-up names of a damaged file that share
+// their length and ends must not pile up in one place of the table.
+size_t TypeHash(std::string_view type) {
+  uint32_t h = 2166136261u;
+  for (char c : type) h = (h ^ static_cast<unsigned char>(c)) * 16777619u;
+  return h;
+}
+
+}  // namespace
+
 uint16_t EntityDb::TypeIndexOf(std::string_view type) {
-  // Records of one type come in runs: the last one met first.
+  // Records of one type often come in runs: the last one met first.
   const size_t n = loaded_types_.size();
   if (last_loaded_type_ < n && loaded_types_[last_loaded_type_] == type) {
     return last_loaded_type_;
   }
-  for (size_t k = 0; k < n; ++k) {
-    if (loaded_types_[k] == type) {
-      last_loaded_type_ = static_cast<uint16_t>(k);
-      return last_loaded_type_;
+  // An open table of the types met, at most half full: slot = index + 1.
+  if (type_slots_.size() < 2 * (n + 1)) {
+    size_t slots = 64;
+    while (slots < 4 * (n + 1)) slots *= 2;
+    type_slots_.assign(slots, 0);
+    for (size_t k = 0; k < n; ++k) {
+      size_t at = TypeHash(loaded_types_[k]) & (type_slots_.size() - 1);
+      while (type_slots_[at] != 0) at = (at + 1) & (type_slots_.size() - 1);
+      type_slots_[at] = static_cast<uint16_t>(k + 1);
     }
   }
-  if (n >= kNoLoadedType) return kNoLoadedType;
+  const size_t mask = type_slots_.size() - 1;
+  size_t at = TypeHash(type) & mask;
+  for (; type_slots_[at] != 0; at = (at + 1) & mask) {
+    const uint16_t k = static_cast<uint16_t>(type_slots_[at] - 1);
+    if (loaded_types_[k] == type) return last_loaded_type_ = k;
+  }
+  if (n + 1 >= kNoLoadedType) return kNoLoadedType;
   loaded_types_.push_back(type);
-  last_loaded_type_ = static_cast<uint16_t>(n);
-  return last_loaded_type_;
+  type_slots_[at] = static_cast<uint16_t>(n + 1);
+  return last_loaded_type_ = static_cast<uint16_t>(n);
 }
 
 RecordId EntityDb::Create(std::vector<Tag> tags) {

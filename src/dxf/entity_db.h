@@ -206,6 +206,7 @@ class EntityDb {
   std::vector<std::string_view> loaded_types_;
   std::vector<uint16_t> loaded_type_;
   uint16_t last_loaded_type_ = 0;
+  std::vector<uint16_t> type_slots_;  // TypeIndexOf's table
   // Loaded records RecordsOfType found without a type index.
   std::vector<RecordId> untyped_;
   Arena arena_;

@@ -163,5 +163,34 @@ TEST(EntityDbTypeTest, RecordsOfTypeFollowEditsAndNewRecords) {
       db.RecordsOfType([](std::string_view t) { return t == "ARC"; }).empty());
 }
 
+// A damaged file may hold more made-up types than the index can number:
+// those records go without one and are still found by their type.
+TEST(EntityDbTypeTest, EveryTypeIsFoundBeyondTheIndexLimit) {
+  constexpr int kTypes = 70000;
+  std::vector<std::string> names;
+  names.reserve(kTypes);
+  for (int i = 0; i < kTypes; ++i) names.push_back("T" + std::to_string(i));
+  EntityDb db;
+  std::vector<Tag> tags;
+  for (const std::string& name : names) tags.emplace_back(0, name);
+  db.SetBase(std::move(tags));
+  for (uint32_t i = 0; i < kTypes; ++i) db.AddLoaded(i, i + 1);
+  size_t typed = 0;
+  for (RecordId id = 0; id < kTypes; ++id) {
+    const uint16_t t = db.LoadedType(id);
+    if (t == EntityDb::kNoLoadedType) continue;
+    ASSERT_EQ(db.loaded_types()[t], names[id]) << id;
+    ++typed;
+  }
+  EXPECT_EQ(typed, db.loaded_types().size());
+  EXPECT_GT(typed, 60000u);
+  EXPECT_LT(typed, static_cast<size_t>(kTypes));
+  for (RecordId id : {RecordId{0}, RecordId{40000}, RecordId{kTypes - 1}}) {
+    EXPECT_EQ(db.RecordsOfType(
+                  [&](std::string_view type) { return type == names[id]; }),
+              std::vector<RecordId>{id});
+  }
+}
+
 }  // namespace
 }  // namespace lmt::dxf
