@@ -237,25 +237,22 @@ std::vector<RecordId> EntityDb::RecordsOfType(
   };
   if (typed_upto_ == 0) {
     typed_upto_ = static_cast<RecordId>(records_.size());
-    by_type_.reserve(loaded_types_.size());
-    for (std::string_view type : loaded_types_) {
-      by_type_.emplace_back(type, std::vector<RecordId>());
-    }
+    by_type_.resize(loaded_types_.size());
     for (RecordId id = 0; id < typed_upto_; ++id) {
       if (!as_loaded(id)) continue;
       const uint16_t t = LoadedType(id);
       if (t != kNoLoadedType) {
-        by_type_[t].second.push_back(id);
+        by_type_[t].push_back(id);
         continue;
       }
       untyped_.push_back(id);
     }
   }
   std::vector<RecordId> out;
-  for (const auto& [type, ids] : by_type_) {
-    if (!wanted(type)) continue;
+  for (size_t t = 0; t < by_type_.size(); ++t) {
+    if (!wanted(loaded_types_[t])) continue;
     // Those edited since are met again among the changed ones.
-    for (RecordId id : ids) {
+    for (RecordId id : by_type_[t]) {
       if (as_loaded(id)) out.push_back(id);
     }
   }

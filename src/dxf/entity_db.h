@@ -195,10 +195,10 @@ class EntityDb {
   std::vector<RecordId> changed_;
   RecordId watched_ = kNoRecord;
   uint64_t watched_changes_ = 0;
-  // RecordsOfType's sorting of the records as loaded: each type text (which
-  // lives in the file buffer) with its records. Built at the first call,
-  // over the records before `typed_upto_`.
-  std::vector<std::pair<std::string_view, std::vector<RecordId>>> by_type_;
+  // RecordsOfType's sorting of the records as loaded: the records of each
+  // of loaded_types_, by its index. Built at the first call, over the
+  // records before `typed_upto_`.
+  std::vector<std::vector<RecordId>> by_type_;
   RecordId typed_upto_ = 0;
   // See loaded_types(). Types beyond kNoLoadedType - 1 (a damaged file of
   // made-up types) go untyped and are looked at one by one.

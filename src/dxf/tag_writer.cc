@@ -270,12 +270,8 @@ void TagWriter::WriteRecord(std::span<const Tag> tags, bool as_loaded) {
 
 bool TagWriter::BinarySourceRun(std::span<const Tag> tags, const char** from,
                                 const char** to) const {
-  if (db_ == nullptr || binary_source_.empty() || tags.empty()) return false;
-  const std::vector<Tag>& base = db_->base();
-  const auto at = reinterpret_cast<uintptr_t>(tags.data());
-  const auto base_at = reinterpret_cast<uintptr_t>(base.data());
-  if (at < base_at || at >= base_at + base.size() * sizeof(Tag)) return false;
-  const auto first = static_cast<uint32_t>((at - base_at) / sizeof(Tag));
+  if (binary_source_.empty() || tags.empty() || !InBase(tags)) return false;
+  const auto first = static_cast<uint32_t>(tags.data() - db_->base().data());
   auto it =
       std::lower_bound(binary_starts_.begin(), binary_starts_.end(), first);
   // The next record start right after the record's last tag: nothing lies
